@@ -1,0 +1,46 @@
+# Short commands. Each installs the missing Debian packages first.
+BUILD      ?= build
+BUILD_ASAN ?= build-asan
+BUILD_BENCH?= build-bench
+JOBS       ?= $(shell nproc)
+CMAKE_FLAGS ?=
+
+.PHONY: all deps configure build run test test-asan bench fuzz clean
+
+all: build
+
+deps:
+	@bash deps/install.sh
+
+configure: deps
+	@cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS) >/dev/null
+
+build: configure
+	@cmake --build $(BUILD) -j $(JOBS)
+
+# The showcase in a window when there is a display, otherwise its scripted
+# tour offscreen (screenshots under build/tour/).
+run: configure
+	@bash scripts/run.sh $(BUILD)
+
+test: build
+	@ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS) --timeout 600
+	@bash scripts/consumer-check.sh $(BUILD)
+
+# The same tests with AddressSanitizer and UndefinedBehaviorSanitizer.
+test-asan: deps
+	@cmake -S . -B $(BUILD_ASAN) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DWQ_SANITIZE=ON \
+	  -DWQ_BUILD_SHOWCASE=OFF $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD_ASAN) -j $(JOBS)
+	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp \
+	  ctest --test-dir $(BUILD_ASAN) --output-on-failure -j $(JOBS) --timeout 900
+
+bench: deps
+	@cmake -S . -B $(BUILD_BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DWQ_BUILD_BENCH=ON \
+	  -DWQ_BUILD_TESTS=OFF -DWQ_BUILD_SHOWCASE=OFF $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD_BENCH) -j $(JOBS)
+	@bash scripts/bench.sh $(BUILD_BENCH)
+
+clean:
+	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH)

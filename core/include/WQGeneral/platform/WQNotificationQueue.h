@@ -1,0 +1,36 @@
+#pragma once
+// Posting "as soon as possible": a queued notification is delivered on the
+// next pass of the main event loop, and a second one of the same name queued
+// before that pass is dropped (coalescing on name).
+
+#include <WQGeneral/platform/WQNotificationCenter.h>
+
+#include <QList>
+
+namespace wq {
+
+class WQNotificationQueue {
+public:
+    enum Coalescing { NoCoalescing = 0, CoalescingOnName = 1, CoalescingOnSender = 2 };
+
+    static WQNotificationQueue& defaultQueue();
+
+    explicit WQNotificationQueue(WQNotificationCenter& center);
+    WQNotificationQueue(const WQNotificationQueue&) = delete;
+    WQNotificationQueue& operator=(const WQNotificationQueue&) = delete;
+
+    // Needs a QCoreApplication for delivery; without one, nothing is posted
+    // until one exists and its loop runs.
+    void enqueueASAP(const WQNotification& notification, int coalesceMask = CoalescingOnName);
+    // Drops queued notifications (for instance of a sender about to be destroyed).
+    void dequeueNotificationsForSender(const WQNotificationSender* sender);
+    qsizetype pendingCount() const { return _wq_pending.size(); }
+
+private:
+    void _wq_flush();
+    WQNotificationCenter& _wq_center;
+    QList<WQNotification> _wq_pending;
+    bool _wq_scheduled = false;
+};
+
+} // namespace wq

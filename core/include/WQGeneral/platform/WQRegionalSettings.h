@@ -1,0 +1,50 @@
+#pragma once
+// The user's regional settings, read from ICU (CLDR) with each category's
+// locale taken from the environment the way POSIX does: LC_ALL, then the
+// category's own variable, then LANG; "C" and "POSIX" mean en_US_POSIX.
+// An application may pin any category at run time; every change posts
+// kWQNotif_CurrentLocaleDidChange (and, for the numeric and monetary
+// categories, kWQNotif_AppleNumberPreferencesChanged) on the distributed centre.
+
+#include <QString>
+#include <QStringList>
+
+namespace wq {
+
+inline const QString kWQNotif_CurrentLocaleDidChange = QStringLiteral("NSCurrentLocaleDidChangeNotification");
+inline const QString kWQNotif_AppleNumberPreferencesChanged = QStringLiteral("AppleNumberPreferencesChangedNotification");
+
+class WQRegionalSettings {
+public:
+    enum class Category { Time, Numeric, Monetary, Messages };
+    enum class DateStyle { Short, Medium, Long, Full };
+
+    // ICU locale identifier in force for a category, e.g. "en_US", "de_DE",
+    // "en_US_POSIX".
+    static QString localeName(Category category);
+
+    // Pins a category to an ICU or POSIX locale name ("de_DE", "fr_FR.UTF-8",
+    // "C"); an empty name goes back to the environment.
+    static void setLocale(Category category, const QString& name);
+    // Pins every category at once (one notification).
+    static void setAllLocales(const QString& name);
+    // Forgets every override and re-reads the environment.
+    static void resetToEnvironment();
+
+    // Incremented on every change, so caches can tell they are stale cheaply.
+    static quint64 generation();
+
+    // ICU date pattern (pattern letters as ICU gives them) of the time locale,
+    // date only: Short gives M/d/yy for en_US, dd.MM.yy for de_DE.
+    static QString datePattern(DateStyle style);
+    // January first / Sunday first, in the time locale, format context.
+    static QStringList monthNames();
+    static QStringList shortMonthNames();
+    static QStringList weekdayNames();
+    static QStringList shortWeekdayNames();
+
+    // Converts "de_DE.UTF-8@euro", "C", "POSIX" and friends to an ICU name.
+    static QString icuNameFromPosix(const QString& posixName);
+};
+
+} // namespace wq

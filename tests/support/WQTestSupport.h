@@ -1,0 +1,42 @@
+#pragma once
+// Helpers shared by the test binaries.
+
+#include <WQGeneral/platform/WQRegionalSettings.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QString>
+
+#include <functional>
+
+namespace wq::test {
+
+// Pins every regional-settings category for one scope.
+class ScopedLocale {
+public:
+    explicit ScopedLocale(const QString& name) { WQRegionalSettings::setAllLocales(name); }
+    ~ScopedLocale() { WQRegionalSettings::resetToEnvironment(); }
+    ScopedLocale(const ScopedLocale&) = delete;
+    ScopedLocale& operator=(const ScopedLocale&) = delete;
+};
+
+// Runs the event loop until done() holds or timeoutMs passes; answers done().
+inline bool spinUntil(const std::function<bool()>& done, int timeoutMs = 2000)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!done() && timer.elapsed() < timeoutMs)
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+    return done();
+}
+
+// Runs the event loop for a while, whatever happens.
+inline void spinFor(int ms)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 5);
+}
+
+} // namespace wq::test
