@@ -29,7 +29,7 @@ test: build
 
 # The same tests with AddressSanitizer and UndefinedBehaviorSanitizer.
 test-asan: deps
-	@cmake -S . -B $(BUILD_ASAN) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DWQ_SANITIZE=ON \
+	@cmake -S . -B $(BUILD_ASAN) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DWQ_SANITIZE=ON \
 	  -DWQ_BUILD_SHOWCASE=OFF $(CMAKE_FLAGS) >/dev/null
 	@cmake --build $(BUILD_ASAN) -j $(JOBS)
 	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
