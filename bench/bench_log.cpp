@@ -1,0 +1,134 @@
+// Reading the last 100 lines of a 100 MB log: logDataWithMaxLines against
+// reading the whole file (split and join, the plain rule) and against the
+// system's tail -n 100.
+
+#include <WQGeneral/log/WQLogClass.h>
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace {
+
+constexpr quint64 kLines = 100;
+constexpr qint64 kLogSize = 100LL * 1024 * 1024;
+
+struct BigLog {
+    QTemporaryDir folder;
+    QString path = folder.path() + QStringLiteral("/big.log");
+    // The log object makes its folder on creation: keep it out of the user's data.
+    bool redirected = qputenv("XDG_DATA_HOME", QFile::encodeName(folder.path()));
+    wq::WQLogClass log{QStringLiteral("Benchmark")};
+
+    BigLog()
+    {
+        log.setLogFilePath(path);
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            return;
+        QByteArray block;
+        for (int i = 0; block.size() < 1024 * 1024; ++i)
+            block += "2024-05-01 13:45:07 +0200 | Posted transaction " + QByteArray::number(i)
+                     + " to \"Household – Checking\" amount 1234.56\n";
+        for (qint64 written = 0; written < kLogSize; written += block.size())
+            file.write(block);
+    }
+};
+
+BigLog& bigLog()
+{
+    static BigLog log;
+    return log;
+}
+
+void BM_LogDataWithMaxLines(benchmark::State& state)
+{
+    const wq::WQLogClass& log = bigLog().log;
+    for (auto _ : state) {
+        std::optional<QString> text = log.logDataWithMaxLines(kLines);
+        benchmark::DoNotOptimize(text);
+    }
+}
+
+void BM_WholeFileSplitAndJoin(benchmark::State& state)
+{
+    const QString& path = bigLog().path;
+    for (auto _ : state) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            state.SkipWithError("cannot read the log");
+            break;
+        }
+        const QString text = QString::fromUtf8(file.readAll());
+        const QStringList pieces = text.split(u'\n');
+        QString tail = pieces.mid(pieces.size() - qsizetype(kLines)).join(u'\n');
+        benchmark::DoNotOptimize(tail);
+    }
+}
+
+void BM_SystemTail(benchmark::State& state)
+{
+    const std::string command = "tail -n " + std::to_string(kLines) + " '" + bigLog().path.toStdString() + "'";
+    for (auto _ : state) {
+        FILE* pipe = ::popen(command.c_str(), "r");
+        if (!pipe) {
+            state.SkipWithError("cannot run tail");
+            break;
+        }
+        std::string output;
+        char buffer[65536];
+        for (size_t got; (got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+            output.append(buffer, got);
+        ::pclose(pipe);
+        benchmark::DoNotOptimize(output);
+    }
+}
+
+BENCHMARK(BM_LogDataWithMaxLines)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_WholeFileSplitAndJoin)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_SystemTail)->Unit(benchmark::kMicrosecond);
+
+// Keeps each benchmark's time per iteration for the summary.
+class Recorder : public benchmark::ConsoleReporter {
+public:
+    std::map<std::string, double> seconds;
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs)
+            if (run.iterations > 0)
+                seconds[run.benchmark_name()] = run.real_accumulated_time / double(run.iterations);
+        ConsoleReporter::ReportRuns(runs);
+    }
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    Recorder recorder;
+    benchmark::RunSpecifiedBenchmarks(&recorder);
+    const auto ours = recorder.seconds.find("BM_LogDataWithMaxLines");
+    const auto whole = recorder.seconds.find("BM_WholeFileSplitAndJoin/iterations:5");
+    const auto tail = recorder.seconds.find("BM_SystemTail");
+    if (ours != recorder.seconds.end() && ours->second > 0) {
+        std::printf("\nlast %llu lines of a %lld MB log:\n", static_cast<unsigned long long>(kLines),
+                    static_cast<long long>(kLogSize >> 20));
+        if (whole != recorder.seconds.end())
+            std::printf("  whole-file read / logDataWithMaxLines = %.0fx (target: at least 100x)\n", whole->second / ours->second);
+        if (tail != recorder.seconds.end())
+            std::printf("  logDataWithMaxLines / tail -n %llu    = %.3fx (target: at most 2x)\n",
+                        static_cast<unsigned long long>(kLines), ours->second / tail->second);
+    }
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,69 @@
+#pragma once
+// One plain-text log per application, under the user's data folder in
+// "Veltrano Studio/<application name>/<application name>.log". Each record is
+// "YYYY-MM-DD HH:MM:SS +ZZZZ | message" in local time, written with one
+// open/write/close so the file is complete even if the process dies next.
+// Failures are never reported: a log must not take the application down.
+
+#include <QDateTime>
+#include <QMetaObject>
+#include <QString>
+
+#include <optional>
+
+namespace wq {
+
+class WQLogClass {
+public:
+    // The log of QCoreApplication::applicationName() ("Default" when empty).
+    WQLogClass();
+    // The log of another application of the maker.
+    explicit WQLogClass(const QString& applicationName);
+    WQLogClass(const WQLogClass&) = delete;
+    WQLogClass& operator=(const WQLogClass&) = delete;
+    ~WQLogClass();
+
+    // The process-wide log, made on first use.
+    static WQLogClass& sharedLog();
+
+    // Null when the log folder could not be made.
+    QString logFilePath() const { return _wq_full_file_path; }
+    // Does not change whether logging is enabled.
+    void setLogFilePath(const QString& path) { _wq_full_file_path = path; }
+    bool isEnabled() const { return _wq_is_enabled; }
+    void setEnabled(bool enabled) { _wq_is_enabled = enabled; }
+
+    // Appends one record (mode 0600 when the file is new). A record longer
+    // than 4095 bytes is cut there, loses its line feed and is followed by one
+    // zero byte, so the next record continues on the same line.
+    void log(const QString& message) const;
+
+    // Deletes the file; a missing file is fine.
+    void cleanLogFile() const;
+
+    // Drops the older part of the file: a binary search over the dated lines,
+    // starting one eighth in, finds roughly where cutOff falls; a few older
+    // records can remain. The rewrite is atomic, so a crash keeps the old file.
+    void clearLogDataBeforeDate(const QDateTime& cutOff) const;
+
+    // The whole text (maxLines 0, or a file of 28 characters or fewer), else
+    // the last maxLines pieces between line feeds: as the file ends with a
+    // line feed, that is the last maxLines - 1 records and a final line feed.
+    // Reads only the end of a large file. Nothing when the file cannot be read.
+    std::optional<QString> logDataWithMaxLines(quint64 maxLines) const;
+
+    // Logs "Terminating..." (connected to QCoreApplication::aboutToQuit).
+    void applicationWillTerminate() const;
+
+private:
+    QString _wq_full_file_path;
+    bool _wq_is_enabled = false;
+    QMetaObject::Connection _wq_terminateConnection;
+
+    void _wq_setUp(const QString& applicationName);
+};
+
+// Appends message, unformatted, to the shared log.
+void WQLogNoFormat(const QString& message);
+
+} // namespace wq

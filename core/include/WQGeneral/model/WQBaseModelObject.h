@@ -1,0 +1,65 @@
+#pragma once
+// The base of the applications' model objects: the owning document, a 32-bit
+// identifier, and change notifications that can be switched off for bulk edits.
+
+#include <WQGeneral/model/WQDocument.h>
+#include <WQGeneral/platform/WQNotificationCenter.h>
+
+#include <QString>
+#include <QVariant>
+
+namespace wq {
+
+// The one user-info key under which a model object's notification carries data.
+inline const QString kWQKey_UserData = QStringLiteral("kWQKey_UserData");
+
+class WQBaseModelObject : public WQNotificationSender, public WQDocumentHolder {
+public:
+    WQBaseModelObject() = default;
+    // Notifications name their sender by address, so model objects have identity.
+    WQBaseModelObject(const WQBaseModelObject&) = delete;
+    WQBaseModelObject& operator=(const WQBaseModelObject&) = delete;
+    // Removes every registration this object holds in the default centre.
+    ~WQBaseModelObject() override;
+
+    // Not owned: the document must outlive the object or clear the reference.
+    void setDocument(WQDocument* document) { _wq_document = document; }
+    WQDocument* document() const override { return _wq_document; }
+    // The document's undo stack; nullptr without a document.
+    QUndoStack* undoManager() const;
+
+    void setVeltranoID(quint32 identifier) { _wq_uniqueID = identifier; }
+    quint32 veltranoID() const { return _wq_uniqueID; }
+
+    // Posts name with this object as sender and no user info, while sending is on.
+    void sendNotification(const QString& name) const;
+    // With valid data, the user info is {kWQKey_UserData: data}; an invalid
+    // QVariant means no data and posts no user info at all.
+    void sendNotification(const QString& name, const QVariant& data) const;
+
+    // A switch, not a counter: one enable undoes any number of disables.
+    void disableNotificationSending() { _wq_sendNotifications = false; }
+    void enableNotificationSending() { _wq_sendNotifications = true; }
+
+protected:
+    // Subclasses observe through this so that the base's destructor can find
+    // and drop the registration whatever the subclass's layout.
+    void observeNotification(const QString& name, const WQNotificationSender* sender,
+                             WQNotificationCenter::Handler handler);
+
+private:
+    WQDocument* _wq_document = nullptr;
+    quint32 _wq_uniqueID = 0;
+    bool _wq_sendNotifications = true;
+};
+
+// Takes a notification apart. Each out-place may be nullptr. The document is
+// the sender itself when it is a document, else the sender's document when it
+// has one, else nullptr. The data is the kWQKey_UserData entry, or an invalid
+// QVariant.
+void WQExtractDataFromNotification(const WQNotification& notification,
+                                   const WQNotificationSender** sender,
+                                   const WQDocument** document = nullptr,
+                                   QVariant* data = nullptr);
+
+} // namespace wq

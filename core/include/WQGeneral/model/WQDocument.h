@@ -1,0 +1,26 @@
+#pragma once
+// What model objects need from the document that owns them. Documents are
+// notification senders so that a receiver can tell a document apart from a
+// model object when it takes a notification apart.
+
+#include <WQGeneral/platform/WQNotificationCenter.h>
+
+class QUndoStack;
+
+namespace wq {
+
+class WQDocument : public WQNotificationSender {
+public:
+    // The document's undo stack, or nullptr; the document keeps ownership.
+    virtual QUndoStack* undoManager() const = 0;
+};
+
+// Anything that can name the document it belongs to (model objects, window
+// controllers).
+class WQDocumentHolder {
+public:
+    virtual ~WQDocumentHolder() = default;
+    virtual WQDocument* document() const = 0;
+};
+
+} // namespace wq

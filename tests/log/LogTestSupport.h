@@ -1,0 +1,34 @@
+#pragma once
+// Helpers shared by the log tests.
+
+#include <WQGeneral/log/WQLogClass.h>
+
+#include <QByteArray>
+#include <QFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+namespace wq::test {
+
+inline QByteArray readBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline void writeBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        file.write(bytes);
+}
+
+// A log object on a file of its own in a temporary folder.
+struct ScratchLog {
+    QTemporaryDir folder;
+    WQLogClass log{QStringLiteral("Scratch")};
+    QString path = folder.path() + QStringLiteral("/scratch.log");
+    ScratchLog() { log.setLogFilePath(path); }
+};
+
+} // namespace wq::test

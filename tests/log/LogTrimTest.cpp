@@ -1,0 +1,141 @@
+#include <WQGeneral/log/WQLogClass.h>
+
+#include "LogTestSupport.h"
+#include "WQLogReading.h"
+
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <QTimeZone>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace wq;
+using namespace wq::test;
+
+namespace {
+
+const QDateTime kStart(QDate(2024, 5, 1), QTime(13, 0), QTimeZone(7200));
+
+QByteArray stamp(int minute)
+{
+    return kStart.addSecs(60 * minute).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss +0200 | ")).toUtf8();
+}
+
+// Sixteen records a minute apart, minute 0 to 15.
+QByteArray sixteen()
+{
+    QByteArray bytes;
+    for (int minute = 0; minute < 16; ++minute)
+        bytes += stamp(minute) + "record " + QByteArray::number(minute) + '\n';
+    return bytes;
+}
+
+QByteArray fromMinute(const QByteArray& bytes, int minute)
+{
+    return bytes.mid(bytes.indexOf(stamp(minute)));
+}
+
+} // namespace
+
+TEST(LogTrimming, CutsAtTheApproximatePlaceAndKeepsTheFileWhenItShould)
+{
+    ScratchLog scratch;
+    const QByteArray original = sixteen();
+
+    // An exact hit: probe 2 (one eighth in) is older, the next probe lands on it.
+    writeBytes(scratch.path, original);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
+    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 10));
+
+    // Between two records the search is approximate: a 10:30 cut-off ends on
+    // 11:00, but a 9:30 one ends on 9:00, which stays.
+    writeBytes(scratch.path, original);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(630));
+    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 11));
+    writeBytes(scratch.path, original);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(570));
+    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 9));
+
+    // Any time zone: the same instant, written in UTC.
+    writeBytes(scratch.path, original);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600).toUTC());
+    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 10));
+
+    // Before the first record, after the last, and an invalid date: untouched.
+    for (const QDateTime& cutOff : {kStart.addSecs(-1), kStart.addSecs(3600), QDateTime()}) {
+        writeBytes(scratch.path, original);
+        scratch.log.clearLogDataBeforeDate(cutOff);
+        EXPECT_EQ(readBytes(scratch.path), original) << qPrintable(cutOff.toString(Qt::ISODate));
+    }
+
+    // 28 characters or fewer are never trimmed, nor an undated first line.
+    const QByteArray tiny = stamp(0).left(28);
+    writeBytes(scratch.path, tiny);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(3600));
+    EXPECT_EQ(readBytes(scratch.path), tiny);
+    writeBytes(scratch.path, "header without a date\n" + original);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
+    EXPECT_EQ(readBytes(scratch.path), "header without a date\n" + original);
+
+    // No file: nothing happens, nothing is made.
+    scratch.log.cleanLogFile();
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
+    EXPECT_FALSE(QFile::exists(scratch.path));
+}
+
+TEST(LogTrimming, UndatedContinuationLinesMoveTheProbeOn)
+{
+    ScratchLog scratch;
+    // Lines 1 to 5 are continuations of record 0; the probe starts at line
+    // 27 / 8 = 3 and walks to the first dated line after them.
+    QByteArray bytes = stamp(0) + "multi-line record\n";
+    for (int i = 0; i < 5; ++i)
+        bytes += "    continued " + QByteArray::number(i) + '\n';
+    for (int minute = 1; minute <= 20; ++minute)
+        bytes += stamp(minute) + "record\n";
+    writeBytes(scratch.path, bytes);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(60 * 12));
+    EXPECT_EQ(readBytes(scratch.path), fromMinute(bytes, 12));
+
+    // Only undated lines after the first: the probe walks off the end.
+    const QByteArray undated = stamp(0) + "start\n" + QByteArray("  a continuation line that is long enough\n").repeated(12);
+    writeBytes(scratch.path, undated);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
+    EXPECT_EQ(readBytes(scratch.path), undated);
+}
+
+TEST(LogTrimming, RewriteIsAtomicAndKeepsThePermissions)
+{
+    ScratchLog scratch;
+    scratch.log.log(QStringLiteral("creates the file with 0600"));
+    const QByteArray original = sixteen();
+    writeBytes(scratch.path, original + "\xFF raw bytes stay raw\n");
+    // A second name for the old file: an in-place rewrite would change it.
+    const QString before = scratch.folder.path() + QStringLiteral("/before.log");
+    ASSERT_EQ(::link(QFile::encodeName(scratch.path).constData(), QFile::encodeName(before).constData()), 0);
+
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
+    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 10) + "\xFF raw bytes stay raw\n");
+    EXPECT_EQ(readBytes(before), original + "\xFF raw bytes stay raw\n") << "the new text replaced the file whole";
+    struct stat info;
+    ASSERT_EQ(::stat(QFile::encodeName(scratch.path).constData(), &info), 0);
+    EXPECT_EQ(info.st_mode & 07777, mode_t(0600));
+}
+
+TEST(LogTrimming, TimeStampsParseOnlyInTheirExactForm)
+{
+    const auto at = [](const char* text) { return _wq_parseLogTimeStamp(QStringView(QString::fromLatin1(text))); };
+    EXPECT_EQ(at("2024-05-01 13:45:07 +0200"),
+              QDateTime(QDate(2024, 5, 1), QTime(13, 45, 7), QTimeZone(7200)).toMSecsSinceEpoch());
+    EXPECT_EQ(at("1969-12-31 19:00:00 -0500"), 0);
+    EXPECT_EQ(at("2024-02-29 00:00:00 +0000"), QDateTime(QDate(2024, 2, 29), QTime(0, 0), QTimeZone::utc()).toMSecsSinceEpoch());
+    EXPECT_EQ(at("0001-01-01 00:00:00 +0000"), QDateTime(QDate(1, 1, 1), QTime(0, 0), QTimeZone::utc()).toMSecsSinceEpoch());
+    for (const char* bad : {"2023-02-29 00:00:00 +0000", "2024-13-01 00:00:00 +0000", "2024-05-01 24:00:00 +0000",
+                            "2024-05-01T13:45:07 +0200", "2024-05-01 13:45:07 0200", "2024-05-01 13:45:07 +02:0",
+                            "2024-05-01 13:45:07 +020", "24-05-01 13:45:07 +0200  ", "2024-05-01 13:45:07 +0200 "})
+        EXPECT_FALSE(at(bad).has_value()) << bad;
+    EXPECT_FALSE(_wq_parseLogTimeStamp(QByteArrayView("2024-05-01 13:45:07 +02\xC3\xA9")).has_value());
+    EXPECT_EQ(_wq_parseLogTimeStamp(QByteArrayView("2024-05-01 13:45:07 +0200")), at("2024-05-01 13:45:07 +0200"));
+}

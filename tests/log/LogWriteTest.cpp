@@ -1,0 +1,156 @@
+#include <WQGeneral/log/WQLogClass.h>
+
+#include "LogTestSupport.h"
+#include "WQLogReading.h"
+#include "WQTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QRegularExpression>
+#include <QTimer>
+
+#include <sys/stat.h>
+
+using namespace wq;
+using namespace wq::test;
+
+namespace {
+
+const QRegularExpression kRecord(QStringLiteral(R"(^(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d [+-]\d{4}) \| (.*)$)"));
+
+mode_t modeOf(const QString& path)
+{
+    struct stat info;
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? (info.st_mode & 07777) : mode_t(0);
+}
+
+QString dataHome()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+}
+
+} // namespace
+
+TEST(LogFile, FolderAndFileFollowTheApplicationName)
+{
+    ASSERT_TRUE(dataHome().startsWith(QDir::tempPath())) << "tests run in a throw-away home";
+
+    const WQLogClass named(QStringLiteral("Budget Book"));
+    EXPECT_TRUE(named.isEnabled());
+    EXPECT_EQ(named.logFilePath(), dataHome() + QStringLiteral("/Veltrano Studio/Budget Book/Budget Book.log"));
+    EXPECT_TRUE(QFileInfo(dataHome() + QStringLiteral("/Veltrano Studio/Budget Book")).isDir());
+
+    const WQLogClass unnamed(QString{});
+    EXPECT_EQ(unnamed.logFilePath(), dataHome() + QStringLiteral("/Veltrano Studio/Default/Default.log"));
+
+    const WQLogClass current;
+    EXPECT_EQ(current.logFilePath(), dataHome() + QStringLiteral("/Veltrano Studio/%1/%1.log").arg(QCoreApplication::applicationName()));
+    EXPECT_EQ(WQLogClass::sharedLog().logFilePath(), current.logFilePath());
+
+    // An ordinary file where the folder should be counts as there: logging is
+    // on, and records are lost quietly.
+    writeBytes(dataHome() + QStringLiteral("/Veltrano Studio/Blocked"), "not a folder");
+    const WQLogClass blocked(QStringLiteral("Blocked"));
+    EXPECT_TRUE(blocked.isEnabled());
+    blocked.log(QStringLiteral("lost"));
+    EXPECT_FALSE(blocked.logDataWithMaxLines(0).has_value());
+
+    // A folder that cannot be made leaves logging off.
+    const QString saved = qEnvironmentVariable("XDG_DATA_HOME");
+    writeBytes(QDir::homePath() + QStringLiteral("/flat"), "x");
+    qputenv("XDG_DATA_HOME", QFile::encodeName(QDir::homePath() + QStringLiteral("/flat/share")));
+    const WQLogClass impossible(QStringLiteral("Nowhere"));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(saved));
+    EXPECT_FALSE(impossible.isEnabled());
+    EXPECT_TRUE(impossible.logFilePath().isNull());
+    impossible.log(QStringLiteral("dropped"));
+}
+
+TEST(LogFile, RecordsHaveALocalTimeStampAndTheFileIsPrivate)
+{
+    ScratchLog scratch;
+    const mode_t previousMask = ::umask(0);
+    const QDateTime before = QDateTime::currentDateTime();
+    scratch.log.log(QStringLiteral("Opened \"Household\" – 3 accounts"));
+    scratch.log.log(QString());
+    ::umask(previousMask);
+    EXPECT_EQ(modeOf(scratch.path), mode_t(0600)) << "exactly 0600, whatever the umask";
+
+    const QStringList lines = QString::fromUtf8(readBytes(scratch.path)).split(u'\n');
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_TRUE(lines[2].isEmpty()) << "every record ends with a line feed";
+    const auto match = kRecord.match(lines[0]);
+    ASSERT_TRUE(match.hasMatch()) << qPrintable(lines[0]);
+    EXPECT_EQ(match.captured(2), QStringLiteral("Opened \"Household\" – 3 accounts"));
+    const std::optional<qint64> stamp = _wq_parseLogTimeStamp(QStringView(match.captured(1)));
+    ASSERT_TRUE(stamp.has_value());
+    EXPECT_LE(before.toSecsSinceEpoch() * 1000, *stamp);
+    EXPECT_LE(*stamp, QDateTime::currentMSecsSinceEpoch());
+    const int offset = before.offsetFromUtc();
+    EXPECT_TRUE(match.captured(1).endsWith(QStringLiteral("%1%2%3")
+                                               .arg(offset < 0 ? QStringLiteral("-") : QStringLiteral("+"))
+                                               .arg(std::abs(offset) / 3600, 2, 10, QLatin1Char('0'))
+                                               .arg(std::abs(offset) % 3600 / 60, 2, 10, QLatin1Char('0'))))
+        << "local time with its zone offset";
+    EXPECT_EQ(lines[1].size(), 28);
+    EXPECT_TRUE(lines[1].endsWith(QStringLiteral(" | "))) << "an empty message keeps the separator";
+
+    // Disabled: nothing is written. Cleaned: the next record makes a new 0600 file.
+    scratch.log.setEnabled(false);
+    scratch.log.log(QStringLiteral("ignored"));
+    EXPECT_EQ(QString::fromUtf8(readBytes(scratch.path)).count(u'\n'), 2);
+    scratch.log.setEnabled(true);
+    scratch.log.cleanLogFile();
+    EXPECT_FALSE(QFile::exists(scratch.path));
+    scratch.log.cleanLogFile();
+    scratch.log.log(QStringLiteral("again"));
+    EXPECT_EQ(modeOf(scratch.path), mode_t(0600));
+    EXPECT_TRUE(readBytes(scratch.path).endsWith(" | again\n"));
+
+    // The shared log, through the free function.
+    WQLogClass::sharedLog().cleanLogFile();
+    WQLogNoFormat(QStringLiteral("%@ and %d stay as written"));
+    EXPECT_TRUE(readBytes(WQLogClass::sharedLog().logFilePath()).endsWith(" | %@ and %d stay as written\n"));
+}
+
+TEST(LogFile, OverlongRecordsAreCutAt4095BytesWithAZeroByte)
+{
+    ScratchLog scratch;
+    // 28 bytes of stamp and separator; 4066 more bytes of message still fit
+    // with the line feed, one more does not.
+    scratch.log.log(QString(4066, u'a'));
+    QByteArray bytes = readBytes(scratch.path);
+    EXPECT_EQ(bytes.size(), 4095);
+    EXPECT_TRUE(bytes.endsWith("a\n"));
+
+    scratch.log.cleanLogFile();
+    scratch.log.log(QString(4067, u'b'));
+    bytes = readBytes(scratch.path);
+    ASSERT_EQ(bytes.size(), 4096);
+    EXPECT_EQ(bytes.at(4094), 'b');
+    EXPECT_EQ(bytes.at(4095), '\0') << "cut, no line feed, one zero byte";
+
+    scratch.log.cleanLogFile();
+    scratch.log.log(QString(10000, u'é')); // two bytes each: the cut splits a character
+    scratch.log.log(QStringLiteral("next"));
+    bytes = readBytes(scratch.path);
+    EXPECT_EQ(bytes.at(4095), '\0');
+    EXPECT_EQ(bytes.count('\n'), 1) << "the next record continues on the same line";
+    EXPECT_TRUE(bytes.endsWith(" | next\n"));
+    EXPECT_TRUE(kRecord.match(QString::fromUtf8(bytes.mid(4096))).hasMatch());
+    // The split character reads back as a replacement, not as a failure.
+    const std::optional<QString> text = scratch.log.logDataWithMaxLines(0);
+    ASSERT_TRUE(text.has_value());
+    EXPECT_TRUE(text->contains(QChar::ReplacementCharacter));
+}
+
+TEST(LogFile, TerminatingIsLoggedWhenTheApplicationQuits)
+{
+    ScratchLog scratch;
+    QTimer::singleShot(0, QCoreApplication::instance(), [] { QCoreApplication::quit(); });
+    QCoreApplication::exec();
+    EXPECT_TRUE(readBytes(scratch.path).endsWith(" | Terminating...\n"));
+}
