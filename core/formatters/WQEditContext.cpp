@@ -15,12 +15,27 @@ WQFieldEditor*& editorSlot()
     return editor;
 }
 
+bool& rewriteSlot()
+{
+    static bool rewritten = false;
+    return rewritten;
+}
+
 } // namespace
 
 const WQEditEvent& WQEditContext::currentEvent() { return eventSlot(); }
 void WQEditContext::setCurrentEvent(const WQEditEvent& event) { eventSlot() = event; }
 WQFieldEditor* WQEditContext::keyFieldEditor() { return editorSlot(); }
 void WQEditContext::setKeyFieldEditor(WQFieldEditor* editor) { editorSlot() = editor; }
+
+void WQEditContext::noteRewrite() { rewriteSlot() = true; }
+
+bool WQEditContext::takeRewriteNote()
+{
+    const bool rewritten = rewriteSlot();
+    rewriteSlot() = false;
+    return rewritten;
+}
 
 WQEditScope::WQEditScope(const WQEditEvent& event, WQFieldEditor* editor)
     : _wq_previousEvent(eventSlot()), _wq_previousEditor(editorSlot()), _wq_setEditor(editor != nullptr)

@@ -40,6 +40,11 @@ public:
     // nullptr when no field is being edited.
     static WQFieldEditor* keyFieldEditor();
     static void setKeyFieldEditor(WQFieldEditor* editor);
+
+    // Set by WQFormatter::rewriteProposal; a field clears it before it asks a
+    // formatter and reads it afterwards.
+    static void noteRewrite();
+    static bool takeRewriteNote();
 };
 
 // Sets the current event (and optionally the field editor) for one scope and

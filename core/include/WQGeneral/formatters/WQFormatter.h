@@ -2,6 +2,7 @@
 // The entry formatter contract: what a text field asks of the formatter
 // attached to it. The widgets layer's WQLineEdit drives any WQFormatter.
 
+#include <WQGeneral/formatters/WQEditContext.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 #include <WQGeneral/platform/WQTypes.h>
 
@@ -27,9 +28,18 @@ public:
     // false with *partialString / *proposedSelectedRange rewritten: the field
     // shows the rewrite. false with them untouched: the edit is refused.
     // errorDescription is left null (QString()) when there is nothing to say.
+    //
+    // A rewrite that may come out equal to the proposal (regrouping "$1" + "1"
+    // gives "$11" again) must be stored with rewriteProposal(): a field cannot
+    // otherwise tell it from a refusal and would restore the old text.
     virtual bool isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
                                       const QString& originalString, WQRange originalSelectedRange,
                                       QString* errorDescription);
+
+    // Stores text and selection as the rewrite and answers false, marking the
+    // answer as a rewrite for the field even when nothing changed.
+    static bool rewriteProposal(QString* partialString, WQRange* proposedSelectedRange,
+                                const QString& text, WQRange selection);
 };
 
 inline bool WQFormatter::isPartialStringValid(QString*, WQRange*, const QString&, WQRange, QString* errorDescription)
@@ -37,6 +47,17 @@ inline bool WQFormatter::isPartialStringValid(QString*, WQRange*, const QString&
     if (errorDescription)
         *errorDescription = QString();
     return true;
+}
+
+inline bool WQFormatter::rewriteProposal(QString* partialString, WQRange* proposedSelectedRange,
+                                         const QString& text, WQRange selection)
+{
+    if (partialString)
+        *partialString = text;
+    if (proposedSelectedRange)
+        *proposedSelectedRange = selection;
+    WQEditContext::noteRewrite();
+    return false;
 }
 
 } // namespace wq

@@ -1,0 +1,215 @@
+// Money entry side by side with its peers: display against ICU's currency
+// formatting and QLocale::toCurrencyString, parsing against ICU's parse,
+// and one keystroke judgement in each typing mode. A summary of the ratios
+// and the per-keystroke times follows the table.
+
+#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/platform/WQRegionalSettings.h>
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QLocale>
+
+#include <unicode/curramt.h>
+#include <unicode/numfmt.h>
+#include <unicode/parsepos.h>
+
+#include <array>
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace {
+
+using namespace wq;
+
+constexpr std::array<double, 8> kAmounts = {1234.5, -1234.5, 0.375, 999.999, 12.34, -0.004, 1234567.89, 42};
+
+class Owner : public WQMoneyFormatterDelegate {
+public:
+    bool user_input_like_ATM() const override { return atm; }
+    bool atm = false;
+};
+
+Owner& standardOwner() { static Owner o; return o; }
+Owner& atmOwner() { static Owner o = [] { Owner a; a.atm = true; return a; }(); return o; }
+
+std::shared_ptr<WQMoneyFormatter> formatter(Owner& owner)
+{
+    return WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2);
+}
+
+std::unique_ptr<icu::NumberFormat> icuCurrency()
+{
+    UErrorCode status = U_ZERO_ERROR;
+    return std::unique_ptr<icu::NumberFormat>(icu::NumberFormat::createCurrencyInstance(icu::Locale("en_US"), status));
+}
+
+std::map<std::string, double>& nanos()
+{
+    static std::map<std::string, double> n;
+    return n;
+}
+
+void BM_DisplayWQMoney(benchmark::State& state)
+{
+    const auto f = formatter(standardOwner());
+    std::size_t i = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(f->stringForAmount(kAmounts[i++ % kAmounts.size()]));
+}
+
+void BM_DisplayIcuCurrency(benchmark::State& state)
+{
+    const auto icu = icuCurrency();
+    std::size_t i = 0;
+    for (auto _ : state) {
+        // What a field needs: the text as a QString.
+        icu::UnicodeString text;
+        icu->format(kAmounts[i++ % kAmounts.size()], text);
+        benchmark::DoNotOptimize(QString(reinterpret_cast<const QChar*>(text.getBuffer()), text.length()));
+    }
+}
+
+void BM_DisplayQLocale(benchmark::State& state)
+{
+    const QLocale locale(QLocale::English, QLocale::UnitedStates);
+    std::size_t i = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(locale.toCurrencyString(kAmounts[i++ % kAmounts.size()]));
+}
+
+const std::array<QString, 4> kTexts = {QStringLiteral("$1,234.56"), QStringLiteral("-$1,234.56"),
+                                       QStringLiteral("$0.38"), QStringLiteral("$1,234,567.89")};
+
+void BM_ParseWQMoney(benchmark::State& state)
+{
+    const auto f = formatter(standardOwner());
+    std::size_t i = 0;
+    for (auto _ : state) {
+        QVariant value;
+        QString error;
+        benchmark::DoNotOptimize(f->getObjectValue(&value, kTexts[i++ % kTexts.size()], &error));
+    }
+}
+
+void BM_ParseIcuCurrency(benchmark::State& state)
+{
+    const auto icu = icuCurrency();
+    std::size_t i = 0;
+    for (auto _ : state) {
+        const QString& text = kTexts[i++ % kTexts.size()];
+        const icu::UnicodeString u(reinterpret_cast<const UChar*>(text.utf16()), int32_t(text.size()));
+        icu::ParsePosition position(0);
+        benchmark::DoNotOptimize(icu->parseCurrency(u, position));
+    }
+}
+
+// One judgement: the fifth digit typed at the end of $1,234.
+void BM_KeystrokeStandard(benchmark::State& state)
+{
+    const auto f = formatter(standardOwner());
+    const WQEditScope scope({WQEditEvent::Type::KeyDown, QStringLiteral("5"), false});
+    const QString original = QStringLiteral("$1,234");
+    const QString proposal = QStringLiteral("$1,2345");
+    for (auto _ : state) {
+        QString partial = proposal;
+        WQRange range{7, 0};
+        QString error;
+        benchmark::DoNotOptimize(f->isPartialStringValid(&partial, &range, original, {6, 0}, &error));
+    }
+}
+
+void BM_KeystrokeATM(benchmark::State& state)
+{
+    const auto f = formatter(atmOwner());
+    const WQEditScope scope({WQEditEvent::Type::KeyDown, QStringLiteral("5"), false});
+    const QString original = QStringLiteral("$12.34");
+    const QString proposal = QStringLiteral("$12.345");
+    for (auto _ : state) {
+        QString partial = proposal;
+        WQRange range{7, 0};
+        QString error;
+        benchmark::DoNotOptimize(f->isPartialStringValid(&partial, &range, original, {6, 0}, &error));
+    }
+}
+
+void BM_KeystrokeATMDelete(benchmark::State& state)
+{
+    const auto f = formatter(atmOwner());
+    const WQEditScope scope({WQEditEvent::Type::KeyDown, QString(QChar(WQEditEvent::DeleteCharacter)), false});
+    const QString original = QStringLiteral("$1,234.56");
+    for (auto _ : state) {
+        QString partial = QStringLiteral("$1,234.5");
+        WQRange range{8, 0};
+        QString error;
+        benchmark::DoNotOptimize(f->isPartialStringValid(&partial, &range, original, {9, 0}, &error));
+    }
+}
+
+BENCHMARK(BM_DisplayWQMoney);
+BENCHMARK(BM_DisplayIcuCurrency);
+BENCHMARK(BM_DisplayQLocale);
+BENCHMARK(BM_ParseWQMoney);
+BENCHMARK(BM_ParseIcuCurrency);
+BENCHMARK(BM_KeystrokeStandard);
+BENCHMARK(BM_KeystrokeATM);
+BENCHMARK(BM_KeystrokeATMDelete);
+
+// Keeps the table as usual and notes each benchmark's time per iteration.
+class RecordingReporter : public benchmark::ConsoleReporter {
+public:
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs)
+            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
+                nanos()[run.benchmark_name()] = run.GetAdjustedRealTime();
+        ConsoleReporter::ReportRuns(runs);
+    }
+};
+
+void summary()
+{
+    const auto& n = nanos();
+    const auto ns = [&](const char* name) {
+        const auto it = n.find(name);
+        return it == n.end() ? 0.0 : it->second;
+    };
+    const auto ratio = [&](const char* label, const char* peer, const char* ours) {
+        if (ns(peer) > 0 && ns(ours) > 0)
+            std::printf("  %-44s %6.1fx\n", label, ns(peer) / ns(ours));
+    };
+    std::printf("\nSummary (time of the peer / time of ours; higher is better):\n");
+    ratio("display vs ICU currency format", "BM_DisplayIcuCurrency", "BM_DisplayWQMoney");
+    ratio("display vs QLocale::toCurrencyString", "BM_DisplayQLocale", "BM_DisplayWQMoney");
+    ratio("parse vs ICU parseCurrency", "BM_ParseIcuCurrency", "BM_ParseWQMoney");
+    std::printf("Keystroke judgements (target under 5 us):\n");
+    for (const char* name : {"BM_KeystrokeStandard", "BM_KeystrokeATM", "BM_KeystrokeATMDelete"})
+        if (ns(name) > 0)
+            std::printf("  %-44s %6.3f us %s\n", name, ns(name) / 1000.0, ns(name) < 5000 ? "ok" : "OVER TARGET");
+    if (ns("BM_DisplayWQMoney") > 0)
+        std::printf("Display target (3x ICU): %s\n",
+                    ns("BM_DisplayIcuCurrency") >= 3 * ns("BM_DisplayWQMoney") ? "met" : "MISSED");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    // The worked settings: en_US gives $#,##0.00 and -$#,##0.00.
+    WQRegionalSettings::setAllLocales(QStringLiteral("en_US"));
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    RecordingReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    benchmark::Shutdown();
+    summary();
+    WQMoneyFormatter::_wq_removed_delegate(&standardOwner());
+    WQMoneyFormatter::_wq_removed_delegate(&atmOwner());
+    return 0;
+}

@@ -1,0 +1,104 @@
+#include <WQGeneral/dateformatter/WQDateFormatter.h>
+#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/platform/WQLocalizedText.h>
+
+#include "WQDateIncrementKeys.h"
+
+#include <algorithm>
+
+namespace wq {
+
+using namespace dateformatter;
+
+bool WQDateFormatter::_wq_incrementDecrement(const QString& insertedText, const QString& originalString,
+                                             QString* partialString, WQRange* proposedSelectedRange) const
+{
+    const bool option = WQEditContext::currentEvent().optionKeyDown;
+    qint64 months = 0;
+    qint64 days = 0;
+    bool toToday = false;
+    if (insertedText.contains(u'=') || insertedText.contains(u'+')) {
+        (option ? months : days) = 1;
+    } else if (insertedText.contains(u'-')) {
+        (option ? months : days) = -1;
+    } else if (insertedText.contains(QChar(kNotEqual)) || insertedText.contains(QChar(kPlusMinus))) {
+        months = 1;
+    } else if (insertedText.contains(QChar(kEnDash))) {
+        months = -1;
+    } else if (insertedText.contains(u't', Qt::CaseInsensitive)) {
+        toToday = true;
+    } else {
+        return true;
+    }
+
+    // The text before the key is stepped, so the key never spoils the parse.
+    std::optional<WQDate> result = toToday ? today() : dateForString(originalString);
+    if (!result)
+        return false;
+    if (!toToday)
+        result = result->dateByAddingYears(0, months, days);
+    const QString shown = _wq_render(*result);
+    return rewriteProposal(partialString, proposedSelectedRange, shown, WQRange{shown.size(), 0});
+}
+
+bool WQDateFormatter::isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
+                                           const QString& originalString, WQRange originalSelectedRange,
+                                           QString* errorDescription)
+{
+    if (errorDescription)
+        *errorDescription = QString();
+    if (!partialString || !proposedSelectedRange)
+        return false;
+    const QString& proposed = *partialString;
+
+    // A deletion (the caret went back past where the edit started) inserts
+    // nothing and always stands.
+    const qsizetype start = originalSelectedRange.location;
+    const qsizetype insertedLength = proposedSelectedRange->location - start;
+    if (insertedLength < 0) {
+        if (proposed.isEmpty())
+            if (WQFieldEditor* editor = WQEditContext::keyFieldEditor())
+                editor->setSelectedRange(*proposedSelectedRange);
+        return true;
+    }
+    const QString inserted =
+        start >= 0 && start <= proposed.size() ? proposed.mid(start, insertedLength) : QString();
+
+    if (mInvertedDecimalSetPlusLocalizedSeparatorsCharacterSet.intersects(inserted)) {
+        if (errorDescription)
+            *errorDescription = WQFormatTemplate(WQLocalizedString("\"%@\" is not valid here"), {inserted});
+        return false;
+    }
+
+    const QChar separator = mLocalizedDateSeparatorString.isEmpty() ? QChar(0) : mLocalizedDateSeparatorString[0];
+    const qsizetype first = proposed.indexOf(separator);
+
+    // Text pasted over the whole field may hold a key.
+    if (start == 0 && originalSelectedRange.length == originalString.size() && first >= 0
+        && !_wq_incrementDecrement(inserted, originalString, partialString, proposedSelectedRange))
+        return false;
+
+    // At most two separators, each followed by something.
+    if (first >= 0 && first + 1 < proposed.size()) {
+        const qsizetype second = proposed.indexOf(separator, first + 1);
+        if (second >= 0 && second + 1 < proposed.size() && proposed.indexOf(separator, second + 1) >= 0) {
+            if (_wq_incrementDecrement(inserted, originalString, partialString, proposedSelectedRange)
+                && errorDescription)
+                *errorDescription = WQFormatTemplate(WQLocalizedString("\"%@\" can't appear more than twice here"),
+                                                     {mLocalizedDateSeparatorString});
+            return false;
+        }
+    }
+
+    // A separator that is no key is a separator; one that is a key steps.
+    if ((!inserted.contains(separator) || mIncrementerSet.contains(separator))
+        && !_wq_incrementDecrement(inserted, originalString, partialString, proposedSelectedRange))
+        return false;
+
+    if (partialString->isEmpty())
+        if (WQFieldEditor* editor = WQEditContext::keyFieldEditor())
+            editor->setSelectedRange(*proposedSelectedRange);
+    return true;
+}
+
+} // namespace wq

@@ -1,0 +1,91 @@
+#pragma once
+// The entry formatter of date fields: shows a WQDate in a date format, reads
+// typed text back in the order of that format (missing numbers come from
+// today), lets only digits, the separator and the increment keys be typed,
+// and turns the increment keys into steps of the date in the field:
+//   + or =   next day (Alt: next month)      - previous day (Alt: previous month)
+//   U+2260, U+00B1   next month               U+2013   previous month
+//   t or T   today
+// Its class side (the user's date patterns and names) is WQSystemDateSettings.
+
+#include <WQGeneral/dates/WQDate.h>
+#include <WQGeneral/dates/WQSystemDateSettings.h>
+#include <WQGeneral/formatters/WQFormatter.h>
+
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+#include <optional>
+
+namespace wq {
+
+class WQDateFormatter : public WQFormatter, public WQSystemDateSettings {
+public:
+    // Where "today" comes from; nullopt when the clock cannot be read.
+    using TodayProvider = std::function<std::optional<WQDate>()>;
+
+    // Usually given shortDateFormat(). Either date-pattern letters (M/d/yy)
+    // or percent directives (%m/%d/%y).
+    explicit WQDateFormatter(const QString& format);
+
+    void setDateFormat(const QString& format);
+    const QString& dateFormat() const noexcept { return mFormat; }
+    // The one character typed between the numbers ("\0" when the format has none).
+    const QString& localizedSeparator() const noexcept { return mLocalizedDateSeparatorString; }
+
+    bool showCentury() const noexcept { return mFlags.showCentury; }
+    bool zeroPadDate() const noexcept { return mFlags.zeroPadDate; }
+    bool zeroPadMonth() const noexcept { return mFlags.zeroPadMonth; }
+    // 0-based places of the month and the day among the format's date fields.
+    int monthPosition() const noexcept { return mFlags.monthPosition; }
+    int dayPosition() const noexcept { return mFlags.dayPosition; }
+
+    // Today is read on every call that needs it; the default reads the
+    // system clock. An empty provider restores the default.
+    void setTodayProvider(TodayProvider provider);
+    std::optional<WQDate> today() const;
+
+    // A WQDate in the format; a string as it is; nullopt for anything else.
+    std::optional<QString> stringForObjectValue(const QVariant& value) const override;
+    // Up to three numbers split at the separator; stores a WQDate.
+    bool getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const override;
+    // The same as a WQDate, for callers that do not want a QVariant.
+    std::optional<WQDate> dateForString(const QString& string, QString* errorDescription = nullptr) const;
+    bool isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
+                              const QString& originalString, WQRange originalSelectedRange,
+                              QString* errorDescription) override;
+
+    // True when insertedText holds no increment key; otherwise steps the date
+    // of originalString into *partialString (caret at its end) when that text
+    // parses, and answers false either way.
+    bool _wq_incrementDecrement(const QString& insertedText, const QString& originalString,
+                                QString* partialString, WQRange* proposedSelectedRange) const;
+    void _wq_processFormat();
+
+private:
+    // Everything but decimal digits, the separator and the increment keys.
+    struct InvertedCharacterSet {
+        char16_t separator = 0;
+        bool contains(char32_t c) const noexcept;
+        bool intersects(QStringView text) const noexcept;
+    };
+    struct Flags {
+        quint8 showCentury : 1;
+        quint8 zeroPadDate : 1;
+        quint8 zeroPadMonth : 1;
+        quint8 monthPosition : 2;
+        quint8 dayPosition : 2;
+    };
+
+    QString _wq_render(const WQDate& date) const;
+
+    QString mFormat;
+    QString mLocalizedDateSeparatorString;
+    InvertedCharacterSet mInvertedDecimalSetPlusLocalizedSeparatorsCharacterSet;
+    QString mIncrementerSet;
+    Flags mFlags{0, 0, 0, 0, 0};
+    TodayProvider _wq_todayProvider;
+};
+
+} // namespace wq

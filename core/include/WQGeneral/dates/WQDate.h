@@ -1,0 +1,156 @@
+#pragma once
+// A calendar date of the proleptic Gregorian calendar, with no time of day and
+// no time zone: the date every document stores, shows and computes with.
+//
+// Construction folds overflowing months and days forward (2023-01-32 is
+// 2023-02-01); a day of 0, and month 0 with day 0, are kept as given, and
+// 0000-00-00 (also the default value) stands for "no date" where a parse
+// fails. Weekdays run 0 = Sunday ... 6 = Saturday; day 1 of the common era is
+// 0001-01-01.
+//
+// Years are signed 64-bit. Operations whose result cannot be represented
+// (a year past the 64-bit range, a day count past 64 bits) raise
+// NSRangeException instead of wrapping.
+
+#include <WQGeneral/platform/WQExceptions.h>
+
+#include <QDateTime>
+#include <QMetaType>
+#include <QString>
+#include <QVariant>
+#include <QVariantMap>
+
+#include <compare>
+#include <optional>
+
+namespace wq {
+
+class WQDate {
+public:
+    // 0000-00-00, the "no date" value.
+    constexpr WQDate() = default;
+    // Normalises: months above 12 carry into the year, days beyond the month
+    // carry into the following months.
+    WQDate(qint64 year, quint64 month, quint64 day);
+
+    // --- class side ---------------------------------------------------------
+    // 0 for month 0 or above 12.
+    static quint8 daysInMonth(quint8 month, qint64 year) noexcept;
+    static bool isLeapYear(qint64 year) noexcept;
+    // Today in the system time zone; nullopt if the clock cannot be broken down.
+    static std::optional<WQDate> date();
+    static WQDate dateWithYear(qint64 year, quint64 month, quint64 day) { return WQDate(year, month, day); }
+    // nullopt (and a log line) for day numbers below 1.
+    static std::optional<WQDate> dateWithDayOfCommonEra(qint64 dayNumber);
+
+    // --- fields -------------------------------------------------------------
+    constexpr qint64 yearOfCommonEra() const noexcept { return _wq_year; }
+    constexpr quint64 monthOfYear() const noexcept { return _wq_month; }
+    constexpr quint64 dayOfMonth() const noexcept { return _wq_day; }
+
+    // --- day counting (constant time) ---------------------------------------
+    // Years before 1500, and month 0, follow the same 400-year Gregorian cycle
+    // as later years (month 0 counts as January, so 2024-00-00 is a Sunday
+    // like 2023-12-31).
+    quint8 dayOfWeek() const noexcept;
+    quint16 dayOfYear() const noexcept;
+    // Years of 0 and below count no years: the answer is their day of year.
+    // Raises NSRangeException past what a signed 64-bit day count holds.
+    qint64 dayOfCommonEra() const;
+
+    // --- comparison ---------------------------------------------------------
+    // -1, 0 or +1 by year, month, day.
+    int compare(const WQDate& other) const noexcept { return compareWithDate(other); }
+    // Raises NSBadComparisonException unless the value holds a WQDate.
+    int compare(const QVariant& other) const;
+    int compareWithDate(const WQDate& other) const noexcept;
+    // Quiet: anything that is not a WQDate is simply not equal.
+    bool isEqual(const QVariant& other) const noexcept;
+    bool isEqual(const WQDate& other) const noexcept { return *this == other; }
+    // Strict: raises NSBadComparisonException unless the value holds a WQDate.
+    bool isEqualToDate(const QVariant& other) const;
+    bool isEqualToDate(const WQDate& other) const noexcept { return *this == other; }
+    bool isSameYearAs(const WQDate& other) const noexcept { return _wq_year == other._wq_year; }
+    bool isSameMonthAs(const WQDate& other) const noexcept
+    {
+        return _wq_month == other._wq_month && _wq_year == other._wq_year;
+    }
+    bool isSameDayAs(const WQDate& other) const noexcept { return *this == other; }
+    bool comesBefore(const WQDate& other) const noexcept { return *this < other; }
+    bool comesAfter(const WQDate& other) const noexcept { return *this > other; }
+
+    friend constexpr bool operator==(const WQDate&, const WQDate&) = default;
+    friend constexpr std::strong_ordering operator<=>(const WQDate&, const WQDate&) = default;
+
+    // --- arithmetic ---------------------------------------------------------
+    // Years and months first, days last; a day past the end of the target
+    // month carries into the next month (2023-01-31 + 1 month = 2023-03-03).
+    WQDate dateByAddingYears(qint64 years, qint64 months, qint64 days) const;
+
+    // Fills the places given (nullptr = not wanted) with this date minus
+    // `other`: positive when this date is later. Days borrowed for a month
+    // are counted in the earlier date's month.
+    void yearsMonthsDaysSinceDate(qint64* years, qint64* months, qint64* days, const WQDate& other) const;
+    struct Difference {
+        std::optional<qint64> years, months, days;
+    };
+    Difference yearsMonthsDaysSinceDate(const WQDate& other, bool wantYears, bool wantMonths, bool wantDays) const;
+
+    // --- text ---------------------------------------------------------------
+    // `format` is either percent directives ("%Y-%m-%d") or, when it holds no
+    // '%', date-pattern letters ("M/d/yy"). Names come from `locale` (the
+    // dictionary keyed by WQDateLocaleKey_...); missing names are left out.
+    // Results are cached for the life of the process. Raises
+    // NSInvalidArgumentException for an unknown directive and
+    // NSRangeException for a '%' that ends the format.
+    QString descriptionWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
+    // Names from the system's regional settings.
+    QString descriptionWithCalendarFormat(const QString& format) const;
+    QString description() const;                               // "%Y-%m-%d"
+    QString descriptionWithLocale(const QVariantMap& locale) const;
+    QString debugDescription() const;                          // "%ld-%02d-%02d", no cache
+
+    QString cacheKeyForFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
+    static std::optional<QString> cachedValueForKey(const QString& key);
+    static void cacheValue(const QString& value, const QString& key);
+    // Renders without reading or growing the cache.
+    QString _wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
+
+    // Reads `text` by the percent directives of `format`; 0000-00-00 when the
+    // text does not match. Names match without regard to case; %y reads 69-99
+    // as 19xx and 00-68 as 20xx; %Y reads a signed year, four digits when
+    // another directive follows at once. Fields the format does not mention
+    // default to January, day 1 and the current year. A bad format raises as
+    // descriptionWithCalendarFormat does.
+    static WQDate dateWithString(const QString& text, const QString& format, const std::optional<QVariantMap>& locale);
+    static WQDate dateWithString(const QString& text, const QString& format);
+
+    // --- conversions --------------------------------------------------------
+    // The calendar date of that moment in the system time zone. An invalid
+    // QDateTime raises NSInternalInconsistencyException.
+    static WQDate dateWithNSDate(const QDateTime& moment);
+    // The first moment of the date in the system time zone (midnight, or the
+    // end of a daylight-saving gap that swallows midnight). Day 0 is the last
+    // day of the previous month. Invalid past QDate's range.
+    QDateTime nsDate() const;
+
+    // --- fixed storage layouts ----------------------------------------------
+    QString optimizedStringTovanaFormat() const;                 // MM/DD/YYYY
+    static std::optional<WQDate> optimizedDateWithStringTovanaFormat(const QString& text);
+    QString optimizedStringXMLFormat() const;                    // YYYY-MM-DD
+    static std::optional<WQDate> optimizedDateWithStringXMLFormat(const QString& text);
+    static std::optional<WQDate> optimizedDateWithCStringXMLFormat(const char* text);
+
+private:
+    struct Raw {};
+    constexpr WQDate(Raw, qint64 year, quint8 month, quint8 day) noexcept
+        : _wq_year(year), _wq_month(month), _wq_day(day) {}
+
+    qint64 _wq_year = 0;
+    quint8 _wq_month = 0;
+    quint8 _wq_day = 0;
+};
+
+} // namespace wq
+
+Q_DECLARE_METATYPE(wq::WQDate)

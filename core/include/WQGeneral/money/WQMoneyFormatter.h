@@ -1,0 +1,130 @@
+#pragma once
+// The entry formatter for money amounts. Its currency settings come from
+// the system (regional settings) or from its owner's currency dictionary;
+// display, rounding and grouping are done by hand so that every system
+// shows the same text. Obtain shared formatters from moneyFormatterForDelegate:
+// the registry keeps one per owner, number of places and kind.
+
+#include <WQGeneral/money/WQMoneyConstants.h>
+#include <WQGeneral/money/WQMoneyFormatterDelegate.h>
+#include <WQGeneral/numbers/WQCharacterSet.h>
+#include <WQGeneral/numbers/WQNumberFormatter.h>
+
+#include <functional>
+#include <memory>
+
+namespace wq {
+
+class WQMoneyFormatter : public WQNumberFormatter {
+public:
+    // With no delegate: system settings and standard typing, and only the
+    // number-preferences notification is observed.
+    explicit WQMoneyFormatter(WQMoneyFormatterDelegate* delegate = nullptr);
+    ~WQMoneyFormatter() override;
+
+    // The system's settings (monetary locale; the decimal separator of
+    // plain numbers is WQDecimalFormatter::systemDecimalSeparator).
+    static QString systemCurrencySymbol();
+    static QString systemCurrencyThousandsSeparator();
+    static QString systemCurrencyDecimalSeparator();
+    static QString systemPositiveCurrencyFormat();
+    static QString systemNegativeCurrencyFormat();
+
+    // The shared formatter for an owner and number of places, made on first
+    // request. Calculating formatters come from the maker registered below;
+    // without one, asking for a calculating formatter answers nullptr.
+    static std::shared_ptr<WQMoneyFormatter> moneyFormatterForDelegate(WQMoneyFormatterDelegate* delegate,
+                                                                       qint8 decimalPlaces,
+                                                                       bool canCalculate = false);
+    using Maker = std::function<std::shared_ptr<WQMoneyFormatter>(WQMoneyFormatterDelegate*)>;
+    static void setCalculatingFormatterMaker(Maker maker);
+    // Drops every registry entry of an owner (what kWQNotification_DelegateRemoved does).
+    static void _wq_removed_delegate(const WQNotificationSender* delegate);
+    // Entries in the registry; 0 also when the registry does not exist.
+    static qsizetype registeredFormatterCount();
+
+    // The owner, or nullptr when there is none or it is gone.
+    WQMoneyFormatterDelegate* delegate() const;
+    // Asked of the owner at every judgement.
+    bool isATMMode() const;
+
+    // Settings in force.
+    QString localizedThousandsSeparator() const { return _wq_localizedThousandsSeparator; }
+    QString localizedDecimalSeparator() const { return _wq_localizedDecimalSeparator; }
+    QString localizedCurrencySymbol() const { return _wq_localizedCurrencySymbol; }
+    QString localizedPositiveFormat() const { return _wq_localizedPositiveFormat; }
+    QString localizedNegativeFormat() const { return _wq_localizedNegativeFormat; }
+    const WQCharacterSet& currencySymbolCharSet() const { return _wq_currencySymbolCharSet; }
+
+    // Re-reads the settings; posts kWQNotif_MoneyFormatterChanged (queued)
+    // when a value differs from the one in force.
+    void _wq_setUpInstanceVariables();
+
+    // Numbers as amounts, strings unchanged, anything else nullopt.
+    std::optional<QString> stringForObjectValue(const QVariant& value) const override;
+    // The display of one amount.
+    QString stringForAmount(double amount) const;
+    // Always fills value with the amount (0 for an absent text); false only
+    // for a second, separate decimal separator.
+    bool getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const override;
+    // Standard or ATM typing, as the owner says.
+    bool isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
+                              const QString& originalString, WQRange originalSelectedRange,
+                              QString* errorDescription) override;
+
+    // The base pattern for a sign, or the localized one when the base has
+    // none (or only a one-character default); localizedFormat receives the
+    // localized format of that sign.
+    QString _wq_formatForMoney(bool negative, QString* localizedFormat = nullptr) const;
+    // The forgiving parser; error is written only when the error occurs.
+    double _wq_doubleValueForMoneyString(const QString& string, QString* error) const;
+    bool _wq_std_isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
+                                      const QString& originalString, WQRange originalSelectedRange,
+                                      QString* errorDescription);
+    bool _wq_atm_isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
+                                      const QString& originalString, WQRange originalSelectedRange,
+                                      QString* errorDescription);
+
+protected:
+    void _wq_patternsChanged() override { _wq_rebuildDisplayPlan(); }
+
+private:
+    // What display needs from the patterns and settings, worked out once
+    // per change instead of on every call (index 0 positive, 1 negative).
+    struct _wq_DisplayPlan {
+        quint64 multiplier[2] = {1, 1};
+        quint8 places[2] = {0, 0};
+        bool grouping[2] = {false, false};
+        bool symbol[2] = {false, false};
+        bool symbolAtEnd = false;
+        char negativeSign = 0; // '-', '(' or none
+        // Single-character (or no) grouping and a separator that cannot be
+        // mistaken for a digit: the text can be laid out in one pass.
+        bool direct = false;
+    };
+    void _wq_rebuildDisplayPlan();
+    QString _wq_generalStringForAmount(double amount) const;
+
+    void _wq_delegateClosed_notification(const WQNotification& notification);
+    void _wq_currencyChanged(const WQNotification& notification);
+    void _wq_observe();
+
+    WQMoneyFormatterDelegate* _wq_delegate = nullptr;
+    std::weak_ptr<const void> _wq_delegateLifetime;
+    QString _wq_localizedThousandsSeparator;
+    QString _wq_localizedDecimalSeparator;
+    QString _wq_localizedCurrencySymbol;
+    QString _wq_localizedPositiveFormat;
+    QString _wq_localizedNegativeFormat;
+    WQCharacterSet _wq_invertedDecimalPlusLocalizedSeparatorsCharSet;
+    WQCharacterSet _wq_invertedATMStyleCharSet;
+    WQCharacterSet _wq_currencySymbolCharSet;
+
+    // Deferred re-reads find the formatter through this, so one that has
+    // gone away by then is skipped.
+    std::shared_ptr<WQMoneyFormatter*> _wq_self = std::make_shared<WQMoneyFormatter*>(this);
+    bool _wq_reReadPending = false;
+    _wq_DisplayPlan _wq_plan;
+};
+
+} // namespace wq

@@ -1,0 +1,41 @@
+#pragma once
+// The small character sets the number formatters filter keystrokes with:
+// decimal digits (Unicode Nd) and/or a handful of extra characters, or the
+// inverse of such a set. Membership is by code point.
+
+#include <QString>
+#include <QStringView>
+
+#include <cstdint>
+#include <vector>
+
+namespace wq {
+
+class WQCharacterSet {
+public:
+    WQCharacterSet() = default;
+
+    // Decimal digits plus every character of each extra string.
+    static WQCharacterSet decimalDigitsPlus(std::initializer_list<QStringView> extras);
+    // Exactly the characters of the given strings.
+    static WQCharacterSet characters(std::initializer_list<QStringView> extras);
+
+    WQCharacterSet invertedSet() const;
+
+    bool contains(char32_t c) const;
+    // Index (UTF-16) of the first character of text in this set, or -1.
+    qsizetype indexIn(QStringView text) const;
+    bool intersects(QStringView text) const { return indexIn(text) >= 0; }
+
+    friend bool operator==(const WQCharacterSet&, const WQCharacterSet&) = default;
+
+private:
+    void _wq_add(QStringView extra);
+    bool _wq_digits = false;
+    bool _wq_inverted = false;
+    // ASCII members as a bitmap; the rest, few as they are, in a short list.
+    std::uint64_t _wq_ascii[2] = {0, 0};
+    std::vector<char32_t> _wq_others;
+};
+
+} // namespace wq

@@ -1,0 +1,63 @@
+#pragma once
+// The base of the number entry formatters: a settable positive and negative
+// pattern and a decimal-style display and parsing of plain numbers, done by
+// ICU for the numeric locale. Subclasses add their own typing rules.
+
+#include <WQGeneral/formatters/WQFormatter.h>
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+#include <optional>
+
+namespace wq {
+
+// The double a variant holds when it holds a number (not a string, not a
+// bool); nullopt otherwise.
+std::optional<double> _wq_numberValue(const QVariant& value);
+
+class WQNumberFormatter : public WQFormatter {
+public:
+    WQNumberFormatter();
+    ~WQNumberFormatter() override;
+    WQNumberFormatter(const WQNumberFormatter&) = delete;
+    WQNumberFormatter& operator=(const WQNumberFormatter&) = delete;
+
+    // Sets both patterns: "#,##0" gives #,##0 and -#,##0.
+    void setFormat(const QString& pattern);
+    // Null until set.
+    QString positiveFormat() const { return _wq_positiveFormat; }
+    QString negativeFormat() const { return _wq_negativeFormat; }
+    void setPositiveFormat(const QString& format);
+    void setNegativeFormat(const QString& format);
+
+    // The numeric locale's separators unless set.
+    QString decimalSeparator() const;
+    void setDecimalSeparator(const QString& separator);
+    QString groupingSeparator() const;
+
+    // Numbers in the patterns; strings, bools and anything else have no
+    // display (nullopt).
+    std::optional<QString> stringForObjectValue(const QVariant& value) const override;
+    // The whole text must be a number of the patterns; an empty text is a
+    // success without a value (a null QVariant).
+    bool getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const override;
+
+protected:
+    // Called after a pattern changed, for subclasses that keep what they
+    // derive from the patterns.
+    virtual void _wq_patternsChanged() {}
+
+private:
+    struct _wq_Icu;
+    _wq_Icu& _wq_icu() const;
+    void _wq_invalidate();
+
+    QString _wq_positiveFormat;
+    QString _wq_negativeFormat;
+    QString _wq_decimalSeparator; // null: the locale's
+    mutable std::unique_ptr<_wq_Icu> _wq_icuState;
+};
+
+} // namespace wq

@@ -1,0 +1,172 @@
+#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/numbers/WQDecimalFormatter.h>
+#include <WQGeneral/numbers/WQNumberSettings.h>
+#include <WQGeneral/platform/WQDeferred.h>
+#include <WQGeneral/platform/WQNotificationQueue.h>
+#include <WQGeneral/platform/WQRegionalSettings.h>
+
+namespace wq {
+namespace {
+
+constexpr int kReReadDelayMs = 200;
+
+QString orFallback(const QString& value, const char16_t* fallback)
+{
+    return value.isEmpty() ? QString::fromUtf16(fallback) : value;
+}
+
+// A dictionary value as the string it stores; null when absent.
+QString dictionaryString(const QVariantMap& dict, const QString& key)
+{
+    const auto it = dict.constFind(key);
+    if (it == dict.constEnd() || !it->canConvert<QString>())
+        return QString();
+    QString value = it->toString();
+    if (value.isNull())
+        value = QStringLiteral("");
+    return value;
+}
+
+// An unset field is simply set; a set one that differs is replaced and
+// counts as a change.
+void store(QString& field, const QString& value, bool& changed)
+{
+    if (field.isNull()) {
+        field = value;
+    } else if (field != value || value.isNull()) {
+        field = value;
+        changed = true;
+    }
+}
+
+} // namespace
+
+QString WQMoneyFormatter::systemCurrencySymbol()
+{
+    return orFallback(WQNumberSettings::currencySymbol(), u"$");
+}
+
+QString WQMoneyFormatter::systemCurrencyThousandsSeparator()
+{
+    return orFallback(WQNumberSettings::currencyGroupingSeparator(), u",");
+}
+
+QString WQMoneyFormatter::systemCurrencyDecimalSeparator()
+{
+    return orFallback(WQNumberSettings::currencyDecimalSeparator(), u".");
+}
+
+QString WQMoneyFormatter::systemPositiveCurrencyFormat()
+{
+    return orFallback(WQNumberSettings::positiveCurrencyFormat(), u"$");
+}
+
+QString WQMoneyFormatter::systemNegativeCurrencyFormat()
+{
+    return orFallback(WQNumberSettings::negativeCurrencyFormat(), u"$");
+}
+
+WQMoneyFormatter::WQMoneyFormatter(WQMoneyFormatterDelegate* delegate) : _wq_delegate(delegate)
+{
+    if (delegate)
+        _wq_delegateLifetime = delegate->lifetimeToken();
+    _wq_setUpInstanceVariables();
+    _wq_observe();
+}
+
+WQMoneyFormatter::~WQMoneyFormatter()
+{
+    WQNotificationCenter::defaultCenter().removeObserver(this);
+    WQNotificationCenter::distributedCenter().removeObserver(this);
+    // A queued change notification must not name a formatter that is gone.
+    WQNotificationQueue::defaultQueue().dequeueNotificationsForSender(this);
+}
+
+void WQMoneyFormatter::_wq_observe()
+{
+    if (_wq_delegate) {
+        auto& center = WQNotificationCenter::defaultCenter();
+        center.addObserver(this, kWQNotification_DelegateRemoved, _wq_delegate,
+                           [this](const WQNotification& n) { _wq_delegateClosed_notification(n); });
+        center.addObserver(this, kWQNotification_CurrencyChanged, _wq_delegate,
+                           [this](const WQNotification& n) { _wq_currencyChanged(n); });
+    }
+    WQNotificationCenter::distributedCenter().addObserver(
+        this, kWQNotif_AppleNumberPreferencesChanged, nullptr,
+        [this](const WQNotification& n) { _wq_currencyChanged(n); });
+}
+
+WQMoneyFormatterDelegate* WQMoneyFormatter::delegate() const
+{
+    return _wq_delegate && !_wq_delegateLifetime.expired() ? _wq_delegate : nullptr;
+}
+
+bool WQMoneyFormatter::isATMMode() const
+{
+    const WQMoneyFormatterDelegate* owner = delegate();
+    return owner && owner->user_input_like_ATM();
+}
+
+void WQMoneyFormatter::_wq_delegateClosed_notification(const WQNotification& notification)
+{
+    // May destroy this formatter: nothing may follow.
+    _wq_removed_delegate(notification.object);
+}
+
+void WQMoneyFormatter::_wq_currencyChanged(const WQNotification&)
+{
+    // A burst of changes is read once, after it has settled.
+    if (_wq_reReadPending)
+        return;
+    _wq_reReadPending = WQPerformDeferred<WQMoneyFormatter*>(
+        _wq_self, [](WQMoneyFormatter*& formatter) {
+            formatter->_wq_reReadPending = false;
+            formatter->_wq_setUpInstanceVariables();
+        },
+        kReReadDelayMs);
+}
+
+void WQMoneyFormatter::_wq_setUpInstanceVariables()
+{
+    std::optional<QVariantMap> dict;
+    if (const WQMoneyFormatterDelegate* owner = delegate())
+        dict = owner->currencySymbolDict();
+    // A dictionary without the flag counts as custom.
+    const bool custom = dict && dict->value(kWQCurrencyKey_UseSystem).toInt() == 0;
+
+    bool changed = false;
+    if (custom) {
+        store(_wq_localizedPositiveFormat, dictionaryString(*dict, kWQCurrencyKey_PositiveCurrencyFormatString), changed);
+        store(_wq_localizedNegativeFormat, dictionaryString(*dict, kWQCurrencyKey_NegativeCurrencyFormatString), changed);
+        store(_wq_localizedThousandsSeparator, dictionaryString(*dict, kWQCurrencyKey_ThousandsSeparator), changed);
+        store(_wq_localizedDecimalSeparator, dictionaryString(*dict, kWQCurrencyKey_DecimalSeparator), changed);
+        store(_wq_localizedCurrencySymbol, dictionaryString(*dict, kWQCurrencyKey_CurrencySymbol), changed);
+    } else {
+        store(_wq_localizedPositiveFormat, systemPositiveCurrencyFormat(), changed);
+        store(_wq_localizedNegativeFormat, systemNegativeCurrencyFormat(), changed);
+        store(_wq_localizedThousandsSeparator, systemCurrencyThousandsSeparator(), changed);
+        // The plain-number separator, not the currency one, on purpose.
+        store(_wq_localizedDecimalSeparator, WQDecimalFormatter::systemDecimalSeparator(), changed);
+        // The symbol takes the blank that the pattern puts between it and the number.
+        QString symbol = systemCurrencySymbol();
+        if (_wq_localizedPositiveFormat.endsWith(u" $"))
+            symbol.prepend(u' ');
+        else if (_wq_localizedPositiveFormat.startsWith(u"$ "))
+            symbol.append(u' ');
+        store(_wq_localizedCurrencySymbol, symbol, changed);
+    }
+
+    _wq_invertedDecimalPlusLocalizedSeparatorsCharSet =
+        WQCharacterSet::decimalDigitsPlus({_wq_localizedThousandsSeparator, _wq_localizedDecimalSeparator, u"-"})
+            .invertedSet();
+    _wq_invertedATMStyleCharSet = WQCharacterSet::decimalDigitsPlus({_wq_localizedDecimalSeparator}).invertedSet();
+    _wq_currencySymbolCharSet = WQCharacterSet::characters({_wq_localizedCurrencySymbol});
+    _wq_rebuildDisplayPlan();
+
+    if (changed)
+        WQNotificationQueue::defaultQueue().enqueueASAP(
+            WQNotification{kWQNotif_MoneyFormatterChanged, this, std::nullopt},
+            WQNotificationQueue::CoalescingOnName);
+}
+
+} // namespace wq

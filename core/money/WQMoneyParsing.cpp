@@ -1,0 +1,132 @@
+#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/numbers/WQEntryMessages.h>
+#include <WQGeneral/numbers/WQTextEditing.h>
+
+#include <charconv>
+
+namespace wq {
+namespace {
+
+// The leading decimal number: ASCII digits with at most one point. Nothing
+// to read reads as 0.
+double leadingNumber(QStringView text)
+{
+    char buffer[352];
+    std::size_t length = 0;
+    buffer[length++] = '0';
+    bool point = false;
+    for (QChar c : text) {
+        if (length >= sizeof buffer)
+            break;
+        if (c >= u'0' && c <= u'9') {
+            buffer[length++] = char(c.unicode());
+        } else if (c == u'.' && !point) {
+            point = true;
+            buffer[length++] = '.';
+        } else {
+            break;
+        }
+    }
+    double value = 0;
+    std::from_chars(buffer, buffer + length, value);
+    return value;
+}
+
+} // namespace
+
+bool WQMoneyFormatter::getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const
+{
+    double amount = 0;
+    bool success = false;
+    if (!string.isNull()) {
+        QString error;
+        amount = _wq_doubleValueForMoneyString(string, &error);
+        success = error.isNull();
+        if (errorDescription)
+            *errorDescription = error;
+    }
+    if (value)
+        *value = amount;
+    return success;
+}
+
+double WQMoneyFormatter::_wq_doubleValueForMoneyString(const QString& string, QString* error) const
+{
+    QString text = string;
+    qsizetype unusedCaret = 0;
+    bool negative = false;
+
+    _wq_removeAll(text, _wq_localizedThousandsSeparator, unusedCaret);
+    // Two minus signs cancel.
+    if (_wq_removeAll(text, u"-", unusedCaret) % 2)
+        negative = !negative;
+    for (;;) {
+        const qsizetype open = text.indexOf(u'(');
+        const qsizetype close = text.lastIndexOf(u')');
+        if (open < 0 || close < 0 || open > close)
+            break;
+        negative = !negative;
+        text.remove(close, 1);
+        text.remove(open, 1);
+    }
+    _wq_removeAll(text, _wq_localizedCurrencySymbol, unusedCaret);
+    // Everything but digits and the decimal separator's characters goes.
+    if (_wq_invertedATMStyleCharSet.intersects(text)) {
+        QString kept;
+        kept.reserve(text.size());
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            const qsizetype width =
+                text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate() ? 2 : 1;
+            const QStringView character = QStringView(text).mid(i, width);
+            if (!_wq_invertedATMStyleCharSet.intersects(character))
+                kept += character;
+            i += width - 1;
+        }
+        text = kept;
+    }
+
+    const QString& separator = _wq_localizedDecimalSeparator;
+    if (!separator.isEmpty()) {
+        const bool symbolHasSeparator = _wq_containsText(_wq_localizedCurrencySymbol, separator);
+        const bool symbolTrails = _wq_localizedPositiveFormat.endsWith(u'$');
+        bool seen = false;
+        qsizetype accepted = 0;
+        qsizetype searchFrom = 0;
+        for (qsizetype at = text.indexOf(separator); at >= 0; at = _wq_find(text, separator, searchFrom)) {
+            if (!seen) {
+                text.replace(at, separator.size(), QChar(u'.'));
+                accepted = at;
+                seen = true;
+                searchFrom = at + 1;
+            } else if (at == searchFrom) {
+                // Repeated separators collapse into one.
+                text.remove(at, separator.size());
+            } else {
+                if (symbolHasSeparator) {
+                    if (symbolTrails && at + separator.size() == text.size()) {
+                        // The point of a trailing symbol such as "kr.".
+                        text.remove(at, separator.size());
+                        break;
+                    }
+                    if (accepted == 0) {
+                        // The accepted point was a leading symbol's: start over.
+                        text.remove(0, 1);
+                        seen = false;
+                        searchFrom = 0;
+                        continue;
+                    }
+                }
+                text.replace(at, separator.size(), QChar(u'.'));
+                accepted = at;
+                searchFrom = at + 1;
+                if (error)
+                    *error = _wq_moreThanOnceMessage(separator);
+            }
+        }
+    }
+
+    const double amount = leadingNumber(text);
+    return negative ? -amount : amount;
+}
+
+} // namespace wq

@@ -1,0 +1,157 @@
+#include <WQGeneral/numbers/WQNumberFormatter.h>
+#include <WQGeneral/numbers/WQNumberSettings.h>
+#include <WQGeneral/platform/WQLocalizedText.h>
+#include <WQGeneral/platform/WQRegionalSettings.h>
+
+#include "WQIcuStrings.h"
+
+#include <unicode/dcfmtsym.h>
+#include <unicode/decimfmt.h>
+#include <unicode/fmtable.h>
+#include <unicode/parsepos.h>
+
+namespace wq {
+
+std::optional<double> _wq_numberValue(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Double:
+    case QMetaType::Float:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+        return value.toDouble();
+    default:
+        return std::nullopt;
+    }
+}
+
+// The ICU formatter is made on first use and again after a locale change or
+// a change of pattern or separator.
+struct WQNumberFormatter::_wq_Icu {
+    quint64 generation = 0;
+    std::unique_ptr<icu::DecimalFormat> format;
+};
+
+WQNumberFormatter::WQNumberFormatter() = default;
+WQNumberFormatter::~WQNumberFormatter() = default;
+
+void WQNumberFormatter::_wq_invalidate()
+{
+    _wq_icuState.reset();
+}
+
+void WQNumberFormatter::setFormat(const QString& pattern)
+{
+    _wq_positiveFormat = pattern;
+    _wq_negativeFormat = QStringLiteral("-") + pattern;
+    _wq_invalidate();
+    _wq_patternsChanged();
+}
+
+void WQNumberFormatter::setPositiveFormat(const QString& format)
+{
+    _wq_positiveFormat = format;
+    _wq_invalidate();
+    _wq_patternsChanged();
+}
+
+void WQNumberFormatter::setNegativeFormat(const QString& format)
+{
+    _wq_negativeFormat = format;
+    _wq_invalidate();
+    _wq_patternsChanged();
+}
+
+QString WQNumberFormatter::decimalSeparator() const
+{
+    if (!_wq_decimalSeparator.isNull())
+        return _wq_decimalSeparator;
+    const QString system = WQNumberSettings::decimalSeparator();
+    return system.isEmpty() ? QStringLiteral(".") : system;
+}
+
+void WQNumberFormatter::setDecimalSeparator(const QString& separator)
+{
+    _wq_decimalSeparator = separator.isEmpty() ? QStringLiteral(".") : separator;
+    _wq_invalidate();
+}
+
+QString WQNumberFormatter::groupingSeparator() const
+{
+    return WQNumberSettings::groupingSeparator();
+}
+
+WQNumberFormatter::_wq_Icu& WQNumberFormatter::_wq_icu() const
+{
+    const quint64 generation = WQRegionalSettings::generation();
+    if (_wq_icuState && _wq_icuState->generation == generation)
+        return *_wq_icuState;
+    auto state = std::make_unique<_wq_Icu>();
+    state->generation = generation;
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Locale locale(WQRegionalSettings::localeName(WQRegionalSettings::Category::Numeric).toLatin1().constData());
+    auto symbols = std::make_unique<icu::DecimalFormatSymbols>(locale, status);
+    if (U_FAILURE(status)) {
+        status = U_ZERO_ERROR;
+        symbols = std::make_unique<icu::DecimalFormatSymbols>(icu::Locale::getRoot(), status);
+    }
+    symbols->setSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol, numbers_icu::toIcu(decimalSeparator()));
+    QString pattern = _wq_positiveFormat.isEmpty() ? QStringLiteral("#,##0.###") : _wq_positiveFormat;
+    if (!_wq_negativeFormat.isEmpty() && _wq_negativeFormat != QStringLiteral("-") + pattern)
+        pattern += u';' + _wq_negativeFormat;
+    status = U_ZERO_ERROR;
+    state->format = std::make_unique<icu::DecimalFormat>(numbers_icu::toIcu(pattern), symbols.release(), status);
+    if (U_FAILURE(status)) {
+        status = U_ZERO_ERROR;
+        state->format = std::make_unique<icu::DecimalFormat>(status);
+    }
+    _wq_icuState = std::move(state);
+    return *_wq_icuState;
+}
+
+std::optional<QString> WQNumberFormatter::stringForObjectValue(const QVariant& value) const
+{
+    const std::optional<double> number = _wq_numberValue(value);
+    if (!number)
+        return std::nullopt;
+    icu::UnicodeString text;
+    _wq_icu().format->format(*number, text);
+    return numbers_icu::fromIcu(text);
+}
+
+bool WQNumberFormatter::getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const
+{
+    if (string.isEmpty()) {
+        if (value)
+            *value = QVariant();
+        if (errorDescription)
+            *errorDescription = QString();
+        return true;
+    }
+    const icu::UnicodeString text = numbers_icu::toIcu(string);
+    icu::Formattable result;
+    icu::ParsePosition position(0);
+    _wq_icu().format->parse(text, result, position);
+    UErrorCode status = U_ZERO_ERROR;
+    const double parsed = result.getDouble(status);
+    if (position.getErrorIndex() >= 0 || position.getIndex() != text.length() || U_FAILURE(status)) {
+        if (errorDescription)
+            *errorDescription = WQLocalizedString("Invalid number");
+        return false;
+    }
+    if (value)
+        *value = parsed;
+    if (errorDescription)
+        *errorDescription = QString();
+    return true;
+}
+
+} // namespace wq

@@ -1,0 +1,171 @@
+#include "RegisterWindow.h"
+
+#include <WQGeneral/dateformatter/WQDateFormatter.h>
+#include <WQGeneral/datefields/WQDateFields.h>
+#include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/platform/WQRegionalSettings.h>
+
+#include <QAbstractSpinBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace showcase {
+namespace {
+
+constexpr int kDateRole = Qt::UserRole + 1;
+const QStringList kColumns = {QStringLiteral("Date"), QStringLiteral("Payee"), QStringLiteral("Amount")};
+
+} // namespace
+
+RegisterWindow::RegisterWindow()
+    : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat()))
+{
+    setWindowTitle(QStringLiteral("WQGeneral showcase: Checking"));
+    auto* layout = new QVBoxLayout(this);
+    _message = new QLabel(this);
+    _message->setStyleSheet(QStringLiteral("color: #b00020;"));
+
+    _table = new QTableWidget(0, int(kColumns.size()), this);
+    _table->setHorizontalHeaderLabels(kColumns);
+    _table->horizontalHeader()->setStretchLastSection(true);
+    _table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    _table->verticalHeader()->hide();
+    _table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    _table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    layout->addWidget(_table, 1);
+
+    _entryRow = new QWidget(this);
+    _entryLayout = new QHBoxLayout(_entryRow);
+    _entryLayout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(_entryRow);
+
+    auto* payee = new wq::WQLineEdit(_entryRow);
+    payee->setObjectName(QStringLiteral("payee"));
+    payee->setPlaceholderText(QStringLiteral("Payee"));
+    addFieldGroup(QStringLiteral("Payee"), payee, QStringLiteral("Payee"));
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(_message, 1);
+    auto* enter = new QPushButton(QStringLiteral("Enter"), this);
+    enter->setAutoDefault(false);
+    connect(enter, &QPushButton::clicked, this, &RegisterWindow::enterTransaction);
+    buttons->addWidget(enter);
+    layout->addLayout(buttons);
+
+    _seed();
+    // Rows show their dates in the user's current short format.
+    _localeObservation.observe(wq::kWQNotif_CurrentLocaleDidChange, nullptr, [this](const wq::WQNotification&) {
+        _dates->setDateFormat(wq::WQDateFormatter::shortDateFormat());
+        _renderDates();
+    });
+}
+
+RegisterWindow::~RegisterWindow() = default;
+
+void RegisterWindow::_seed()
+{
+    struct Row {
+        wq::WQDate date;
+        const char* payee;
+        const char* amount;
+    };
+    const Row rows[] = {
+        {wq::WQDate(2026, 3, 2), "Opening balance", "2,500.00"},
+        {wq::WQDate(2026, 3, 5), "Corner Grocery", "-84.17"},
+        {wq::WQDate(2026, 3, 9), "City Power & Light", "-61.40"},
+        {wq::WQDate(2026, 3, 12), "Paycheck", "1,912.55"},
+    };
+    for (const Row& row : rows) {
+        const int r = _table->rowCount();
+        _table->insertRow(r);
+        auto* date = new QTableWidgetItem;
+        date->setData(kDateRole, QVariant::fromValue(row.date));
+        _table->setItem(r, 0, date);
+        _table->setItem(r, 1, new QTableWidgetItem(QString::fromUtf8(row.payee)));
+        auto* amount = new QTableWidgetItem(QString::fromUtf8(row.amount));
+        amount->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        _table->setItem(r, 2, amount);
+    }
+    _renderDates();
+}
+
+void RegisterWindow::_renderDates()
+{
+    for (int r = 0; r < _table->rowCount(); ++r) {
+        QTableWidgetItem* item = _table->item(r, 0);
+        if (item && item->data(kDateRole).isValid())
+            item->setText(_dates->stringForObjectValue(item->data(kDateRole)).value_or(QString()));
+    }
+}
+
+void RegisterWindow::addFieldGroup(const QString& label, QWidget* field, const QString& column, int place)
+{
+    auto* group = new QWidget(_entryRow);
+    auto* layout = new QVBoxLayout(group);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    auto* caption = new QLabel(label, group);
+    caption->setStyleSheet(QStringLiteral("color: #555; font-size: 11px;"));
+    layout->addWidget(caption);
+    field->setParent(group);
+    layout->addWidget(field);
+    _entryLayout->insertWidget(place, group, field->objectName() == QStringLiteral("payee") ? 2 : 1);
+    _groups.append({field, column});
+    if (auto* lineEdit = qobject_cast<wq::WQLineEdit*>(field))
+        watch(lineEdit);
+}
+
+void RegisterWindow::watch(wq::WQLineEdit* field)
+{
+    connect(field, &wq::WQLineEdit::editRefused, this, &RegisterWindow::showMessage, Qt::UniqueConnection);
+    connect(field, &wq::WQLineEdit::valueRefused, this, &RegisterWindow::showMessage, Qt::UniqueConnection);
+    // A good keystroke clears the last complaint.
+    connect(field, &wq::WQLineEdit::objectValueChanged, _message, &QLabel::clear, Qt::UniqueConnection);
+}
+
+void RegisterWindow::showMessage(const QString& message)
+{
+    _message->setText(message);
+    if (!message.isEmpty())
+        emit refusalShown(message);
+}
+
+QString RegisterWindow::shownText(const QWidget* field)
+{
+    if (const auto* lineEdit = qobject_cast<const QLineEdit*>(field))
+        return lineEdit->text();
+    if (const auto* spin = qobject_cast<const QAbstractSpinBox*>(field))
+        return spin->text();
+    return QString();
+}
+
+bool RegisterWindow::enterTransaction()
+{
+    for (const Group& group : _groups) {
+        if (auto* lineEdit = qobject_cast<wq::WQLineEdit*>(group.field); lineEdit && !lineEdit->validateEditing()) {
+            lineEdit->setFocus();
+            return false;
+        }
+    }
+    const int r = _table->rowCount();
+    _table->insertRow(r);
+    for (const Group& group : _groups) {
+        const int column = int(kColumns.indexOf(group.column));
+        if (column < 0)
+            continue;
+        auto* item = new QTableWidgetItem(shownText(group.field));
+        if (const auto* lineEdit = qobject_cast<const wq::WQLineEdit*>(group.field))
+            if (const std::optional<wq::WQDate> date = wq::WQDateValue(*lineEdit))
+                item->setData(kDateRole, QVariant::fromValue(*date));
+        if (column == 2)
+            item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        _table->setItem(r, column, item);
+    }
+    _table->scrollToBottom();
+    _message->clear();
+    return true;
+}
+
+} // namespace showcase

@@ -1,0 +1,67 @@
+#pragma once
+// The showcase's window: a register of transactions above an entry row of
+// labelled fields, an Enter button that records the row, and a message line
+// for refusals (alert sheets come later).
+
+#include <WQGeneral/platform/WQNotificationCenter.h>
+
+#include <QLabel>
+#include <QTableWidget>
+#include <QWidget>
+
+#include <memory>
+
+class QHBoxLayout;
+
+namespace wq {
+class WQLineEdit;
+class WQDateFormatter;
+} // namespace wq
+
+namespace showcase {
+
+class RegisterWindow : public QWidget {
+    Q_OBJECT
+public:
+    RegisterWindow();
+    ~RegisterWindow() override;
+
+    // Parent for the fields of the entry row.
+    QWidget* entryRow() const { return _entryRow; }
+    // Adds a labelled field at a place of the entry row (-1: at the end,
+    // after the payee); with a column (Date, Payee, Amount), Enter copies the
+    // field's text (and a date value) into that column of the new row.
+    void addFieldGroup(const QString& label, QWidget* field, const QString& column = QString(), int place = -1);
+    // Refusals of the field go to the message line and to refusalShown.
+    void watch(wq::WQLineEdit* field);
+
+    void showMessage(const QString& message);
+    QTableWidget& table() { return *_table; }
+    // The text a field shows: line edits and spin boxes alike.
+    static QString shownText(const QWidget* field);
+
+public slots:
+    // Reads every field and, when all are valid, adds the row.
+    bool enterTransaction();
+
+signals:
+    void refusalShown(const QString& message);
+
+private:
+    void _seed();
+    void _renderDates();
+
+    QTableWidget* _table = nullptr;
+    QWidget* _entryRow = nullptr;
+    QHBoxLayout* _entryLayout = nullptr;
+    QLabel* _message = nullptr;
+    struct Group {
+        QWidget* field;
+        QString column;
+    };
+    QList<Group> _groups;
+    std::unique_ptr<wq::WQDateFormatter> _dates;
+    wq::WQObservation _localeObservation{wq::WQNotificationCenter::distributedCenter()};
+};
+
+} // namespace showcase

@@ -1,0 +1,17 @@
+#include "ShowcaseFeature.h"
+
+namespace showcase {
+
+std::unique_ptr<ShowcaseFeature> makeDateFields();
+std::unique_ptr<ShowcaseFeature> makeMoneyFields();
+
+std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
+{
+    std::vector<std::unique_ptr<ShowcaseFeature>> features;
+    // One line per feature, in entry-row order.
+    features.push_back(makeDateFields());
+    features.push_back(makeMoneyFields());
+    return features;
+}
+
+} // namespace showcase

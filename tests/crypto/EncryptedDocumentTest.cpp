@@ -1,0 +1,291 @@
+#include <WQGeneral/crypto/WQEncryptedDocument.h>
+
+#include <gtest/gtest.h>
+
+#include <QRegularExpression>
+
+using namespace wq;
+
+namespace {
+
+const QString kHead = QStringLiteral(
+    "<?xml version='1.0' encoding='UTF-8'?>"
+    "<EncryptedData xmlns='http://www.w3.org/2001/04/xmlenc#' MimeType='text/xml'>"
+    "<EncryptionMethod Algorithm='http://www.w3.org/2001/04/xmlenc#aes128-cbc'/>"
+    "<ds:KeyInfo xmlns:ds='http://www.w3.org/2000/09/xmldsig#'>"
+    "<xenc11:DerivedKey xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' "
+    "xmlns:xenc='http://www.w3.org/2001/04/xmlenc#' xmlns:xenc11='http://www.w3.org/2009/xmlenc11#' "
+    "xmlns:pkcs-5='http://www.rsasecurity.com/rsalabs/pkcs/schemas/pkcs-5v2-0#'>"
+    "<xenc11:KeyDerivationMethod Algorithm='http://www.rsasecurity.com/rsalabs/pkcs/schemas/pkcs-5v2-0#pbkdf2'>"
+    "<pkcs-5:PBKDF2-params><Salt><Specified>");
+const QString kMiddle = QStringLiteral(
+    "</Specified></Salt><IterationCount>1000</IterationCount><KeyLength>16</KeyLength>"
+    "<PRF Algorithm='http://www.w3.org/2001/04/xmldsig-more#hmac-sha1'/>"
+    "</pkcs-5:PBKDF2-params></xenc11:KeyDerivationMethod></xenc11:DerivedKey></ds:KeyInfo>"
+    "<CipherData><CipherValue>");
+const QString kTail = QStringLiteral("</CipherValue></CipherData></EncryptedData>");
+
+QString between(const QString& text, QStringView open, QStringView close)
+{
+    const qsizetype start = text.indexOf(open);
+    const qsizetype end = text.indexOf(close, start + 1);
+    if (start < 0 || end < 0)
+        return QString();
+    return text.mid(start + open.size(), end - start - open.size());
+}
+
+QString smileyPassword()
+{
+    const char32_t text[] = {0x1F600, U'k', 0x1F511};
+    return QString::fromUcs4(text, 3);
+}
+
+} // namespace
+
+TEST(EncryptedDocument, KeyEnvelopeFollowsTheTemplateExactly)
+{
+    const QString envelope = xml_encryptDocumentWithKey(QStringLiteral("<a/>"), "0123456789abcdef", "saltsalt",
+                                                        "IVIVIVIVIVIVIVIV");
+    EXPECT_EQ(envelope, kHead + QStringLiteral("c2FsdHNhbHQ=") + kMiddle + QStringLiteral("SVZJVklWSVZJVklWSVZJVg==cizUZ3fgASBd2ZEqwcEMdA==") + kTail);
+
+    // A key the cipher refuses leaves the cipher text out.
+    const QString refused = xml_encryptDocumentWithKey(QStringLiteral("<a/>"), "short", "saltsalt", "IVIVIVIVIVIVIVIV");
+    EXPECT_EQ(refused, kHead + QStringLiteral("c2FsdHNhbHQ=") + kMiddle + QStringLiteral("SVZJVklWSVZJVklWSVZJVg==") + kTail);
+    EXPECT_EQ(xml_decryptDocumentWithPassword(refused, QStringLiteral("x")).error, WQEnvelopeError::DamagedValue);
+}
+
+TEST(EncryptedDocument, PasswordEnvelopeSaltAndIV)
+{
+    qsizetype shortest = 100, longest = 0;
+    for (int i = 0; i < 60; ++i) {
+        const QString envelope = xml_encryptDocumentWithPassword(QString(), QStringLiteral("pw"));
+        ASSERT_TRUE(envelope.startsWith(kHead));
+        ASSERT_TRUE(envelope.endsWith(kTail));
+        const QByteArray salt = QByteArray::fromBase64(between(envelope, u"<Specified>", u"</Specified>").toLatin1());
+        shortest = std::min(shortest, salt.size());
+        longest = std::max(longest, salt.size());
+        const QString value = between(envelope, u"<CipherValue>", u"</CipherValue>");
+        ASSERT_EQ(value.size(), 24 + 24);   // the IV, then one block for the empty document
+        EXPECT_TRUE(value.first(24).endsWith(u"=="));
+        EXPECT_EQ(QByteArray::fromBase64(value.first(24).toLatin1()).size(), 16);
+        EXPECT_TRUE(envelope.contains(kMiddle.first(40)));
+    }
+    EXPECT_GE(shortest, 8);
+    EXPECT_LE(longest, 16);
+    EXPECT_LT(shortest, longest);   // the length is random too
+}
+
+TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
+{
+    const QString documents[] = {
+        QString(),
+        QStringLiteral("<doc/>"),
+        QStringLiteral("<doc>Gr\u00fc\u00dfe, \u65e5\u672c\u8a9e, \u0627\u0644\u0639\u0631\u0628\u064a\u0629 & <\"'></doc>"),
+        QStringLiteral("0123456789abcdef"),   // fills its block exactly
+    };
+    const QString passwords[] = {
+        QStringLiteral("correct horse"), QString(), QStringLiteral("p\u00e4ssw\u00f6rd"),
+        QStringLiteral("\u5bc6\u7801"), smileyPassword(),
+    };
+    for (const QString& password : passwords) {
+        for (const QString& document : documents) {
+            const QString classic = xml_encryptDocumentWithPassword(document, password);
+            WQDecryptedDocument opened = xml_decryptDocumentWithPassword(classic, password);
+            ASSERT_TRUE(opened.ok()) << int(opened.error);
+            EXPECT_EQ(opened.document, document);
+
+            const QByteArray salt = randomDataOfLength(12);
+            const QByteArray iv = randomDataOfLength(16);
+            const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
+            opened = xml_decryptDocumentWithPassword(xml_encryptDocumentWithKey(document, key.bytes(), salt, iv), password);
+            ASSERT_TRUE(opened.ok()) << int(opened.error);
+            EXPECT_EQ(opened.document, document);
+
+            const QString sealed = xml_encryptDocumentAuthenticatedWithPassword(document, password, 1000);
+            opened = xml_decryptDocumentWithPassword(sealed, password);
+            ASSERT_TRUE(opened.ok()) << int(opened.error);
+            EXPECT_EQ(opened.document, document);
+        }
+    }
+}
+
+TEST(EncryptedDocument, TenMebibyteDocuments)
+{
+    // Ten mebibytes of rows, each numbered so that no two blocks repeat.
+    QString document;
+    document.reserve(10 * 1024 * 1024 + 64);
+    document += u"<ledger>";
+    for (int i = 0; document.size() < 10 * 1024 * 1024 - 64; ++i) {
+        document += u"<row n='";
+        document += QString::number(i);
+        document += u"'>Caf\u00e9 &amp; co</row>\n";
+    }
+    document += u"</ledger>";
+    const QString password = QStringLiteral("big \u00e9");
+    const WQDecryptedDocument classic = xml_decryptDocumentWithPassword(xml_encryptDocumentWithPassword(document, password), password);
+    ASSERT_TRUE(classic.ok());
+    EXPECT_EQ(classic.document, document);
+    const WQDecryptedDocument sealed =
+        xml_decryptDocumentWithPassword(xml_encryptDocumentAuthenticatedWithPassword(document, password, 1000), password);
+    ASSERT_TRUE(sealed.ok());
+    EXPECT_EQ(sealed.document, document);
+}
+
+TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
+{
+    const QString good = xml_encryptDocumentWithKey(QStringLiteral("<a/>"), "0123456789abcdef", "saltsalt",
+                                                    "IVIVIVIVIVIVIVIV");
+    const auto errorOf = [](const QString& envelope, const QString& password = QStringLiteral("pw")) {
+        return xml_decryptDocumentWithPassword(envelope, password).error;
+    };
+    const auto replaced = [&good](const char* from, const char* to) {
+        QString text = good;
+        const qsizetype i = text.indexOf(QLatin1StringView(from));
+        EXPECT_GE(i, 0) << from;
+        return text.replace(i, qsizetype(strlen(from)), QLatin1StringView(to));
+    };
+    using E = WQEnvelopeError;
+    EXPECT_EQ(errorOf(QString()), E::NotAnEnvelope);
+    EXPECT_EQ(errorOf(QStringLiteral("plain text, not XML")), E::NotAnEnvelope);
+    EXPECT_EQ(errorOf(QStringLiteral("<EncryptedData/>")), E::NotAnEnvelope);   // no namespace
+    EXPECT_EQ(errorOf(QStringLiteral("<?xml version='1.0'?><ledger/>")), E::NotAnEnvelope);
+
+    EXPECT_EQ(errorOf(replaced("aes128-cbc", "aes256-cbc")), E::UnsupportedAlgorithm);
+    EXPECT_EQ(errorOf(replaced("#pbkdf2", "#scrypt")), E::UnsupportedAlgorithm);
+    EXPECT_EQ(errorOf(replaced("hmac-sha1", "hmac-md5")), E::UnsupportedAlgorithm);
+    EXPECT_EQ(errorOf(replaced("<KeyLength>16", "<KeyLength>32")), E::UnsupportedAlgorithm);
+    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>2000001")), E::UnsupportedAlgorithm);
+
+    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>many")), E::DamagedValue);
+    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>0")), E::DamagedValue);
+    EXPECT_EQ(errorOf(replaced("c2FsdHNhbHQ=", "c2Fsd!NhbHQ=")), E::DamagedValue);
+    EXPECT_EQ(errorOf(replaced("c2FsdHNhbHQ=", "c2FsdHNhbHR=")), E::DamagedValue);   // non-canonical last group
+    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMdB==")), E::DamagedValue);
+    EXPECT_EQ(errorOf(replaced("SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVg")), E::DamagedValue);
+    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEq")), E::DamagedValue);
+    EXPECT_EQ(errorOf(good.left(good.size() - 20)), E::DamagedValue);   // cut short
+
+    // The cipher refuses: a wrong password, or a changed last block.
+    EXPECT_EQ(errorOf(good, QStringLiteral("not the password")), E::WrongPasswordOrDamaged);
+    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMeA==")), E::WrongPasswordOrDamaged);
+    for (const WQEnvelopeError error : {E::NotAnEnvelope, E::UnsupportedAlgorithm, E::DamagedValue, E::WrongPasswordOrDamaged})
+        EXPECT_FALSE(WQEnvelopeErrorDescription(error).isEmpty());
+}
+
+TEST(EncryptedDocument, AuthenticatedEnvelopeNoticesEveryChange)
+{
+    const QString document = QStringLiteral("<ledger><row>42.00</row></ledger>");
+    const QString password = QStringLiteral("s\u00e9same");
+    const QString envelope = xml_encryptDocumentAuthenticatedWithPassword(document, password, 50);
+    const WQEnvelopeInfo info = xml_inspectEnvelope(envelope);
+    ASSERT_EQ(info.error, WQEnvelopeError::None);
+    EXPECT_TRUE(info.authenticated);
+    EXPECT_EQ(info.encryptionAlgorithm, u"http://www.w3.org/2009/xmlenc11#aes128-gcm");
+    EXPECT_EQ(info.pseudoRandomFunction, u"http://www.w3.org/2001/04/xmldsig-more#hmac-sha256");
+    EXPECT_EQ(info.iterationCount, 50u);
+    EXPECT_EQ(info.salt.size(), 16);
+    EXPECT_EQ(info.iv.size(), 12);
+    EXPECT_EQ(info.cipherText.size(), document.size() + 16);
+
+    const qsizetype valueStart = envelope.indexOf(u"<CipherValue>") + 13;
+    const qsizetype valueEnd = envelope.indexOf(u"</CipherValue>");
+    const qsizetype saltStart = envelope.indexOf(u"<Specified>") + 11;
+    const qsizetype saltEnd = envelope.indexOf(u"</Specified>");
+    int refused = 0;
+    for (qsizetype i = 0; i < envelope.size(); ++i) {
+        QString changed = envelope;
+        const QChar c = changed[i];
+        changed[i] = c == u'A' ? u'B' : (c.isLetterOrNumber() ? u'A' : u'x');
+        const WQDecryptedDocument opened = xml_decryptDocumentWithPassword(changed, password);
+        // Never a different document: either the same text or a refusal.
+        if (opened.ok()) {
+            EXPECT_EQ(opened.document, document) << i;
+        } else {
+            ++refused;
+        }
+        const bool inValue = (i >= valueStart && i < valueEnd) || (i >= saltStart && i < saltEnd);
+        if (inValue) {
+            EXPECT_TRUE(opened.error == WQEnvelopeError::WrongPasswordOrDamaged || opened.error == WQEnvelopeError::DamagedValue)
+                << i << " " << int(opened.error);
+        }
+    }
+    EXPECT_GT(refused, (valueEnd - valueStart) + (saltEnd - saltStart));
+    EXPECT_EQ(xml_decryptDocumentWithPassword(envelope, QStringLiteral("sesame")).error, WQEnvelopeError::WrongPasswordOrDamaged);
+}
+
+TEST(EncryptedDocument, AuthenticatedDefaultIterationCount)
+{
+    const QString envelope = xml_encryptDocumentAuthenticatedWithPassword(QStringLiteral("<a/>"), QStringLiteral("pw"));
+    const WQEnvelopeInfo info = xml_inspectEnvelope(envelope);
+    EXPECT_EQ(info.iterationCount, kWQAuthenticatedIterationCount);
+    EXPECT_LE(std::uint64_t(kWQAuthenticatedIterationCount), kWQMaximumIterationCount);
+    EXPECT_EQ(xml_decryptDocumentWithPassword(envelope, QStringLiteral("pw")).document, u"<a/>");
+}
+
+TEST(EncryptedDocument, InspectClassicEnvelope)
+{
+    const QString envelope = xml_encryptDocumentWithPassword(QStringLiteral("<a>x</a>"), QStringLiteral("pw"));
+    const WQEnvelopeInfo info = xml_inspectEnvelope(envelope);
+    ASSERT_EQ(info.error, WQEnvelopeError::None);
+    EXPECT_FALSE(info.authenticated);
+    EXPECT_EQ(info.encryptionAlgorithm, u"http://www.w3.org/2001/04/xmlenc#aes128-cbc");
+    EXPECT_EQ(info.keyDerivationAlgorithm, u"http://www.rsasecurity.com/rsalabs/pkcs/schemas/pkcs-5v2-0#pbkdf2");
+    EXPECT_EQ(info.iterationCount, 1000u);
+    EXPECT_EQ(info.keyLength, 16u);
+    EXPECT_EQ(info.iv.size(), 16);
+    EXPECT_EQ(info.cipherText.size(), 16);
+    EXPECT_EQ(AES128DecryptWithPassword(info.cipherText, QStringLiteral("pw"), info.salt, info.iv), "<a>x</a>");
+
+    // Line breaks and indentation, as an editor might leave them, are read too.
+    QString pretty = envelope;
+    pretty.replace(QStringLiteral("><"), QStringLiteral(">\n  <"));
+    const qsizetype value = pretty.indexOf(u"<CipherValue>") + 13;
+    pretty.insert(value + 24, QStringLiteral("\n   "));
+    pretty.insert(value + 10, QStringLiteral("\r\n\t"));
+    EXPECT_EQ(xml_decryptDocumentWithPassword(pretty, QStringLiteral("pw")).document, u"<a>x</a>");
+}
+
+TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
+{
+    // Large enough that the value runs over many of the reader's slices.
+    QString document;
+    for (int i = 0; document.size() < 300000; ++i)
+        document += QStringLiteral("<r>%1</r>").arg(i);
+    const QString password = QStringLiteral("pw");
+    const QString envelope = xml_encryptDocumentWithPassword(document, password);
+    const qsizetype value = envelope.indexOf(u"<CipherValue>") + 13;
+    const qsizetype valueEnd = envelope.indexOf(u"</CipherValue>");
+    const auto opens = [&](const QString& text) {
+        const WQDecryptedDocument opened = xml_decryptDocumentWithPassword(text, password);
+        return opened.ok() && opened.document == document;
+    };
+    EXPECT_TRUE(opens(envelope));
+
+    // A character reference far into the value.
+    QString referenced = envelope;
+    const qsizetype at = value + 200000;
+    referenced.replace(at, 1, QStringLiteral("&#%1;").arg(int(envelope[at].unicode())));
+    EXPECT_TRUE(opens(referenced));
+
+    // Line breaks written as CR LF, which XML reads as LF.
+    QString crlf = envelope;
+    for (qsizetype i = valueEnd - 76; i > value + 24; i -= 76)
+        crlf.insert(i, QStringLiteral("\r\n"));
+    EXPECT_TRUE(opens(crlf));
+
+    // The whole value in a CDATA section, and a comment in the middle.
+    QString cdata = envelope;
+    cdata.insert(valueEnd, QStringLiteral("]]>"));
+    cdata.insert(value, QStringLiteral("<![CDATA["));
+    EXPECT_TRUE(opens(cdata));
+    QString commented = envelope;
+    commented.insert(value + 150000, QStringLiteral("<!-- a note -->"));
+    EXPECT_TRUE(opens(commented));
+
+    // Markup inside the value is damage.
+    QString marked = envelope;
+    marked.insert(value + 150000, QStringLiteral("<b/>"));
+    EXPECT_EQ(xml_decryptDocumentWithPassword(marked, password).error, WQEnvelopeError::DamagedValue);
+    // So is a value cut off by the end of the file.
+    EXPECT_EQ(xml_decryptDocumentWithPassword(envelope.left(value + 100000), password).error, WQEnvelopeError::DamagedValue);
+}

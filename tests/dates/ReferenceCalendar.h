@@ -1,0 +1,148 @@
+#pragma once
+// Slow, literal calendar routines: year-by-year and month-by-month walks and
+// the doomsday rule, written the plain way so the fast day arithmetic can be
+// checked against them.
+
+#include <QtGlobal>
+
+#include <array>
+
+namespace wq::test::reference {
+
+inline bool isLeap(qint64 y)
+{
+    return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0;
+}
+
+inline qint64 monthLength(qint64 m, qint64 y)
+{
+    static constexpr std::array<int, 12> lengths{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (m < 1 || m > 12)
+        return 0;
+    return lengths[std::size_t(m - 1)] + (m == 2 && isLeap(y) ? 1 : 0);
+}
+
+struct Ymd {
+    qint64 year;
+    qint64 month;
+    qint64 day;
+    bool operator==(const Ymd&) const = default;
+};
+
+// Counts no years for year 0 and below: the counter starts at 1 and only
+// counts up while it is below the year.
+inline qint64 dayOfCommonEra(qint64 y, qint64 m, qint64 d)
+{
+    qint64 total = 0;
+    for (qint64 year = 1; year < y; ++year)
+        total += isLeap(year) ? 366 : 365;
+    for (qint64 month = 1; month < m; ++month)
+        total += monthLength(month, y);
+    return total + d;
+}
+
+inline Ymd dateWithDayOfCommonEra(qint64 n)
+{
+    qint64 year = 1, total = 0;
+    while (total < n) {
+        total += isLeap(year) ? 366 : 365;
+        ++year;
+    }
+    --year;
+    total -= isLeap(year) ? 366 : 365;
+    qint64 month = 1;
+    while (total < n) {
+        total += monthLength(month, year);
+        ++month;
+    }
+    --month;
+    total -= monthLength(month, year);
+    return {year, month, n - total};
+}
+
+inline qint64 dayOfYear(qint64 y, qint64 m, qint64 d)
+{
+    qint64 total = 0;
+    for (qint64 month = 1; month < m; ++month)
+        total += monthLength(month, y);
+    return total + d;
+}
+
+// Defined for years 1500 and later; months 1 ... 12.
+inline int doomsdayWeekday(qint64 year, qint64 month, qint64 day)
+{
+    static constexpr std::array<int, 4> anchors{3, 2, 0, 5};
+    static constexpr std::array<int, 12> doomsdates{3, 28, 7, 4, 9, 6, 11, 8, 5, 10, 7, 12};
+    const qint64 c = year - year % 100;
+    const int anchor = anchors[std::size_t(((c - 1500) / 100) % 4)];
+    const qint64 y = year - c;
+    const qint64 a = y / 12, b = y % 12, e = b / 4;
+    const qint64 doomsday = (anchor + (a + b + e) % 7) % 7;
+    qint64 monthDoomsdate = doomsdates[std::size_t(month - 1)];
+    if (month < 3 && isLeap(year))
+        monthDoomsdate = month == 1 ? 4 : 29;
+    qint64 d = day - monthDoomsdate;
+    while (d < 0)
+        d += 7;
+    return int((doomsday + d) % 7);
+}
+
+// Month-by-month normalisation of a construction (small inputs only).
+inline Ymd normalise(qint64 year, quint64 month, quint64 day)
+{
+    while (month > 12) {
+        ++year;
+        month -= 12;
+    }
+    for (;;) {
+        const quint64 length = quint64(monthLength(qint64(quint8(month)), year));
+        if (day <= length)
+            break;
+        day -= length;
+        ++month;
+        if (month > 12) {
+            ++year;
+            month -= 12;
+        }
+    }
+    return {year, qint64(quint8(month)), qint64(quint8(day))};
+}
+
+// Field-by-field addition, step by step (small inputs only).
+inline Ymd add(Ymd date, qint64 dy, qint64 dm, qint64 dd)
+{
+    qint64 y = date.year + dy, m = date.month + dm;
+    if (dm > 0)
+        while (m > 12) {
+            ++y;
+            m -= 12;
+        }
+    if (dm < 0)
+        while (m < 1) {
+            --y;
+            m += 12;
+        }
+    qint64 d = date.day + dd;
+    if (dd < 0)
+        while (d < 1) {
+            --m;
+            if (m < 1) {
+                m += 12;
+                --y;
+            }
+            d += monthLength(m, y);
+        }
+    qint64 length = monthLength(m, y);
+    while (d > length) {
+        ++m;
+        d -= length;
+        if (m > 12) {
+            m -= 12;
+            ++y;
+        }
+        length = monthLength(m, y);
+    }
+    return normalise(y, quint64(m), quint64(d));
+}
+
+} // namespace wq::test::reference

@@ -1,0 +1,120 @@
+#include <WQGeneral/drawing/WQStringDrawing.h>
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+
+using namespace wq;
+
+namespace {
+
+WQTextAttributes attributesAt(qreal points)
+{
+    WQTextAttributes attributes;
+    attributes.font = QFont(QStringLiteral("DejaVu Sans"));
+    attributes.font.setPointSizeF(points);
+    return attributes;
+}
+
+QSizeF measured(const QString& text, const QFont& font)
+{
+    WQTextAttributes attributes;
+    attributes.font = font;
+    return sizeWithAttributes(text, attributes);
+}
+
+QFont withSize(QFont font, qreal points)
+{
+    font.setPointSizeF(points);
+    return font;
+}
+
+} // namespace
+
+TEST(StringDrawing, ShrinksAPointAtATimeUntilItFits)
+{
+    const QString label = QStringLiteral("Opening balance");
+    const WQTextAttributes attributes = attributesAt(24);
+    const QSizeF full = sizeWithAttributes(label, attributes);
+
+    // Room for the whole label: nothing changes.
+    WQFittedText fitted = fitInRect(label, QRectF(0, 0, full.width() + 1, full.height() + 1), attributes, 8);
+    EXPECT_EQ(fitted.font.pointSizeF(), 24);
+    EXPECT_EQ(fitted.text, label);
+
+    // Half the width: the largest whole-point step down from 24 that fits.
+    const QRectF half(0, 0, full.width() / 2, full.height());
+    fitted = fitInRect(label, half, attributes, 4);
+    const qreal chosen = fitted.font.pointSizeF();
+    EXPECT_LT(chosen, 24);
+    EXPECT_GT(chosen, 4);
+    EXPECT_EQ(chosen, std::floor(chosen));
+    EXPECT_LE(measured(label, fitted.font).width(), half.width());
+    EXPECT_GT(measured(label, withSize(fitted.font, chosen + 1)).width(), half.width());
+    EXPECT_EQ(fitted.size, measured(label, fitted.font));
+
+    // Too little room even at the minimum: the minimum it is.
+    fitted = fitInRect(label, QRectF(0, 0, 5, full.height()), attributes, 9);
+    EXPECT_EQ(fitted.font.pointSizeF(), 9);
+    fitted = fitInRect(label, QRectF(0, 0, 5, full.height()), attributes, 0.5);   // a minimum below 2 is 2
+    EXPECT_EQ(fitted.font.pointSizeF(), 2);
+
+    // Height counts as well as width.
+    fitted = fitInRect(label, QRectF(0, 0, full.width() * 4, full.height() / 2), attributes, 4);
+    EXPECT_LE(fitted.size.height(), full.height() / 2);
+    EXPECT_LT(fitted.font.pointSizeF(), 14);
+}
+
+TEST(StringDrawing, RepeatsTheFillerWhileThereIsRoom)
+{
+    const QString label = QStringLiteral("Groceries");
+    const WQTextAttributes attributes = attributesAt(12);
+    const QSizeF labelSize = sizeWithAttributes(label, attributes);
+    const QRectF row(0, 0, labelSize.width() * 3, labelSize.height());   // exactly as tall: still filled
+
+    const WQFittedText fitted = fitInRect(label, row, attributes, 8, QStringLiteral("."));
+    ASSERT_TRUE(fitted.text.startsWith(label));
+    const qsizetype dots = fitted.text.size() - label.size();
+    EXPECT_GT(dots, 5);
+    EXPECT_EQ(fitted.text.count(u'.'), dots);
+    EXPECT_EQ(fitted.font.pointSizeF(), 12);
+    // As many as fit strictly inside the width, and not one more.
+    EXPECT_LT(measured(fitted.text, fitted.font).width(), row.width());
+    EXPECT_GE(measured(fitted.text + u'.', fitted.font).width(), row.width());
+
+    // A filler of several characters is repeated whole.
+    const WQFittedText dashed = fitInRect(label, row, attributes, 8, QStringLiteral(" -"));
+    EXPECT_EQ((dashed.text.size() - label.size()) % 2, 0);
+
+    // No filler behind a label that does not fit by itself.
+    const QRectF narrow(0, 0, labelSize.width() / 3, labelSize.height());
+    EXPECT_EQ(fitInRect(label, narrow, attributes, 10, QStringLiteral(".")).text, label);
+    // A row a little too short for the label's height gets no filler either.
+    EXPECT_EQ(fitInRect(label, QRectF(0, 0, row.width(), labelSize.height() - 1), attributes, 12, QStringLiteral(".")).text, label);
+    // An empty filler is no filler (it could never fill anything).
+    EXPECT_EQ(fitInRect(label, row, attributes, 8, QString()).text, label);
+}
+
+TEST(StringDrawing, DrawsInsideTheRectangle)
+{
+    QImage image(300, 60, QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    const QRectF rect(20, 10, 150, 30);
+    WQFittedText drawn;
+    {
+        QPainter painter(&image);
+        drawn = drawInRect(QStringLiteral("Electricity bill, March"), painter, rect, attributesAt(30), 6, QStringLiteral("."));
+    }
+    EXPECT_LT(drawn.font.pointSizeF(), 30);
+    int inside = 0, outside = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) == qRgb(255, 255, 255))
+                continue;
+            (rect.contains(QPointF(x + 0.5, y + 0.5)) ? inside : outside)++;
+        }
+    }
+    EXPECT_GT(inside, 50);
+    EXPECT_EQ(outside, 0);
+}

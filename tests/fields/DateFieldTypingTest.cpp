@@ -1,0 +1,168 @@
+#include "FieldTesting.h"
+
+#include <WQGeneral/dateformatter/WQDateFormatter.h>
+#include <WQGeneral/datefields/WQDateFields.h>
+#include <WQGeneral/fields/WQLineEdit.h>
+
+#include <WQTestSupport.h>
+
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+using namespace wq;
+
+namespace {
+
+// A date field made the way applications make one: the user's short date
+// format, here with today pinned to 15 March 2026.
+class DateField : public ::testing::Test {
+protected:
+    void open(const char* locale)
+    {
+        regional.emplace(locale);
+        auto formatter = std::make_shared<WQDateFormatter>(WQDateFormatter::shortDateFormat());
+        formatter->setTodayProvider([] { return std::optional<WQDate>(WQDate(2026, 3, 15)); });
+        field = new WQLineEdit(formatter, &window);
+        auto* layout = new QVBoxLayout(&window);
+        layout->addWidget(field);
+        layout->addWidget(new QLineEdit(&window));
+        test::showActive(window);
+        field->setFocus();
+    }
+
+    // Characters beyond Latin-1 come as the key event an input method sends.
+    void type(const QString& keys)
+    {
+        for (const QChar c : keys) {
+            if (c.unicode() < 0x100) {
+                QTest::keyClick(field, char(c.unicode()));
+            } else {
+                QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+                QKeyEvent release(QEvent::KeyRelease, Qt::Key_unknown, Qt::NoModifier, QString(c));
+                QApplication::sendEvent(field, &press);
+                QApplication::sendEvent(field, &release);
+            }
+        }
+    }
+
+    std::optional<test::ScopedLocale> regional;
+    QWidget window;
+    WQLineEdit* field = nullptr;
+};
+
+} // namespace
+
+TEST_F(DateField, TypingInUnitedStatesOrder)
+{
+    open("en_US");
+    QSignalSpy refused(field, &WQLineEdit::editRefused);
+
+    type("3/15/26");
+    EXPECT_EQ(field->text(), "3/15/26");
+    type("+");
+    EXPECT_EQ(field->text(), "3/16/26");
+    EXPECT_EQ(field->cursorPosition(), 7);
+    QTest::keyClick(field, '=', Qt::AltModifier);
+    EXPECT_EQ(field->text(), "4/16/26");
+    type("-");
+    EXPECT_EQ(field->text(), "4/15/26");
+    QTest::keyClick(field, '-', Qt::AltModifier);
+    EXPECT_EQ(field->text(), "3/15/26");
+    type(QString(QChar(0x2260)));
+    EXPECT_EQ(field->text(), "4/15/26");
+    type("t");
+    EXPECT_EQ(field->text(), "3/15/26");
+    EXPECT_TRUE(refused.isEmpty());
+
+    type("a");
+    EXPECT_EQ(field->text(), "3/15/26");
+    type("/");
+    EXPECT_EQ(field->text(), "3/15/26");
+    ASSERT_EQ(refused.count(), 2);
+    EXPECT_EQ(refused.at(0).at(0).toString(), "\"a\" is not valid here");
+    EXPECT_EQ(refused.at(1).at(0).toString(), "\"/\" can't appear more than twice here");
+    EXPECT_EQ(field->cursorPosition(), 7);
+
+    // The typed text becomes a date when editing ends, shown in full.
+    field->selectAll();
+    type("7/4");
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(WQDateValue(*field), WQDate(2026, 7, 4));
+    EXPECT_EQ(field->text(), "7/4/26");
+}
+
+TEST_F(DateField, PasteOverTheSelectionAndDeleting)
+{
+    open("en_US");
+    setWQDateValue(*field, WQDate(2026, 3, 15));
+    EXPECT_EQ(field->text(), "3/15/26");
+
+    QGuiApplication::clipboard()->setText("1/2");
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(field->text(), "1/2");
+    EXPECT_EQ(field->cursorPosition(), 3);
+
+    QGuiApplication::clipboard()->setText("12/x");
+    field->setSelection(0, 1);
+    QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(field->text(), "1/2");
+    EXPECT_EQ(field->selectedRange(), (WQRange{0, 1}));
+
+    QTest::keyClick(field, Qt::Key_End);
+    QTest::keyClick(field, Qt::Key_Backspace);
+    EXPECT_EQ(field->text(), "1/");
+    QTest::keyClick(field, Qt::Key_Backspace);
+    QTest::keyClick(field, Qt::Key_Backspace);
+    EXPECT_EQ(field->text(), "");
+    EXPECT_EQ(field->cursorPosition(), 0);
+
+    // An empty field cannot be left.
+    QSignalSpy refused(field, &WQLineEdit::valueRefused);
+    QTest::keyClick(field, Qt::Key_Tab);
+    ASSERT_EQ(refused.count(), 1);
+    EXPECT_EQ(refused.at(0).at(0).toString(), "You cannot leave the date field blank.");
+    EXPECT_TRUE(test::spinUntil([&] { return field->hasFocus(); }));
+
+    type("3/32");
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(refused.last().at(0).toString(), "Invalid day entry.");
+    type("+");
+    EXPECT_EQ(field->text(), "3/32") << "no date to step";
+    EXPECT_EQ(WQDateValue(*field), WQDate(2026, 3, 15));
+}
+
+TEST_F(DateField, TypingInGermanOrder)
+{
+    open("de_DE");
+    EXPECT_EQ(WQDateFormatter::shortDateFormat(), "dd.MM.yy");
+    QSignalSpy refused(field, &WQLineEdit::editRefused);
+
+    type("15.3.26");
+    type("+");
+    EXPECT_EQ(field->text(), "16.03.26");
+    QTest::keyClick(field, '-', Qt::AltModifier);
+    EXPECT_EQ(field->text(), "16.02.26");
+    type("/");
+    type(".");
+    EXPECT_EQ(field->text(), "16.02.26");
+    ASSERT_EQ(refused.count(), 2);
+    EXPECT_EQ(refused.at(0).at(0).toString(), "\"/\" is not valid here");
+    EXPECT_EQ(refused.at(1).at(0).toString(), "\".\" can't appear more than twice here");
+
+    field->selectAll();
+    type("3.4");
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(field->text(), "03.04.26");
+    EXPECT_EQ(WQDateValue(*field), WQDate(2026, 4, 3));
+}
+
+TEST_F(DateField, ValuesThatAreNoDates)
+{
+    open("en_US");
+    field->setObjectValue(QStringLiteral("someday"));
+    EXPECT_EQ(field->text(), "someday");
+    EXPECT_EQ(WQDateValue(*field), std::nullopt);
+}

@@ -1,0 +1,285 @@
+#include "FieldTesting.h"
+
+#include <WQGeneral/fields/WQLineEdit.h>
+
+#include <WQTestSupport.h>
+
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+using namespace wq;
+
+namespace {
+
+// Refuses "x" with a message and "!" silently, upper-cases the text on "u"
+// (selecting it all), rewrites "=" into exactly what was proposed, and keeps
+// a record of the last judgement.
+class ProbeFormatter : public WQFormatter {
+public:
+    struct Call {
+        QString original, proposed;
+        WQRange originalRange, proposedRange;
+        WQEditEvent event;
+        WQFieldEditor* editor = nullptr;
+    };
+    Call last;
+    int calls = 0;
+
+    std::optional<QString> stringForObjectValue(const QVariant& value) const override
+    {
+        if (value.metaType() == QMetaType::fromType<int>())
+            return QString::number(value.toInt());
+        return std::nullopt;
+    }
+
+    bool getObjectValue(QVariant* value, const QString& string, QString* error) const override
+    {
+        bool ok = false;
+        const int number = string.toInt(&ok);
+        if (!ok) {
+            *error = QStringLiteral("Not a number.");
+            return false;
+        }
+        *value = number;
+        return true;
+    }
+
+    bool isPartialStringValid(QString* partial, WQRange* range, const QString& original, WQRange originalRange,
+                              QString* error) override
+    {
+        ++calls;
+        last = {original, *partial, originalRange, *range, WQEditContext::currentEvent(),
+                WQEditContext::keyFieldEditor()};
+        const QString inserted = partial->mid(originalRange.location, range->location - originalRange.location);
+        if (inserted.contains(u'x')) {
+            *error = QStringLiteral("\"x\" is not valid here");
+            return false;
+        }
+        if (inserted.contains(u'!'))
+            return false;
+        if (inserted.contains(u'u')) {
+            const QString upper = partial->remove(u'u').toUpper();
+            return rewriteProposal(partial, range, upper, {0, upper.size()});
+        }
+        if (inserted.contains(u'='))
+            return rewriteProposal(partial, range, *partial, *range);
+        return true;
+    }
+};
+
+class LineEdit : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        auto* layout = new QVBoxLayout(&window);
+        layout->addWidget(edit);
+        layout->addWidget(other);
+        test::showActive(window);
+        edit->setFocus();
+    }
+
+    std::shared_ptr<ProbeFormatter> probe = std::make_shared<ProbeFormatter>();
+    QWidget window;
+    WQLineEdit* edit = new WQLineEdit(probe, &window);
+    WQLineEdit* other = new WQLineEdit(&window);
+};
+
+} // namespace
+
+TEST_F(LineEdit, HandsEachKeystrokeToTheFormatter)
+{
+    QTest::keyClicks(edit, "12");
+    EXPECT_EQ(edit->text(), "12");
+    EXPECT_EQ(probe->calls, 2);
+    EXPECT_EQ(probe->last.original, "1");
+    EXPECT_EQ(probe->last.originalRange, (WQRange{1, 0}));
+    EXPECT_EQ(probe->last.proposed, "12");
+    EXPECT_EQ(probe->last.proposedRange, (WQRange{2, 0}));
+    EXPECT_EQ(probe->last.event.type, WQEditEvent::Type::KeyDown);
+    EXPECT_EQ(probe->last.event.characters, "2");
+    EXPECT_FALSE(probe->last.event.optionKeyDown);
+    EXPECT_EQ(probe->last.editor, edit);
+    EXPECT_EQ(WQEditContext::keyFieldEditor(), nullptr) << "only while judging";
+
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    EXPECT_TRUE(probe->last.event.isDeleteKeyDown());
+    EXPECT_EQ(probe->last.proposed, "1");
+    EXPECT_EQ(probe->last.originalRange, (WQRange{2, 0}));
+
+    QTest::keyClick(edit, Qt::Key_Home);
+    QTest::keyClick(edit, Qt::Key_Delete);
+    EXPECT_EQ(edit->text(), "");
+    EXPECT_FALSE(probe->last.event.isDeleteKeyDown()) << "forward delete is not the delete key";
+
+    QTest::keyClick(edit, '3', Qt::AltModifier);
+    EXPECT_EQ(edit->text(), "3");
+    EXPECT_TRUE(probe->last.event.optionKeyDown);
+
+    // Typing over a selection reports the selection it replaced.
+    QTest::keyClicks(edit, "45");
+    edit->setSelection(1, 2);
+    QTest::keyClick(edit, '9');
+    EXPECT_EQ(probe->last.originalRange, (WQRange{1, 2}));
+    EXPECT_EQ(probe->last.proposed, "39");
+}
+
+TEST_F(LineEdit, RefusalsRestoreTextAndSelection)
+{
+    QTest::keyClicks(edit, "123");
+    edit->setSelection(1, 1);
+    QSignalSpy refused(edit, &WQLineEdit::editRefused);
+    QSignalSpy changed(edit, &QLineEdit::textChanged);
+
+    QTest::keyClick(edit, 'x');
+    EXPECT_EQ(edit->text(), "123");
+    EXPECT_EQ(edit->selectedRange(), (WQRange{1, 1}));
+    ASSERT_EQ(refused.count(), 1);
+    EXPECT_EQ(refused.at(0).at(0).toString(), "\"x\" is not valid here");
+    ASSERT_FALSE(changed.isEmpty());
+    EXPECT_EQ(changed.last().at(0).toString(), "123") << "the last change reported is what is shown";
+
+    QTest::keyClick(edit, '!');
+    EXPECT_EQ(edit->text(), "123");
+    EXPECT_EQ(edit->selectedRange(), (WQRange{1, 1}));
+    EXPECT_EQ(refused.count(), 1) << "a silent refusal says nothing";
+
+    // The next keystroke is judged against the restored state.
+    QTest::keyClick(edit, '7');
+    EXPECT_EQ(edit->text(), "173");
+    EXPECT_EQ(probe->last.original, "123");
+    EXPECT_EQ(probe->last.originalRange, (WQRange{1, 1}));
+}
+
+TEST_F(LineEdit, RewritesAreShownWithTheirSelection)
+{
+    QTest::keyClicks(edit, "ab");
+    QTest::keyClick(edit, 'u');
+    EXPECT_EQ(edit->text(), "AB");
+    EXPECT_EQ(edit->selectedRange(), (WQRange{0, 2}));
+
+    // A rewrite equal to the proposal is kept, not taken for a refusal.
+    QTest::keyClick(edit, Qt::Key_End);
+    QTest::keyClick(edit, '=');
+    EXPECT_EQ(edit->text(), "AB=");
+    EXPECT_EQ(edit->selectedRange(), (WQRange{3, 0}));
+}
+
+TEST_F(LineEdit, PasteCutAndUndoAreEditsToo)
+{
+    QTest::keyClicks(edit, "123");
+    QGuiApplication::clipboard()->setText("4x");
+    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(edit->text(), "123");
+    EXPECT_EQ(edit->selectedRange(), (WQRange{0, 3}));
+
+    QGuiApplication::clipboard()->setText("45");
+    edit->setSelection(1, 1);
+    QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(edit->text(), "1453");
+    EXPECT_EQ(probe->last.originalRange, (WQRange{1, 1}));
+    EXPECT_EQ(probe->last.proposedRange, (WQRange{3, 0}));
+
+    edit->setSelection(0, 1);
+    QTest::keyClick(edit, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(edit->text(), "453");
+    EXPECT_EQ(probe->last.proposed, "453");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "1");
+
+    const int before = probe->calls;
+    QTest::keyClick(edit, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(edit->text(), "1453");
+    EXPECT_EQ(probe->calls, before + 1);
+    EXPECT_EQ(probe->last.original, "453");
+}
+
+TEST_F(LineEdit, InputMethodCommitsAreKeystrokes)
+{
+    QTest::keyClicks(edit, "1");
+    QInputMethodEvent compose(QStringLiteral("x"), {});
+    QApplication::sendEvent(edit, &compose);
+    EXPECT_EQ(edit->text(), "1") << "text being composed is no edit yet";
+
+    QInputMethodEvent commit;
+    commit.setCommitString(QStringLiteral("2"));
+    QApplication::sendEvent(edit, &commit);
+    EXPECT_EQ(edit->text(), "12");
+    EXPECT_EQ(probe->last.event.type, WQEditEvent::Type::KeyDown);
+    EXPECT_EQ(probe->last.event.characters, "2");
+
+    QSignalSpy refused(edit, &WQLineEdit::editRefused);
+    QInputMethodEvent refusedCommit;
+    refusedCommit.setCommitString(QStringLiteral("x"));
+    QApplication::sendEvent(edit, &refusedCommit);
+    EXPECT_EQ(edit->text(), "12");
+    EXPECT_EQ(refused.count(), 1);
+}
+
+TEST_F(LineEdit, EditsFromSlotsAreJudgedAtOnce)
+{
+    QTest::keyClicks(edit, "12");
+    edit->insert("x");
+    EXPECT_EQ(edit->text(), "12");
+    edit->insert("3");
+    EXPECT_EQ(edit->text(), "123");
+    EXPECT_EQ(probe->last.event.type, WQEditEvent::Type::None);
+    EXPECT_EQ(probe->last.original, "12");
+    // Text set by the program is no edit, but becomes the state edits start from.
+    edit->setText("55");
+    const int before = probe->calls;
+    edit->insert("!");
+    EXPECT_EQ(probe->calls, before + 1);
+    EXPECT_EQ(edit->text(), "55");
+}
+
+TEST_F(LineEdit, EndingAnEditReadsTheValue)
+{
+    QSignalSpy values(edit, &WQLineEdit::objectValueChanged);
+    QSignalSpy refused(edit, &WQLineEdit::valueRefused);
+    QSignalSpy returned(edit, &QLineEdit::returnPressed);
+
+    edit->setObjectValue(5);
+    EXPECT_EQ(edit->text(), "5");
+    EXPECT_FALSE(edit->hasPendingEdit());
+
+    QTest::keyClicks(edit, "12");
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_EQ(edit->objectValue(), QVariant(512));
+    EXPECT_EQ(returned.count(), 1);
+    EXPECT_EQ(values.count(), 2);
+
+    QTest::keyClicks(edit, "y");
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_EQ(returned.count(), 1) << "a refused value goes no further";
+    ASSERT_EQ(refused.count(), 1);
+    EXPECT_EQ(refused.at(0).at(0).toString(), "Not a number.");
+    EXPECT_EQ(edit->objectValue(), QVariant(512));
+
+    // Leaving the field with a text it cannot read brings the focus back.
+    QTest::keyClick(edit, Qt::Key_Tab);
+    EXPECT_EQ(refused.count(), 2);
+    EXPECT_TRUE(test::spinUntil([&] { return edit->hasFocus(); }));
+
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    QTest::keyClick(edit, Qt::Key_Tab);
+    EXPECT_TRUE(other->hasFocus());
+    EXPECT_EQ(edit->objectValue(), QVariant(512));
+    test::spinFor(30);
+    EXPECT_TRUE(other->hasFocus());
+}
+
+TEST_F(LineEdit, WithoutFormatterItIsAPlainLineEdit)
+{
+    other->setFocus();
+    QTest::keyClicks(other, "any text!");
+    EXPECT_EQ(other->text(), "any text!");
+    EXPECT_TRUE(other->validateEditing());
+    EXPECT_EQ(other->objectValue(), QVariant("any text!"));
+
+    // A formatter given later shows the value through it.
+    other->setObjectValue(7);
+    other->setFormatter(probe);
+    EXPECT_EQ(other->text(), "7");
+}

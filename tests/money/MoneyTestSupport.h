@@ -1,0 +1,127 @@
+#pragma once
+// A scripted text field for formatter tests: each edit is proposed the way a
+// field editor would propose it, judged through the contract, and applied
+// as a field applies the answer.
+
+#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/formatters/WQFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterDelegate.h>
+
+#include <QString>
+#include <QVariantMap>
+
+#include <ostream>
+
+namespace wq::test {
+
+class TypingField : public WQFieldEditor {
+public:
+    explicit TypingField(WQFormatter& formatter, QString text = QString(), qsizetype caret = -1)
+        : _formatter(formatter), _text(std::move(text))
+    {
+        _selection = {caret < 0 ? _text.size() : caret, 0};
+    }
+
+    WQRange selectedRange() const override { return _selection; }
+    void setSelectedRange(WQRange range) override { editorSelection = range; }
+    QString text() const override { return _text; }
+    WQRange selection() const { return _selection; }
+    qsizetype caret() const { return _selection.location; }
+
+    void select(qsizetype location, qsizetype length) { _selection = {location, length}; }
+    void selectAll() { _selection = {0, _text.size()}; }
+
+    // Types each character of keys as one key press; answers the text.
+    QString type(const QString& keys)
+    {
+        for (QChar key : keys)
+            _edit(QString(key), QString(key));
+        return _text;
+    }
+    QString paste(const QString& clip) { _edit(clip, QString()); return _text; }
+    // The delete key (Backspace): the selection, or the character before the caret.
+    QString backspace()
+    {
+        WQRange removed = _selection;
+        if (removed.length == 0 && removed.location > 0)
+            removed = {removed.location - 1, 1};
+        _apply(QString(_text).remove(removed.location, removed.length), {removed.location, 0},
+               QString(QChar(WQEditEvent::DeleteCharacter)));
+        return _text;
+    }
+
+    QString lastError;
+    bool lastRefused = false;
+    std::optional<WQRange> editorSelection;
+
+private:
+    void _edit(const QString& inserted, const QString& keyText)
+    {
+        QString proposal = _text;
+        proposal.replace(_selection.location, _selection.length, inserted);
+        _apply(proposal, {_selection.location + inserted.size(), 0}, keyText);
+    }
+
+    void _apply(const QString& proposal, WQRange proposedRange, const QString& keyText)
+    {
+        QString partial = proposal;
+        WQRange range = proposedRange;
+        QString error;
+        bool accepted;
+        WQEditContext::takeRewriteNote();
+        {
+            const WQEditEvent event{keyText.isEmpty() ? WQEditEvent::Type::None : WQEditEvent::Type::KeyDown,
+                                    keyText, false};
+            WQEditScope scope(event, this);
+            accepted = _formatter.isPartialStringValid(&partial, &range, _text, _selection, &error);
+        }
+        lastError = error;
+        // A rewrite may read the same as the proposal; the note tells.
+        const bool rewritten = WQEditContext::takeRewriteNote() || partial != proposal || range != proposedRange;
+        lastRefused = !accepted && !rewritten;
+        if (accepted) {
+            _text = proposal;
+            _selection = proposedRange;
+        } else if (rewritten) {
+            _text = partial;
+            _selection = range;
+        }
+    }
+
+    WQFormatter& _formatter;
+    QString _text;
+    WQRange _selection;
+};
+
+class TestDelegate : public WQMoneyFormatterDelegate {
+public:
+    std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
+    bool user_input_like_ATM() const override { return atm; }
+    std::optional<QVariantMap> dict;
+    bool atm = false;
+};
+
+inline QVariantMap currencyDict(const QString& symbol, const QString& positive, const QString& negative,
+                                const QString& thousands, const QString& decimal)
+{
+    return {{QStringLiteral("NSCurrencySymbol"), symbol},
+            {QStringLiteral("NSPositiveCurrencyFormatString"), positive},
+            {QStringLiteral("NSNegativeCurrencyFormatString"), negative},
+            {QStringLiteral("NSThousandsSeparator"), thousands},
+            {QStringLiteral("NSDecimalSeparator"), decimal}};
+}
+
+// The settings of the worked examples: $#,##0.00 / -$#,##0.00, "," and ".".
+inline QVariantMap dollarDict()
+{
+    return currencyDict(QStringLiteral("$"), QStringLiteral("$#,##0.00"), QStringLiteral("-$#,##0.00"),
+                        QStringLiteral(","), QStringLiteral("."));
+}
+
+} // namespace wq::test
+
+namespace wq {
+inline void PrintTo(const WQRange& r, std::ostream* os) { *os << "{" << r.location << ", " << r.length << "}"; }
+}
+
+inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }

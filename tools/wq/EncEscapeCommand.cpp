@@ -1,0 +1,49 @@
+// wq escape xml|csv|url [TEXT...]   and   wq unescape xml|csv [TEXT...]
+// Without TEXT, standard input is escaped as a whole.
+
+#include "EncToolSupport.h"
+
+#include <WQGeneral/encoding/WQEscaping.h>
+
+namespace {
+
+using namespace wq::tool;
+
+using Transform = QString (*)(const QString&);
+
+int runTransform(const QStringList& arguments, bool escape)
+{
+    QStringList args = arguments;
+    const QString family = args.isEmpty() ? QString() : args.takeFirst();
+    Transform transform = nullptr;
+    if (family == u"xml")
+        transform = escape ? &wq::xml_encodedForXML : &wq::xml_decodedFromXML;
+    else if (family == u"csv")
+        transform = escape ? &wq::csv_encodedForCSV : &wq::csv_decodedFromCSV;
+    else if (family == u"url" && escape)
+        transform = &wq::url_encodedForURL;
+    if (!transform) {
+        err(escape ? QStringLiteral("usage: wq escape xml|csv|url [TEXT...]")
+                   : QStringLiteral("usage: wq unescape xml|csv [TEXT...]"));
+        return kExitUsage;
+    }
+    if (!args.isEmpty()) {
+        for (const QString& text : args)
+            out(transform(text));
+        return kExitOK;
+    }
+    const std::optional<QByteArray> input = readAll(QStringLiteral("-"));
+    if (!input)
+        return kExitUsage;
+    const std::optional<QString> text = utf8Text(*input, QStringLiteral("standard input"));
+    if (!text)
+        return kExitUsage;
+    return writeAll(QStringLiteral("-"), transform(*text).toUtf8()) ? kExitOK : kExitFailure;
+}
+
+const Registrar escapeRegistrar{QStringLiteral("escape"), QStringLiteral("escape xml|csv|url [TEXT...]"),
+                                [](const QStringList& args) { return runTransform(args, true); }};
+const Registrar unescapeRegistrar{QStringLiteral("unescape"), QStringLiteral("unescape xml|csv [TEXT...]"),
+                                  [](const QStringList& args) { return runTransform(args, false); }};
+
+} // namespace

@@ -1,0 +1,52 @@
+// wq round PLACES VALUE [--split]
+
+#include "EncToolSupport.h"
+
+#include <WQGeneral/numeric/WQRounding.h>
+
+#include <QLocale>
+
+namespace {
+
+using namespace wq::tool;
+
+int runRound(const QStringList& arguments)
+{
+    QStringList args = arguments;
+    const bool split = takeFlag(args, QStringLiteral("--split"));
+    if (args.size() != 2) {
+        err(QStringLiteral("usage: wq round PLACES VALUE [--split]"));
+        return kExitUsage;
+    }
+    bool ok = false;
+    const uint places = args[0].toUInt(&ok);
+    if (!ok || places > 9) {
+        err(QStringLiteral("places must be a whole number from 0 to 9, not \"%1\"").arg(args[0]));
+        return kExitUsage;
+    }
+    // The value is read the C way (a point for decimals), whatever the locale.
+    const double value = QLocale::c().toDouble(args[1], &ok);
+    if (!ok) {
+        err(QStringLiteral("\"%1\" is not a number").arg(args[1]));
+        return kExitUsage;
+    }
+    if (split) {
+        if (places != 7) {
+            err(QStringLiteral("--split rounds to seven places; give 7 as PLACES"));
+            return kExitUsage;
+        }
+        std::int32_t whole = 0, fraction = 0;
+        const double rounded = wq::RoundDoubleToSevenPlacesReturn32BitIntegers(value, whole, fraction);
+        out(QStringLiteral("%1 %2 %3").arg(QString::number(rounded, 'f', 7)).arg(whole).arg(fraction));
+        return kExitOK;
+    }
+    std::uint32_t factor = 1;
+    for (uint i = 0; i < places; ++i)
+        factor *= 10;
+    out(QString::number(wq::RoundDoubleToPlaces(factor, value), 'f', int(places)));
+    return kExitOK;
+}
+
+const Registrar registrar{QStringLiteral("round"), QStringLiteral("round PLACES VALUE [--split]"), &runRound};
+
+} // namespace

@@ -1,0 +1,187 @@
+// wq money: amounts shown, read and typed the way a money field does it,
+// under the system settings of a locale or a custom currency.
+
+#include "Command.h"
+
+#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/platform/WQRegionalSettings.h>
+
+#include <QLocale>
+
+namespace {
+
+using namespace wq;
+using namespace wq::tool;
+
+const QString kUsage = QStringLiteral(
+    "money format AMOUNT | parse TEXT | type KEYS [--atm] "
+    "[--places N] [--locale NAME] [--symbol S] [--positive $#,##0.00] [--negative -$#,##0.00] "
+    "[--thousands T] [--decimal D]   (KEYS: one character per key, \\b or <del> for the delete key)");
+
+struct UsageError {
+    QString message;
+};
+
+// The document the formatter belongs to: custom settings when any was
+// given (the rest filled from the system's), and the typing mode.
+class CommandOwner : public WQMoneyFormatterDelegate {
+public:
+    std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
+    bool user_input_like_ATM() const override { return atm; }
+    std::optional<QVariantMap> dict;
+    bool atm = false;
+};
+
+void readSettings(QStringList& args, CommandOwner& owner, qint8& places)
+{
+    const QString locale = takeOption(args, QStringLiteral("--locale"));
+    if (!locale.isNull())
+        WQRegionalSettings::setAllLocales(locale);
+    const QString placesText = takeOption(args, QStringLiteral("--places"));
+    if (!placesText.isNull()) {
+        bool ok = false;
+        const int value = placesText.toInt(&ok);
+        if (!ok || value < 0 || value > 9)
+            throw UsageError{QStringLiteral("--places must be a whole number from 0 to 9, not \"%1\"").arg(placesText)};
+        places = qint8(value);
+    }
+    owner.atm = takeFlag(args, QStringLiteral("--atm"));
+
+    const struct { const char* option; const QString& key; QString system; } custom[] = {
+        {"--symbol", kWQCurrencyKey_CurrencySymbol, WQMoneyFormatter::systemCurrencySymbol()},
+        {"--positive", kWQCurrencyKey_PositiveCurrencyFormatString, WQMoneyFormatter::systemPositiveCurrencyFormat()},
+        {"--negative", kWQCurrencyKey_NegativeCurrencyFormatString, WQMoneyFormatter::systemNegativeCurrencyFormat()},
+        {"--thousands", kWQCurrencyKey_ThousandsSeparator, WQMoneyFormatter::systemCurrencyThousandsSeparator()},
+        {"--decimal", kWQCurrencyKey_DecimalSeparator, WQMoneyFormatter::systemCurrencyDecimalSeparator()},
+    };
+    QVariantMap dict;
+    bool anyCustom = false;
+    for (const auto& entry : custom) {
+        const QString value = takeOption(args, QString::fromLatin1(entry.option));
+        anyCustom = anyCustom || !value.isNull();
+        dict.insert(entry.key, value.isNull() ? entry.system : value);
+    }
+    if (anyCustom)
+        owner.dict = dict;
+    for (const QString& arg : std::as_const(args))
+        if (arg.startsWith(QStringLiteral("--")))
+            throw UsageError{QStringLiteral("unknown or incomplete option \"%1\"").arg(arg)};
+}
+
+QString quoted(const QString& text) { return u'"' + text + u'"'; }
+
+int format(const std::shared_ptr<WQMoneyFormatter>& formatter, const QString& amountText)
+{
+    bool ok = false;
+    const double amount = amountText.toDouble(&ok);
+    if (!ok)
+        throw UsageError{QStringLiteral("AMOUNT must be a number such as -1234.5, not \"%1\"").arg(amountText)};
+    out(formatter->stringForAmount(amount));
+    return kExitOK;
+}
+
+int parse(const std::shared_ptr<WQMoneyFormatter>& formatter, const QString& text)
+{
+    QVariant value;
+    QString error;
+    const bool ok = formatter->getObjectValue(&value, text, &error);
+    out(QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest));
+    if (ok)
+        return kExitOK;
+    err(error);
+    return kExitFailure;
+}
+
+// One key press as a field's editor makes it: the key replaces the selection,
+// the delete key removes the selection or the character before the caret.
+struct Field {
+    QString text;
+    WQRange selection;
+};
+
+int type(const std::shared_ptr<WQMoneyFormatter>& formatter, const QString& keys)
+{
+    Field field;
+    for (qsizetype i = 0; i < keys.size();) {
+        bool deleting = false;
+        QString key;
+        if (keys.mid(i, 2) == u"\\b") {
+            deleting = true;
+            i += 2;
+        } else if (keys.mid(i, 5) == u"<del>") {
+            deleting = true;
+            i += 5;
+        } else {
+            key = keys.mid(i, keys[i].isHighSurrogate() && i + 1 < keys.size() ? 2 : 1);
+            i += key.size();
+        }
+        QString proposal = field.text;
+        WQRange proposed;
+        if (deleting) {
+            WQRange removed = field.selection;
+            if (removed.length == 0 && removed.location > 0)
+                removed = {removed.location - 1, 1};
+            proposal.remove(removed.location, removed.length);
+            proposed = {removed.location, 0};
+        } else {
+            proposal.replace(field.selection.location, field.selection.length, key);
+            proposed = {field.selection.location + key.size(), 0};
+        }
+        QString partial = proposal;
+        WQRange range = proposed;
+        QString error;
+        WQEditContext::takeRewriteNote();
+        bool accepted;
+        {
+            const WQEditScope scope({WQEditEvent::Type::KeyDown,
+                                     deleting ? QString(QChar(WQEditEvent::DeleteCharacter)) : key, false});
+            accepted = formatter->isPartialStringValid(&partial, &range, field.text, field.selection, &error);
+        }
+        const bool rewritten = WQEditContext::takeRewriteNote() || partial != proposal || range != proposed;
+        if (accepted)
+            field = {proposal, proposed};
+        else if (rewritten)
+            field = {partial, range};
+        QString line = QStringLiteral("%1 -> %2 caret %3")
+                           .arg(deleting ? QStringLiteral("<del>") : quoted(key), quoted(field.text))
+                           .arg(field.selection.location);
+        if (!accepted && !rewritten)
+            line += error.isEmpty() ? QStringLiteral("  (refused)") : QStringLiteral("  refused: ") + error;
+        out(line);
+    }
+    return kExitOK;
+}
+
+int runMoney(const QStringList& arguments)
+{
+    QStringList args = arguments;
+    CommandOwner owner;
+    try {
+        qint8 places = 2;
+        readSettings(args, owner, places);
+        if (args.size() != 2)
+            throw UsageError{QStringLiteral("usage: wq ") + kUsage};
+        const auto formatter = WQMoneyFormatter::moneyFormatterForDelegate(&owner, places);
+        const QString& verb = args.at(0);
+        int status;
+        if (verb == u"format")
+            status = format(formatter, args.at(1));
+        else if (verb == u"parse")
+            status = parse(formatter, args.at(1));
+        else if (verb == u"type")
+            status = type(formatter, args.at(1));
+        else
+            throw UsageError{QStringLiteral("unknown money command \"%1\"").arg(verb)};
+        WQMoneyFormatter::_wq_removed_delegate(&owner);
+        return status;
+    } catch (const UsageError& error) {
+        WQMoneyFormatter::_wq_removed_delegate(&owner);
+        err(error.message);
+        return kExitUsage;
+    }
+}
+
+const Registrar reg{QStringLiteral("money"), kUsage, &runMoney};
+
+} // namespace

@@ -1,0 +1,249 @@
+#include <WQGeneral/fields/WQLineEdit.h>
+
+#include <QFocusEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QTimer>
+
+#include <algorithm>
+#include <exception>
+
+namespace wq {
+namespace {
+
+WQEditEvent editEventForKey(const QKeyEvent& key)
+{
+    WQEditEvent event;
+    event.type = WQEditEvent::Type::KeyDown;
+    if (key.key() == Qt::Key_Backspace)
+        event.characters = QString(QChar(WQEditEvent::DeleteCharacter));
+    else if (key.key() != Qt::Key_Delete) // forward delete must never read as 127
+        event.characters = key.text();
+    event.optionKeyDown = key.modifiers().testFlag(Qt::AltModifier);
+    return event;
+}
+
+QString describe(const std::exception& error) { return QString::fromUtf8(error.what()); }
+
+} // namespace
+
+WQLineEdit::WQLineEdit(QWidget* parent) : WQLineEdit(nullptr, parent) {}
+
+WQLineEdit::WQLineEdit(std::shared_ptr<WQFormatter> formatter, QWidget* parent)
+    : QLineEdit(parent), _wq_formatter(std::move(formatter))
+{
+    connect(this, &QLineEdit::textEdited, this, &WQLineEdit::_wq_textEdited);
+    connect(this, &QLineEdit::textChanged, this, &WQLineEdit::_wq_noteTextChanged);
+    connect(this, &QLineEdit::selectionChanged, this, &WQLineEdit::_wq_noteSelection);
+    connect(this, &QLineEdit::cursorPositionChanged, this, &WQLineEdit::_wq_noteSelection);
+}
+
+WQLineEdit::~WQLineEdit() = default;
+
+void WQLineEdit::setFormatter(std::shared_ptr<WQFormatter> formatter)
+{
+    _wq_formatter = std::move(formatter);
+    if (!_wq_pendingEdit && _wq_objectValue.isValid())
+        setObjectValue(_wq_objectValue);
+}
+
+WQRange WQLineEdit::selectedRange() const
+{
+    if (hasSelectedText())
+        return {selectionStart(), selectionLength()};
+    return {cursorPosition(), 0};
+}
+
+void WQLineEdit::setSelectedRange(WQRange range)
+{
+    const qsizetype size = QLineEdit::text().size();
+    const qsizetype location = std::clamp<qsizetype>(range.location, 0, size);
+    const qsizetype length = std::clamp<qsizetype>(range.length, 0, size - location);
+    if (length > 0)
+        setSelection(int(location), int(length));
+    else
+        setCursorPosition(int(location));
+}
+
+WQLineEdit::State WQLineEdit::_wq_currentState() const
+{
+    return {QLineEdit::text(), selectedRange()};
+}
+
+void WQLineEdit::_wq_show(const QString& text, WQRange selection)
+{
+    const QScopedValueRollback showing(_wq_showing, true);
+    // Replacing the text drops the undo history; keep it when nothing changes.
+    if (QLineEdit::text() != text)
+        setText(text);
+    setSelectedRange(selection);
+}
+
+bool WQLineEdit::event(QEvent* event)
+{
+    // Edits made while an event is handled are judged once the line edit has
+    // finished with it, so its own signals all go out before any correction.
+    WQEditEvent edit;
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        edit = editEventForKey(static_cast<const QKeyEvent&>(*event));
+        break;
+    case QEvent::InputMethod: {
+        const auto& input = static_cast<const QInputMethodEvent&>(*event);
+        if (!input.commitString().isEmpty())
+            edit = {WQEditEvent::Type::KeyDown, input.commitString(), false};
+        break;
+    }
+    case QEvent::Drop:
+    case QEvent::MouseButtonRelease: // middle-button paste
+        break;
+    default:
+        return QLineEdit::event(event);
+    }
+
+    if (_wq_eventDepth++ == 0) {
+        _wq_beforeEvent = _wq_currentState();
+        _wq_event = edit;
+        _wq_editedInEvent = false;
+    }
+    const bool handled = QLineEdit::event(event);
+    if (--_wq_eventDepth == 0) {
+        if (_wq_editedInEvent)
+            _wq_judgeEdit(_wq_beforeEvent, _wq_event);
+        else
+            _wq_shown = _wq_currentState();
+    }
+    return handled;
+}
+
+void WQLineEdit::keyPressEvent(QKeyEvent* event)
+{
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !validateEditing()) {
+        event->accept(); // a refused value must not reach a default button
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void WQLineEdit::focusOutEvent(QFocusEvent* event)
+{
+    QLineEdit::focusOutEvent(event);
+    // Switching windows or opening a menu does not end editing.
+    if (event->reason() == Qt::ActiveWindowFocusReason || event->reason() == Qt::PopupFocusReason)
+        return;
+    if (!validateEditing()) {
+        QTimer::singleShot(0, this, [this] {
+            if (isVisible() && isEnabled())
+                setFocus(Qt::OtherFocusReason);
+        });
+    }
+}
+
+void WQLineEdit::_wq_textEdited()
+{
+    if (_wq_showing)
+        return;
+    _wq_pendingEdit = true;
+    if (_wq_eventDepth > 0) {
+        _wq_editedInEvent = true;
+        return;
+    }
+    // An edit from outside any event (a context-menu action, a slot called
+    // by the application) is judged at once.
+    _wq_judgeEdit(_wq_shown, WQEditEvent{});
+}
+
+void WQLineEdit::_wq_noteTextChanged()
+{
+    if (_wq_showing || _wq_eventDepth > 0)
+        return;
+    if (QLineEdit::text() != _wq_shown.text)
+        _wq_pendingEdit = true; // set by the application: read at editing end
+    _wq_shown = _wq_currentState();
+}
+
+void WQLineEdit::_wq_noteSelection()
+{
+    if (_wq_showing || _wq_eventDepth > 0 || QLineEdit::text() != _wq_shown.text)
+        return;
+    _wq_shown.selection = selectedRange();
+}
+
+void WQLineEdit::_wq_judgeEdit(const State& before, const WQEditEvent& event)
+{
+    const State proposal = _wq_currentState();
+    if (!_wq_formatter) {
+        _wq_shown = proposal;
+        return;
+    }
+    QString partial = proposal.text;
+    WQRange range = proposal.selection;
+    QString error;
+    bool accepted = false;
+    WQEditContext::takeRewriteNote();
+    try {
+        const WQEditScope scope(event, this);
+        accepted = _wq_formatter->isPartialStringValid(&partial, &range, before.text, before.selection, &error);
+    } catch (const std::exception& failure) {
+        partial = proposal.text;
+        range = proposal.selection;
+        error = describe(failure);
+    }
+    const bool rewritten = WQEditContext::takeRewriteNote();
+
+    if (!accepted) {
+        if (rewritten || partial != proposal.text || range != proposal.selection)
+            _wq_show(partial, range);
+        else
+            _wq_show(before.text, before.selection);
+    }
+    _wq_shown = _wq_currentState();
+    if (!error.isEmpty())
+        emit editRefused(error);
+}
+
+QString WQLineEdit::_wq_displayString(const QVariant& value) const
+{
+    if (!_wq_formatter)
+        return value.toString();
+    try {
+        return _wq_formatter->stringForObjectValue(value).value_or(QString());
+    } catch (const std::exception&) {
+        return QString();
+    }
+}
+
+void WQLineEdit::setObjectValue(const QVariant& value)
+{
+    _wq_objectValue = value;
+    _wq_pendingEdit = false;
+    const QString shown = _wq_displayString(value);
+    _wq_show(shown, WQRange{shown.size(), 0});
+    _wq_shown = _wq_currentState();
+    emit objectValueChanged(value);
+}
+
+bool WQLineEdit::validateEditing()
+{
+    if (!_wq_pendingEdit)
+        return true;
+    QVariant value = QLineEdit::text();
+    if (_wq_formatter) {
+        QString error;
+        bool ok = false;
+        try {
+            ok = _wq_formatter->getObjectValue(&value, QLineEdit::text(), &error);
+        } catch (const std::exception& failure) {
+            error = describe(failure);
+        }
+        if (!ok) {
+            emit valueRefused(error);
+            return false;
+        }
+    }
+    setObjectValue(value);
+    return true;
+}
+
+} // namespace wq

@@ -1,0 +1,90 @@
+#pragma once
+// A line edit that runs every edit through a WQFormatter: typing, pasting,
+// cutting, deleting, undo and redo, drops and input-method commits. The
+// formatter sees the text and selection before and after the edit and keeps
+// the proposal, rewrites it, or refuses it (the field then goes back to what
+// it showed). When editing ends (focus leaves, Return), the text is turned
+// into the field's object value; a text the formatter cannot read keeps the
+// focus. Refusals that come with a description are announced by signals for
+// the application to show.
+//
+// While the formatter judges an edit, the field is the key field editor of
+// WQEditContext and the key being handled is its current event (Backspace as
+// character 127, Alt as the option key).
+
+#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/formatters/WQFormatter.h>
+
+#include <QLineEdit>
+#include <QVariant>
+
+#include <memory>
+
+namespace wq {
+
+class WQLineEdit : public QLineEdit, public WQFieldEditor {
+    Q_OBJECT
+public:
+    explicit WQLineEdit(QWidget* parent = nullptr);
+    explicit WQLineEdit(std::shared_ptr<WQFormatter> formatter, QWidget* parent = nullptr);
+    ~WQLineEdit() override;
+
+    // Shows the object value again through the new formatter. A field
+    // without formatter is a plain line edit whose value is its text.
+    void setFormatter(std::shared_ptr<WQFormatter> formatter);
+    const std::shared_ptr<WQFormatter>& formatter() const noexcept { return _wq_formatter; }
+
+    // The value last set or read from the text when editing ended.
+    QVariant objectValue() const { return _wq_objectValue; }
+    // Displays the value through the formatter and forgets pending edits.
+    void setObjectValue(const QVariant& value);
+
+    // Reads the edited text into the object value now, as leaving the field
+    // does. False (and valueRefused) when the formatter cannot read it.
+    bool validateEditing();
+    // True when the text was edited since the value was last set or read.
+    bool hasPendingEdit() const noexcept { return _wq_pendingEdit; }
+
+    // WQFieldEditor
+    WQRange selectedRange() const override;
+    void setSelectedRange(WQRange range) override;
+    QString text() const override { return QLineEdit::text(); }
+
+signals:
+    void objectValueChanged(const QVariant& value);
+    // An edit was refused or rewritten, with the formatter's reason.
+    void editRefused(const QString& errorDescription);
+    // The finished text could not be read; the field keeps the focus.
+    void valueRefused(const QString& errorDescription);
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    struct State {
+        QString text;
+        WQRange selection;
+    };
+
+    State _wq_currentState() const;
+    void _wq_show(const QString& text, WQRange selection);
+    void _wq_textEdited();
+    void _wq_judgeEdit(const State& before, const WQEditEvent& event);
+    void _wq_noteSelection();
+    void _wq_noteTextChanged();
+    QString _wq_displayString(const QVariant& value) const;
+
+    std::shared_ptr<WQFormatter> _wq_formatter;
+    QVariant _wq_objectValue;
+    State _wq_shown;              // what the field stood at after the last edit
+    State _wq_beforeEvent;        // the same, when the current event began
+    WQEditEvent _wq_event;        // the event being handled
+    int _wq_eventDepth = 0;
+    bool _wq_editedInEvent = false;
+    bool _wq_showing = false;     // the field itself is changing the text
+    bool _wq_pendingEdit = false;
+};
+
+} // namespace wq
