@@ -124,7 +124,10 @@ std::optional<QByteArray> decode(const Unit* text, qsizetype n)
             const qsizetype wideRoom = output.size() - 8;
             while (end - p >= 8 && group.out - output.constData() <= wideRoom) {
                 if constexpr (sizeof(Unit) > 1) {
-                    if ((p[0] | p[1] | p[2] | p[3] | p[4] | p[5] | p[6] | p[7]) >= 128)
+                    // Eight UTF-16 units are ASCII when no unit has a bit above the low seven.
+                    std::uint64_t w[2];
+                    std::memcpy(w, p, sizeof w);
+                    if ((w[0] | w[1]) & 0xFF80FF80FF80FF80ull)
                         break;
                 }
                 const std::uint32_t a = kShift18[std::uint8_t(p[0])] | kShift12[std::uint8_t(p[1])]

@@ -12,9 +12,9 @@ namespace {
 
 // Digits and "-" only: the separators have no place when digits enter
 // from the right.
-const WQCharacterSet& notATMKeys()
+const WQDigitSet& notATMKeys()
 {
-    static const WQCharacterSet set = WQCharacterSet::decimalDigitsPlus({u"-"}).invertedSet();
+    static const WQDigitSet set = WQDigitSet::decimalDigitsPlus({u"-"}).invertedSet();
     return set;
 }
 

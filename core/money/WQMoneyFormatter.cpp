@@ -157,10 +157,10 @@ void WQMoneyFormatter::_wq_setUpInstanceVariables()
     }
 
     _wq_invertedDecimalPlusLocalizedSeparatorsCharSet =
-        WQCharacterSet::decimalDigitsPlus({_wq_localizedThousandsSeparator, _wq_localizedDecimalSeparator, u"-"})
+        WQDigitSet::decimalDigitsPlus({_wq_localizedThousandsSeparator, _wq_localizedDecimalSeparator, u"-"})
             .invertedSet();
-    _wq_invertedATMStyleCharSet = WQCharacterSet::decimalDigitsPlus({_wq_localizedDecimalSeparator}).invertedSet();
-    _wq_currencySymbolCharSet = WQCharacterSet::characters({_wq_localizedCurrencySymbol});
+    _wq_invertedATMStyleCharSet = WQDigitSet::decimalDigitsPlus({_wq_localizedDecimalSeparator}).invertedSet();
+    _wq_currencySymbolCharSet = WQDigitSet::characters({_wq_localizedCurrencySymbol});
     _wq_rebuildDisplayPlan();
 
     if (changed)

@@ -28,7 +28,7 @@ void WQDecimalFormatter::setDecimalSeparator(const QString& separator)
     WQNumberFormatter::setDecimalSeparator(separator.isEmpty() ? QStringLiteral(".") : separator);
     _wq_decimalSeparator_string = WQNumberFormatter::decimalSeparator();
     _wq_invertedDecimalSetPlusLocalizedSeparator_character_set =
-        WQCharacterSet::decimalDigitsPlus({_wq_decimalSeparator_string}).invertedSet();
+        WQDigitSet::decimalDigitsPlus({_wq_decimalSeparator_string}).invertedSet();
 }
 
 std::optional<QString> WQDecimalFormatter::stringForObjectValue(const QVariant& value) const

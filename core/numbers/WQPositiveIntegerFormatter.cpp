@@ -10,7 +10,7 @@ namespace wq {
 WQPositiveIntegerFormatter::WQPositiveIntegerFormatter()
     : _wq_localizedThousandsSeparator_string(WQNumberSettings::groupingSeparator())
     , _wq_invertedDecimalSetPlusLocalizedSeparators_character_set(
-          WQCharacterSet::decimalDigitsPlus({_wq_localizedThousandsSeparator_string}).invertedSet())
+          WQDigitSet::decimalDigitsPlus({_wq_localizedThousandsSeparator_string}).invertedSet())
 {
     setFormat(QStringLiteral("#,##0"));
 }

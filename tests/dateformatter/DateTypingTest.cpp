@@ -2,6 +2,8 @@
 
 #include <WQTestSupport.h>
 
+#include <random>
+
 using namespace wq;
 using test::formatterOn;
 using test::typeAtEnd;
@@ -167,4 +169,48 @@ TEST_F(DateTyping, DayFirstOrder)
     EXPECT_EQ(typeAtEnd(*de, "15.3.26", "-", true).text, "15.02.26");
     EXPECT_EQ(typeAtEnd(*de, "15.03.26", ".").error, "\".\" can't appear more than twice here");
     EXPECT_EQ(typeAtEnd(*de, "15", "/").error, "\"/\" is not valid here");
+}
+
+TEST_F(DateTyping, ArbitraryEditsGetAClearAnswer)
+{
+    // Random texts and ranges, sane or not: every answer is one the field can
+    // act on, and a rewritten text is always a date the formatter reads back.
+    const QString alphabet = QStringLiteral("0123456789//--+=tTx. ") + kEnDash + kNotEqual + kPlusMinus
+                             + QChar(0xD835) + QChar(0x0663);
+    std::mt19937 random(20260315);
+    auto pick = [&](int n) { return int(random() % unsigned(n)); };
+    auto text = [&] {
+        QString s;
+        for (int i = pick(12); i > 0; --i)
+            s += alphabet[pick(int(alphabet.size()))];
+        return s;
+    };
+    for (const char* format : {"M/d/yy", "yyyy-MM-dd", "dd.MM.yy", "d", "%1m/%e/%Y"}) {
+        const auto f = formatterOn(format);
+        for (int i = 0; i < 3000; ++i) {
+            const QString original = text();
+            QString partial = text();
+            const QString proposed = partial;
+            WQRange range{pick(16) - 2, pick(4)};
+            const WQRange originalRange{pick(16) - 2, pick(16) - 2};
+            QString error;
+            const WQEditScope scope({WQEditEvent::Type::KeyDown, proposed.left(1), pick(2) == 1});
+            WQEditContext::takeRewriteNote();
+            const bool answer = f->isPartialStringValid(&partial, &range, original, originalRange, &error);
+            const bool rewritten = WQEditContext::takeRewriteNote();
+            if (answer) {
+                EXPECT_TRUE(error.isEmpty()) << format;
+                EXPECT_EQ(partial, proposed);
+            }
+            if (rewritten) {
+                EXPECT_FALSE(answer);
+                EXPECT_TRUE(f->dateForString(partial).has_value()) << format << " " << partial.toStdString();
+                EXPECT_EQ(range, (WQRange{partial.size(), 0}));
+            }
+            QString parseError;
+            if (!f->getObjectValue(nullptr, original, &parseError)) {
+                EXPECT_FALSE(parseError.isEmpty());
+            }
+        }
+    }
 }

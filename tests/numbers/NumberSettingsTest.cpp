@@ -1,4 +1,4 @@
-#include <WQGeneral/numbers/WQCharacterSet.h>
+#include <WQGeneral/numbers/WQDigitSet.h>
 #include <WQGeneral/numbers/WQNumberSettings.h>
 
 #include "WQTestSupport.h"
@@ -36,21 +36,21 @@ TEST(NumberSettings, SeparatorsAndCurrencyPerLocale)
     EXPECT_EQ(WQNumberSettings::currencySymbol(), u"€");
 }
 
-TEST(CharacterSet, DigitsExtrasAndInversion)
+TEST(DigitSet, DigitsExtrasAndInversion)
 {
-    const WQCharacterSet set = WQCharacterSet::decimalDigitsPlus({u","_s, u"\u202F"_s});
+    const WQDigitSet set = WQDigitSet::decimalDigitsPlus({u","_s, u"\u202F"_s});
     EXPECT_TRUE(set.contains(U'7'));
     EXPECT_TRUE(set.contains(U'\u0663')); // Arabic-Indic three: a decimal digit too
     EXPECT_TRUE(set.contains(U'\U0001D7D9')); // mathematical double-struck one
     EXPECT_TRUE(set.contains(U'\u202F'));
     EXPECT_FALSE(set.contains(U'.'));
     EXPECT_FALSE(set.contains(U'\u00BD')); // ½ is a number, not a digit
-    const WQCharacterSet inverted = set.invertedSet();
+    const WQDigitSet inverted = set.invertedSet();
     EXPECT_EQ(inverted.indexIn(u"12,3a"_s), 4);
     EXPECT_EQ(inverted.indexIn(u"\U0001D7D9x"_s), 2);
     EXPECT_EQ(inverted.indexIn(u""_s), -1);
     EXPECT_FALSE(inverted.intersects(u"1\u202F234"_s));
-    const WQCharacterSet symbol = WQCharacterSet::characters({u"kr."_s});
+    const WQDigitSet symbol = WQDigitSet::characters({u"kr."_s});
     EXPECT_TRUE(symbol.contains(U'.'));
     EXPECT_FALSE(symbol.contains(U'1'));
 }

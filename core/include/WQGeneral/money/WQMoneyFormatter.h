@@ -7,7 +7,7 @@
 
 #include <WQGeneral/money/WQMoneyConstants.h>
 #include <WQGeneral/money/WQMoneyFormatterDelegate.h>
-#include <WQGeneral/numbers/WQCharacterSet.h>
+#include <WQGeneral/numbers/WQDigitSet.h>
 #include <WQGeneral/numbers/WQNumberFormatter.h>
 
 #include <functional>
@@ -54,7 +54,7 @@ public:
     QString localizedCurrencySymbol() const { return _wq_localizedCurrencySymbol; }
     QString localizedPositiveFormat() const { return _wq_localizedPositiveFormat; }
     QString localizedNegativeFormat() const { return _wq_localizedNegativeFormat; }
-    const WQCharacterSet& currencySymbolCharSet() const { return _wq_currencySymbolCharSet; }
+    const WQDigitSet& currencySymbolCharSet() const { return _wq_currencySymbolCharSet; }
 
     // Re-reads the settings; posts kWQNotif_MoneyFormatterChanged (queued)
     // when a value differs from the one in force.
@@ -116,9 +116,9 @@ private:
     QString _wq_localizedCurrencySymbol;
     QString _wq_localizedPositiveFormat;
     QString _wq_localizedNegativeFormat;
-    WQCharacterSet _wq_invertedDecimalPlusLocalizedSeparatorsCharSet;
-    WQCharacterSet _wq_invertedATMStyleCharSet;
-    WQCharacterSet _wq_currencySymbolCharSet;
+    WQDigitSet _wq_invertedDecimalPlusLocalizedSeparatorsCharSet;
+    WQDigitSet _wq_invertedATMStyleCharSet;
+    WQDigitSet _wq_currencySymbolCharSet;
 
     // Deferred re-reads find the formatter through this, so one that has
     // gone away by then is skipped.

@@ -1,7 +1,7 @@
 #pragma once
 // Plain decimal numbers (rates, shares): keystrokes are only filtered.
 
-#include <WQGeneral/numbers/WQCharacterSet.h>
+#include <WQGeneral/numbers/WQDigitSet.h>
 #include <WQGeneral/numbers/WQNumberFormatter.h>
 
 namespace wq {
@@ -29,7 +29,7 @@ public:
 
 private:
     QString _wq_decimalSeparator_string;
-    WQCharacterSet _wq_invertedDecimalSetPlusLocalizedSeparator_character_set;
+    WQDigitSet _wq_invertedDecimalSetPlusLocalizedSeparator_character_set;
 };
 
 } // namespace wq

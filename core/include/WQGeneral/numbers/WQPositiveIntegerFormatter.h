@@ -2,7 +2,7 @@
 // Whole numbers that cannot be negative (counts, numbers of payments): the
 // digits are regrouped as the user types.
 
-#include <WQGeneral/numbers/WQCharacterSet.h>
+#include <WQGeneral/numbers/WQDigitSet.h>
 #include <WQGeneral/numbers/WQNumberFormatter.h>
 
 namespace wq {
@@ -21,7 +21,7 @@ public:
 
 private:
     QString _wq_localizedThousandsSeparator_string;
-    WQCharacterSet _wq_invertedDecimalSetPlusLocalizedSeparators_character_set;
+    WQDigitSet _wq_invertedDecimalSetPlusLocalizedSeparators_character_set;
 };
 
 } // namespace wq

@@ -11,23 +11,23 @@
 
 namespace wq {
 
-class WQCharacterSet {
+class WQDigitSet {
 public:
-    WQCharacterSet() = default;
+    WQDigitSet() = default;
 
     // Decimal digits plus every character of each extra string.
-    static WQCharacterSet decimalDigitsPlus(std::initializer_list<QStringView> extras);
+    static WQDigitSet decimalDigitsPlus(std::initializer_list<QStringView> extras);
     // Exactly the characters of the given strings.
-    static WQCharacterSet characters(std::initializer_list<QStringView> extras);
+    static WQDigitSet characters(std::initializer_list<QStringView> extras);
 
-    WQCharacterSet invertedSet() const;
+    WQDigitSet invertedSet() const;
 
     bool contains(char32_t c) const;
     // Index (UTF-16) of the first character of text in this set, or -1.
     qsizetype indexIn(QStringView text) const;
     bool intersects(QStringView text) const { return indexIn(text) >= 0; }
 
-    friend bool operator==(const WQCharacterSet&, const WQCharacterSet&) = default;
+    friend bool operator==(const WQDigitSet&, const WQDigitSet&) = default;
 
 private:
     void _wq_add(QStringView extra);

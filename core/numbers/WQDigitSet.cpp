@@ -1,4 +1,4 @@
-#include <WQGeneral/numbers/WQCharacterSet.h>
+#include <WQGeneral/numbers/WQDigitSet.h>
 
 #include <QChar>
 #include <QList>
@@ -7,29 +7,29 @@
 
 namespace wq {
 
-WQCharacterSet WQCharacterSet::decimalDigitsPlus(std::initializer_list<QStringView> extras)
+WQDigitSet WQDigitSet::decimalDigitsPlus(std::initializer_list<QStringView> extras)
 {
-    WQCharacterSet set = characters(extras);
+    WQDigitSet set = characters(extras);
     set._wq_digits = true;
     return set;
 }
 
-WQCharacterSet WQCharacterSet::characters(std::initializer_list<QStringView> extras)
+WQDigitSet WQDigitSet::characters(std::initializer_list<QStringView> extras)
 {
-    WQCharacterSet set;
+    WQDigitSet set;
     for (QStringView extra : extras)
         set._wq_add(extra);
     return set;
 }
 
-WQCharacterSet WQCharacterSet::invertedSet() const
+WQDigitSet WQDigitSet::invertedSet() const
 {
-    WQCharacterSet set = *this;
+    WQDigitSet set = *this;
     set._wq_inverted = !_wq_inverted;
     return set;
 }
 
-void WQCharacterSet::_wq_add(QStringView extra)
+void WQDigitSet::_wq_add(QStringView extra)
 {
     for (char32_t c : extra.toUcs4()) {
         if (c < 128)
@@ -39,7 +39,7 @@ void WQCharacterSet::_wq_add(QStringView extra)
     }
 }
 
-bool WQCharacterSet::contains(char32_t c) const
+bool WQDigitSet::contains(char32_t c) const
 {
     bool member;
     if (c < 128)
@@ -51,7 +51,7 @@ bool WQCharacterSet::contains(char32_t c) const
     return member != _wq_inverted;
 }
 
-qsizetype WQCharacterSet::indexIn(QStringView text) const
+qsizetype WQDigitSet::indexIn(QStringView text) const
 {
     const qsizetype size = text.size();
     for (qsizetype i = 0; i < size; ++i) {
