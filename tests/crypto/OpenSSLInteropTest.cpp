@@ -15,17 +15,15 @@ using namespace wq;
 
 namespace {
 
-std::optional<QByteArray> openssl(const QStringList& arguments, const QByteArray& input = QByteArray())
+// Runs "openssl <command>" (arguments separated by single spaces) on input.
+std::optional<QByteArray> openssl(const QString& command, const QByteArray& input = QByteArray())
 {
     QProcess process;
-    process.start(QStandardPaths::findExecutable(QStringLiteral("openssl")), arguments);
-    if (!process.waitForStarted())
-        return std::nullopt;
+    process.start(QStandardPaths::findExecutable(QStringLiteral("openssl")), command.split(u' '));
     process.write(input);
     process.closeWriteChannel();
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        ADD_FAILURE() << "openssl " << arguments.join(u' ').toStdString() << ": "
-                      << process.readAllStandardError().toStdString();
+        ADD_FAILURE() << "openssl " << command.toStdString() << ": " << process.readAllStandardError().toStdString();
         return std::nullopt;
     }
     return process.readAllStandardOutput();
@@ -34,12 +32,17 @@ std::optional<QByteArray> openssl(const QStringList& arguments, const QByteArray
 // PBKDF2-HMAC-SHA1, 1000 iterations, 16 bytes, as hex.
 QString opensslKey(const QByteArray& passwordBytes, const QByteArray& salt)
 {
-    const auto out = openssl({QStringLiteral("kdf"), QStringLiteral("-keylen"), QStringLiteral("16"),
-                              QStringLiteral("-kdfopt"), QStringLiteral("digest:SHA1"),
-                              QStringLiteral("-kdfopt"), QStringLiteral("hexpass:") + QString::fromLatin1(passwordBytes.toHex()),
-                              QStringLiteral("-kdfopt"), QStringLiteral("hexsalt:") + QString::fromLatin1(salt.toHex()),
-                              QStringLiteral("-kdfopt"), QStringLiteral("iter:1000"), QStringLiteral("PBKDF2")});
+    const auto out = openssl(QStringLiteral("kdf -keylen 16 -kdfopt digest:SHA1 -kdfopt hexpass:%1 -kdfopt hexsalt:%2 "
+                                            "-kdfopt iter:1000 PBKDF2")
+                                 .arg(QString::fromLatin1(passwordBytes.toHex()), QString::fromLatin1(salt.toHex())));
     return out ? QString::fromLatin1(*out).remove(u':').trimmed().toLower() : QString();
+}
+
+// Plain AES-128-CBC with PKCS#7 padding, the tool's "enc" with an explicit key.
+std::optional<QByteArray> opensslCipher(const char* direction, const QString& key, const QByteArray& iv, const QByteArray& input)
+{
+    return openssl(QStringLiteral("enc %1 -aes-128-cbc -K %2 -iv %3")
+                       .arg(QLatin1StringView(direction), key, QString::fromLatin1(iv.toHex())), input);
 }
 
 QByteArray fromBase64(const QString& text)
@@ -77,30 +80,24 @@ TEST_F(OpenSSLInterop, ToolDecryptsOurEnvelope)
         const QByteArray cipherText = fromBase64(match.captured(3));
         const QString key = opensslKey(bytes, salt);
         ASSERT_EQ(key.size(), 32);
-        const auto plain = openssl({QStringLiteral("enc"), QStringLiteral("-d"), QStringLiteral("-aes-128-cbc"),
-                                    QStringLiteral("-K"), key, QStringLiteral("-iv"), QString::fromLatin1(iv.toHex())},
-                                   cipherText);
-        ASSERT_TRUE(plain.has_value());
-        EXPECT_EQ(QString::fromUtf8(*plain), document);
+        EXPECT_EQ(QString::fromUtf8(opensslCipher("-d", key, iv, cipherText).value_or("<failed>")), document);
     }
 }
 
 TEST_F(OpenSSLInterop, WeReadAnEnvelopeTheToolBuilt)
 {
-    const auto salt = openssl({QStringLiteral("rand"), QStringLiteral("13")});
-    const auto iv = openssl({QStringLiteral("rand"), QStringLiteral("16")});
+    const auto salt = openssl(QStringLiteral("rand 13"));
+    const auto iv = openssl(QStringLiteral("rand 16"));
     ASSERT_TRUE(salt && iv);
     ASSERT_EQ(iv->size(), 16);
     const QString document = QStringLiteral("<doc>\u00c5ngstr\u00f6m &amp; \u00e9t\u00e9</doc>\n");
     const QByteArray password = "correct horse battery staple";
     const QString key = opensslKey(password, *salt);
     ASSERT_EQ(key.size(), 32);
-    const auto cipherText = openssl({QStringLiteral("enc"), QStringLiteral("-e"), QStringLiteral("-aes-128-cbc"),
-                                     QStringLiteral("-K"), key, QStringLiteral("-iv"), QString::fromLatin1(iv->toHex())},
-                                    document.toUtf8());
+    const auto cipherText = opensslCipher("-e", key, *iv, document.toUtf8());
     ASSERT_TRUE(cipherText.has_value());
     const auto base64 = [](const QByteArray& bytes) {
-        const auto text = openssl({QStringLiteral("base64"), QStringLiteral("-A")}, bytes);
+        const auto text = openssl(QStringLiteral("base64 -A"), bytes);
         return text ? QString::fromLatin1(*text).trimmed() : QString();
     };
     const QString envelope =

@@ -25,10 +25,17 @@ inline std::unique_ptr<WQDateFormatter> formatterOn(const QString& format, WQDat
 
 struct Keystroke {
     bool answer = false;
-    QString text;     // what the field shows afterwards
+    QString text; // what the field shows afterwards
     WQRange caret;
     QString error;
+    bool operator==(const Keystroke&) const = default;
 };
+
+inline void PrintTo(const Keystroke& k, std::ostream* os)
+{
+    *os << (k.answer ? "accepted " : "refused ") << '"' << k.text.toStdString() << "\" caret {" << k.caret.location
+        << ", " << k.caret.length << "} error \"" << k.error.toStdString() << '"';
+}
 
 // Replaces the selection of `original` by `typed` and asks the formatter.
 inline Keystroke typeInto(WQDateFormatter& formatter, const QString& original, WQRange selection,

@@ -6,6 +6,7 @@
 
 using namespace wq;
 using test::formatterOn;
+using test::Keystroke;
 using test::typeAtEnd;
 using test::typeInto;
 
@@ -14,6 +15,13 @@ namespace {
 const QString kEnDash = QString(QChar(0x2013));
 const QString kNotEqual = QString(QChar(0x2260));
 const QString kPlusMinus = QString(QChar(0x00B1));
+
+// A keystroke the formatter refused or rewrote, leaving the field showing
+// `text` with the caret at its end.
+Keystroke shows(const QString& text, const QString& error = {})
+{
+    return {false, text, {text.size(), 0}, error};
+}
 
 class DateTyping : public ::testing::Test {
 protected:
@@ -27,7 +35,7 @@ TEST_F(DateTyping, DigitsAndSeparatorsStand)
 {
     QString text;
     for (const char* key : {"3", "/", "1", "5", "/", "2", "6"}) {
-        const test::Keystroke k = typeAtEnd(*us, text, key);
+        const Keystroke k = typeAtEnd(*us, text, key);
         EXPECT_TRUE(k.answer) << key;
         EXPECT_TRUE(k.error.isNull());
         text = k.text;
@@ -50,87 +58,62 @@ TEST_F(DateTyping, IncrementKeysStepTheDateInTheField)
         {"-", false, "3/14/26"}, {"-", true, "2/15/26"},  {kEnDash, false, "2/15/26"},
         {kNotEqual, false, "4/15/26"}, {kPlusMinus, false, "4/15/26"}, {kEnDash, true, "2/15/26"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.key.toStdString() + (c.option ? " with Alt" : ""));
-        const test::Keystroke k = typeAtEnd(*us, "3/15/26", c.key, c.option);
-        EXPECT_FALSE(k.answer);
-        EXPECT_EQ(k.text, c.shows);
-        EXPECT_EQ(k.caret, (WQRange{c.shows.size(), 0}));
-        EXPECT_TRUE(k.error.isNull());
-    }
+    for (const Case& c : cases)
+        EXPECT_EQ(typeAtEnd(*us, "3/15/26", c.key, c.option), shows(c.shows))
+            << c.key.toStdString() << (c.option ? " with Alt" : "");
     // Typed in the middle, the key still steps the whole date.
-    EXPECT_EQ(typeInto(*us, "3/15/26", {2, 0}, "+").text, "3/16/26");
+    EXPECT_EQ(typeInto(*us, "3/15/26", {2, 0}, "+"), shows("3/16/26"));
     // Month steps keep the day where it exists and carry where it does not.
     EXPECT_EQ(typeAtEnd(*us, "1/31/26", "+", true).text, "3/3/26");
     EXPECT_EQ(typeAtEnd(*us, "12/31/26", "+").text, "1/1/27");
+    // Day first, the same keys step the same fields.
+    const auto de = formatterOn("dd.MM.yy");
+    EXPECT_EQ(typeAtEnd(*de, "15.03.26", "+").text, "16.03.26");
+    EXPECT_EQ(typeAtEnd(*de, "15.3.26", "-", true).text, "15.02.26");
 }
 
 TEST_F(DateTyping, TodayKeyWorksWhateverTheText)
 {
     const auto f = formatterOn("M/d/yy", WQDate(2026, 11, 22));
-    for (const char* key : {"t", "T"}) {
-        EXPECT_EQ(typeAtEnd(*f, "3/15/26", key).text, "11/22/26");
-        EXPECT_EQ(typeAtEnd(*f, "3/32", key).text, "11/22/26");
-        EXPECT_EQ(typeAtEnd(*f, "", key).text, "11/22/26");
-    }
+    for (const char* key : {"t", "T"})
+        for (const char* text : {"3/15/26", "3/32", ""})
+            EXPECT_EQ(typeAtEnd(*f, text, key), shows("11/22/26")) << key << " on " << text;
     f->setTodayProvider([] { return std::optional<WQDate>(); });
-    const test::Keystroke k = typeAtEnd(*f, "3/15/26", "t");
-    EXPECT_FALSE(k.answer);
-    EXPECT_EQ(k.text, "3/15/26");
+    EXPECT_EQ(typeAtEnd(*f, "3/15/26", "t"), shows("3/15/26"));
 }
 
 TEST_F(DateTyping, RefusalsAndTheirMessages)
 {
-    const test::Keystroke letter = typeAtEnd(*us, "3/15/26", "x");
-    EXPECT_FALSE(letter.answer);
-    EXPECT_EQ(letter.text, "3/15/26");
-    EXPECT_EQ(letter.error, "\"x\" is not valid here");
+    EXPECT_EQ(typeAtEnd(*us, "3/15/26", "x"), shows("3/15/26", "\"x\" is not valid here"));
     EXPECT_EQ(typeAtEnd(*us, "3/1", "5.").error, "\"5.\" is not valid here");
-
-    const test::Keystroke third = typeAtEnd(*us, "3/15/26", "/");
-    EXPECT_FALSE(third.answer);
-    EXPECT_EQ(third.text, "3/15/26");
-    EXPECT_EQ(third.error, "\"/\" can't appear more than twice here");
+    EXPECT_EQ(typeAtEnd(*us, "3/15/26", "/"), shows("3/15/26", "\"/\" can't appear more than twice here"));
     // Two separators in a row are no third one until something follows them.
     EXPECT_TRUE(typeAtEnd(*us, "3/", "/").answer);
     EXPECT_FALSE(typeAtEnd(*us, "3//", "/").answer);
-
     // A key on a text that is no date is swallowed without a word.
-    const test::Keystroke stuck = typeAtEnd(*us, "3/32", "+");
-    EXPECT_FALSE(stuck.answer);
-    EXPECT_EQ(stuck.text, "3/32");
-    EXPECT_TRUE(stuck.error.isEmpty());
-
+    EXPECT_EQ(typeAtEnd(*us, "3/32", "+"), shows("3/32"));
     // A third separator that comes with a key steps instead of complaining.
-    const test::Keystroke both = typeAtEnd(*us, "3/15/26", "/+");
-    EXPECT_FALSE(both.answer);
-    EXPECT_EQ(both.text, "3/16/26");
-    EXPECT_TRUE(both.error.isEmpty());
+    EXPECT_EQ(typeAtEnd(*us, "3/15/26", "/+"), shows("3/16/26"));
+
+    const auto de = formatterOn("dd.MM.yy");
+    EXPECT_EQ(typeAtEnd(*de, "15.03.26", ".").error, "\".\" can't appear more than twice here");
+    EXPECT_EQ(typeAtEnd(*de, "15", "/").error, "\"/\" is not valid here");
 }
 
 TEST_F(DateTyping, SeparatorThatIsAlsoAKey)
 {
     const auto iso = formatterOn("yyyy-MM-dd");
-    const test::Keystroke back = typeAtEnd(*iso, "2024-03-05", "-");
-    EXPECT_EQ(back.text, "2024-03-04");
-    EXPECT_EQ(back.caret, (WQRange{10, 0}));
+    EXPECT_EQ(typeAtEnd(*iso, "2024-03-05", "-"), shows("2024-03-04"));
     // 2024 alone is no valid day, so "-" cannot even start the month.
-    const test::Keystroke refused = typeAtEnd(*iso, "2024", "-");
-    EXPECT_FALSE(refused.answer);
-    EXPECT_EQ(refused.text, "2024");
-    EXPECT_TRUE(refused.error.isEmpty());
+    EXPECT_EQ(typeAtEnd(*iso, "2024", "-"), shows("2024"));
     // Pasting a date over the whole text steps the old one: the result can
     // equal the proposal and must still count as a rewrite.
-    const test::Keystroke pasted = typeInto(*iso, "2024-03-06", {0, 10}, "2024-03-05");
-    EXPECT_FALSE(pasted.answer);
-    EXPECT_EQ(pasted.text, "2024-03-05");
+    EXPECT_EQ(typeInto(*iso, "2024-03-06", {0, 10}, "2024-03-05"), shows("2024-03-05"));
 }
 
 TEST_F(DateTyping, PastesAndDeletions)
 {
-    const test::Keystroke pasted = typeInto(*us, "3/15/26", {0, 7}, "1/2");
-    EXPECT_TRUE(pasted.answer);
-    EXPECT_EQ(pasted.text, "1/2");
+    EXPECT_EQ(typeInto(*us, "3/15/26", {0, 7}, "1/2"), (Keystroke{true, "1/2", {3, 0}, {}}));
 
     // A deletion moves the caret back: it always stands.
     QString partial = "3/1";
@@ -145,30 +128,19 @@ TEST_F(DateTyping, PastesAndDeletions)
         QString text() const override { return {}; }
     } editor;
     const WQEditScope scope({WQEditEvent::Type::KeyDown, QString(QChar(127)), false}, &editor);
-    partial.clear();
-    range = {0, 0};
-    EXPECT_TRUE(us->isPartialStringValid(&partial, &range, "3/15/26", {0, 7}, nullptr));
-    EXPECT_EQ(editor.range, (WQRange{0, 0}));
-    partial.clear();
-    range = {0, 0};
-    editor.range = {-1, -1};
-    EXPECT_TRUE(us->isPartialStringValid(&partial, &range, "3", {1, 0}, nullptr));
-    EXPECT_EQ(editor.range, (WQRange{0, 0}));
+    for (const auto& [original, selection] : {std::pair<QString, WQRange>{"3/15/26", {0, 7}}, {"3", {1, 0}}}) {
+        partial.clear();
+        range = {0, 0};
+        editor.range = {-1, -1};
+        EXPECT_TRUE(us->isPartialStringValid(&partial, &range, original, selection, nullptr));
+        EXPECT_EQ(editor.range, (WQRange{0, 0})) << original.toStdString();
+    }
 
     // Nonsense ranges are not read past.
     partial = "3/1";
     range = {99, 0};
     EXPECT_TRUE(us->isPartialStringValid(&partial, &range, "3/", {50, 0}, nullptr));
     EXPECT_FALSE(us->isPartialStringValid(nullptr, &range, "3/", {2, 0}, nullptr));
-}
-
-TEST_F(DateTyping, DayFirstOrder)
-{
-    const auto de = formatterOn("dd.MM.yy");
-    EXPECT_EQ(typeAtEnd(*de, "15.03.26", "+").text, "16.03.26");
-    EXPECT_EQ(typeAtEnd(*de, "15.3.26", "-", true).text, "15.02.26");
-    EXPECT_EQ(typeAtEnd(*de, "15.03.26", ".").error, "\".\" can't appear more than twice here");
-    EXPECT_EQ(typeAtEnd(*de, "15", "/").error, "\"/\" is not valid here");
 }
 
 TEST_F(DateTyping, ArbitraryEditsGetAClearAnswer)

@@ -1,39 +1,15 @@
 #include <WQGeneral/dates/WQDate.h>
 
-#include "DatePrinting.h"
+#include "DateTesting.h"
 
 #include <gtest/gtest.h>
 
-#include <QTimeZone>
+#include <QDateTime>
 
-#include <cstdlib>
-#include <ctime>
+#include <limits>
 
 using wq::WQDate;
-
-namespace {
-
-// Switches the process's time zone for one scope.
-class ScopedTimeZone {
-public:
-    explicit ScopedTimeZone(const char* zone) : _saved(qgetenv("TZ"))
-    {
-        qputenv("TZ", zone);
-        tzset();
-    }
-    ~ScopedTimeZone()
-    {
-        qputenv("TZ", _saved);
-        tzset();
-    }
-    ScopedTimeZone(const ScopedTimeZone&) = delete;
-    ScopedTimeZone& operator=(const ScopedTimeZone&) = delete;
-
-private:
-    QByteArray _saved;
-};
-
-} // namespace
+using wq::test::ScopedTimeZone;
 
 TEST(DateConversion, MidnightKeepsTheDateInEveryZone)
 {
@@ -43,9 +19,10 @@ TEST(DateConversion, MidnightKeepsTheDateInEveryZone)
                              "Pacific/Pago_Pago", "Asia/Kolkata", "UTC"}) {
         ScopedTimeZone scoped(zone);
         for (const WQDate& date : dates) {
+            SCOPED_TRACE(zone + (" " + date.debugDescription().toStdString()));
             const QDateTime moment = date.nsDate();
-            ASSERT_TRUE(moment.isValid()) << zone << " " << qPrintable(date.debugDescription());
-            EXPECT_EQ(WQDate::dateWithNSDate(moment), date) << zone << " " << qPrintable(date.debugDescription());
+            ASSERT_TRUE(moment.isValid());
+            EXPECT_EQ(WQDate::dateWithNSDate(moment), date);
             EXPECT_EQ(moment.toLocalTime().date().day(), int(date.dayOfMonth()));
         }
     }
@@ -55,12 +32,12 @@ TEST(DateConversion, MidnightInADaylightSavingGap)
 {
     // Sao Paulo skipped from 00:00 to 01:00 on 2018-11-04.
     ScopedTimeZone scoped("America/Sao_Paulo");
-    const QDateTime moment = WQDate(2018, 11, 4).nsDate();
+    const QDateTime moment = WQDate(2018, 11, 4).nsDate(), dayBefore = WQDate(2018, 11, 3).nsDate();
     ASSERT_TRUE(moment.isValid());
     EXPECT_EQ(moment.toLocalTime().time(), QTime(1, 0));
-    EXPECT_EQ(WQDate(2018, 11, 3).nsDate().toLocalTime().time(), QTime(0, 0));
+    EXPECT_EQ(dayBefore.toLocalTime().time(), QTime(0, 0));
     // 00:00 at -03:00 and 01:00 at -02:00 are the same instant; the short day follows.
-    EXPECT_EQ(moment.toSecsSinceEpoch() - WQDate(2018, 11, 3).nsDate().toSecsSinceEpoch(), 24 * 3600);
+    EXPECT_EQ(moment.toSecsSinceEpoch() - dayBefore.toSecsSinceEpoch(), 24 * 3600);
     EXPECT_EQ(WQDate(2018, 11, 5).nsDate().toSecsSinceEpoch() - moment.toSecsSinceEpoch(), 23 * 3600);
 }
 
@@ -68,8 +45,7 @@ TEST(DateConversion, MomentsGiveTheirLocalDate)
 {
     ScopedTimeZone scoped("America/New_York");
     // 03:30 UTC on March 5 is still March 4 in New York.
-    const QDateTime utc(QDate(2024, 3, 5), QTime(3, 30), Qt::UTC);
-    EXPECT_EQ(WQDate::dateWithNSDate(utc), WQDate(2024, 3, 4));
+    EXPECT_EQ(WQDate::dateWithNSDate(QDateTime(QDate(2024, 3, 5), QTime(3, 30), Qt::UTC)), WQDate(2024, 3, 4));
     EXPECT_EQ(WQDate::dateWithNSDate(QDateTime(QDate(2024, 3, 5), QTime(23, 59, 59), Qt::LocalTime)), WQDate(2024, 3, 5));
     // Before year 1: QDate's -1 is our year 0.
     EXPECT_EQ(WQDate::dateWithNSDate(QDateTime(QDate(-1, 6, 1), QTime(12, 0), Qt::LocalTime)), WQDate(0, 6, 1));
@@ -78,10 +54,6 @@ TEST(DateConversion, MomentsGiveTheirLocalDate)
     EXPECT_EQ(WQDate(2024, 3, 0).nsDate().date(), QDate(2024, 2, 29));
     EXPECT_EQ(WQDate(2024, 0, 0).nsDate().date(), QDate(2023, 12, 31));
     EXPECT_FALSE(WQDate(std::numeric_limits<qint64>::max(), 1, 1).nsDate().isValid());
-    try {
-        (void)WQDate::dateWithNSDate(QDateTime());
-        ADD_FAILURE() << "an invalid moment must raise";
-    } catch (const wq::NSInternalInconsistencyException& e) {
-        EXPECT_STREQ(e.what(), "WQDate -dateWithNSDate: got nil for the NSCalendarDate!");
-    }
+    EXPECT_EQ(wq::test::messageOf<wq::NSInternalInconsistencyException>([] { (void)WQDate::dateWithNSDate({}); }),
+              "WQDate -dateWithNSDate: got nil for the NSCalendarDate!");
 }

@@ -1,7 +1,4 @@
-#include <WQGeneral/dates/WQDate.h>
-
-#include "DatePrinting.h"
-
+#include "DateTesting.h"
 #include "ReferenceCalendar.h"
 
 #include <gtest/gtest.h>
@@ -13,15 +10,13 @@
 
 namespace ref = wq::test::reference;
 using wq::WQDate;
+using wq::test::messageOf;
 
 namespace {
 
-::testing::AssertionResult isDate(const WQDate& date, qint64 y, quint64 m, quint64 d)
+ref::Ymd fields(const WQDate& date)
 {
-    if (date.yearOfCommonEra() == y && date.monthOfYear() == m && date.dayOfMonth() == d)
-        return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << "got " << qPrintable(date.debugDescription()) << ", expected " << y << "-"
-                                         << m << "-" << d;
+    return {date.yearOfCommonEra(), qint64(date.monthOfYear()), qint64(date.dayOfMonth())};
 }
 
 // Collects qWarning lines for one scope.
@@ -41,46 +36,34 @@ private:
 };
 
 constexpr qint64 kMaxYear = std::numeric_limits<qint64>::max();
+constexpr qint64 kMinYear = std::numeric_limits<qint64>::min();
 
 } // namespace
 
-TEST(DateValue, MonthLengths)
-{
-    EXPECT_EQ(WQDate::daysInMonth(2, 2000), 29);
-    EXPECT_EQ(WQDate::daysInMonth(2, 1900), 28);
-    EXPECT_EQ(WQDate::daysInMonth(2, 2024), 29);
-    EXPECT_EQ(WQDate::daysInMonth(2, 2023), 28);
-    EXPECT_EQ(WQDate::daysInMonth(0, 2023), 0);
-    EXPECT_EQ(WQDate::daysInMonth(13, 2023), 0);
-    EXPECT_EQ(WQDate::daysInMonth(255, 2023), 0);
-    // Truncating remainders keep the rule for year 0 and before.
-    EXPECT_EQ(WQDate::daysInMonth(2, 0), 29);
-    EXPECT_EQ(WQDate::daysInMonth(2, -4), 29);
-    EXPECT_EQ(WQDate::daysInMonth(2, -400), 29);
-    EXPECT_EQ(WQDate::daysInMonth(2, -100), 28);
-    EXPECT_EQ(WQDate::daysInMonth(12, 2023), 31);
-}
-
 TEST(DateValue, ConstructionNormalisesForward)
 {
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(2023, 14, 1), 2024, 2, 1));
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(2023, 1, 32), 2023, 2, 1));
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(2023, 2, 400), 2024, 3, 6));
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(2023, 0, 5), 2023, 1, 5));
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(2023, 3, 0), 2023, 3, 0));
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(2023, 0, 0), 2023, 0, 0));
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(2023, 24, 0), 2024, 12, 0));
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(2023, 25, 1), 2025, 1, 1));
-    EXPECT_TRUE(isDate(WQDate::dateWithYear(-1, 2, 30), -1, 3, 2));
-    EXPECT_TRUE(isDate(WQDate(), 0, 0, 0));
+    struct Row {
+        qint64 year;
+        quint64 month, day;
+        ref::Ymd expected;
+    };
+    const Row rows[] = {
+        {2023, 14, 1, {2024, 2, 1}}, {2023, 1, 32, {2023, 2, 1}}, {2023, 2, 400, {2024, 3, 6}},
+        {2023, 0, 5, {2023, 1, 5}},  {2023, 3, 0, {2023, 3, 0}},  {2023, 0, 0, {2023, 0, 0}},
+        {2023, 24, 0, {2024, 12, 0}}, {2023, 25, 1, {2025, 1, 1}}, {-1, 2, 30, {-1, 3, 2}},
+    };
+    for (const Row& r : rows)
+        EXPECT_EQ(fields(WQDate::dateWithYear(r.year, r.month, r.day)), r.expected)
+            << r.year << " " << r.month << " " << r.day;
+    EXPECT_EQ(fields(WQDate()), (ref::Ymd{0, 0, 0}));
+    for (quint8 month : {0, 13, 255})
+        EXPECT_EQ(WQDate::daysInMonth(month, 2024), 0) << int(month);
 
     // The fast carry agrees with the month-by-month walk.
     for (qint64 y : {qint64(-401), qint64(-1), qint64(0), qint64(1), qint64(1899), qint64(2000), qint64(2023)})
         for (quint64 m = 0; m <= 30; m += 3)
-            for (quint64 d = 0; d <= 1600; d += 7) {
-                const ref::Ymd expected = ref::normalise(y, m, d);
-                ASSERT_TRUE(isDate(WQDate(y, m, d), expected.year, quint64(expected.month), quint64(expected.day)));
-            }
+            for (quint64 d = 0; d <= 1600; d += 7)
+                ASSERT_EQ(fields(WQDate(y, m, d)), ref::normalise(y, m, d)) << y << " " << m << " " << d;
 }
 
 TEST(DateValue, HugeArgumentsAreFastAndNeverWrap)
@@ -92,7 +75,7 @@ TEST(DateValue, HugeArgumentsAreFastAndNeverWrap)
     EXPECT_EQ(fromHugeMonth.monthOfYear(), huge % 12 == 0 ? 12u : huge % 12);
     EXPECT_EQ(fromHugeMonth.yearOfCommonEra(), 2023 + qint64((huge - 1) / 12));
     // 146097 days are exactly 400 years.
-    EXPECT_TRUE(isDate(WQDate(2023, 3, 146097ull * 1000 + 5), 402023, 3, 5));
+    EXPECT_EQ(WQDate(2023, 3, 146097ull * 1000 + 5), WQDate(402023, 3, 5));
     const WQDate fromHugeDay(0, 1, huge);
     EXPECT_GT(fromHugeDay.yearOfCommonEra(), qint64(50'000'000'000'000'000));
     EXPECT_THROW((void)fromHugeDay.dayOfCommonEra(), wq::NSRangeException);
@@ -101,53 +84,26 @@ TEST(DateValue, HugeArgumentsAreFastAndNeverWrap)
     EXPECT_THROW(WQDate(kMaxYear, 13, 1), wq::NSRangeException);
     EXPECT_THROW(WQDate(kMaxYear, 12, 32), wq::NSRangeException);
     EXPECT_NO_THROW(WQDate(kMaxYear, 12, 31));
-    try {
-        (void)WQDate(kMaxYear, 1, 1).dayOfCommonEra();
-        ADD_FAILURE() << "a day count past 64 bits must raise";
-    } catch (const wq::NSRangeException& e) {
-        EXPECT_EQ(QString::fromUtf8(e.what()),
-                  QStringLiteral("WQDate -dayOfCommonEra: year %1 has too many days to count").arg(kMaxYear));
-    }
+    EXPECT_EQ(messageOf<wq::NSRangeException>([] { (void)WQDate(kMaxYear, 1, 1).dayOfCommonEra(); }),
+              QStringLiteral("WQDate -dayOfCommonEra: year %1 has too many days to count").arg(kMaxYear).toStdString());
     // Far years still have weekdays and days of the year.
     EXPECT_EQ(WQDate(kMaxYear, 12, 31).dayOfYear(), WQDate(kMaxYear % 400 + 400, 12, 31).dayOfYear());
     EXPECT_EQ(WQDate(kMaxYear, 6, 1).dayOfWeek(), WQDate(kMaxYear % 400 + 400, 6, 1).dayOfWeek());
-    EXPECT_EQ(WQDate(std::numeric_limits<qint64>::min(), 6, 1).dayOfWeek(),
-              WQDate(std::numeric_limits<qint64>::min() % 400 + 400, 6, 1).dayOfWeek());
+    EXPECT_EQ(WQDate(kMinYear, 6, 1).dayOfWeek(), WQDate(kMinYear % 400 + 400, 6, 1).dayOfWeek());
 }
 
-TEST(DateValue, DayOfCommonEraBothWays)
+TEST(DateValue, DayNumbersAtTheEnds)
 {
-    EXPECT_EQ(WQDate(1, 1, 1).dayOfCommonEra(), 1);
-    EXPECT_EQ(WQDate(1, 12, 31).dayOfCommonEra(), 365);
-    EXPECT_EQ(WQDate(2, 1, 1).dayOfCommonEra(), 366);
-    EXPECT_TRUE(isDate(*WQDate::dateWithDayOfCommonEra(1), 1, 1, 1));
-    EXPECT_TRUE(isDate(*WQDate::dateWithDayOfCommonEra(366), 2, 1, 1));
-    EXPECT_TRUE(isDate(*WQDate::dateWithDayOfCommonEra(738886), 2024, 1, 1));
-
     // The largest day number has a date, and it counts back to itself.
     const auto last = WQDate::dateWithDayOfCommonEra(std::numeric_limits<qint64>::max());
     ASSERT_TRUE(last);
     EXPECT_EQ(last->dayOfCommonEra(), std::numeric_limits<qint64>::max());
 
     LogCapture log;
-    EXPECT_FALSE(WQDate::dateWithDayOfCommonEra(0));
-    EXPECT_FALSE(WQDate::dateWithDayOfCommonEra(-5));
-    EXPECT_FALSE(WQDate::dateWithDayOfCommonEra(std::numeric_limits<qint64>::min()));
+    for (qint64 n : {qint64(0), qint64(-5), kMinYear})
+        EXPECT_FALSE(WQDate::dateWithDayOfCommonEra(n)) << n;
     ASSERT_EQ(LogCapture::lines().size(), 3);
-    EXPECT_EQ(LogCapture::lines().front(), QStringLiteral("WQDate +dateWithDayOfCommonEra: does not currently support B.C. dates"));
-}
-
-TEST(DateValue, WeekdayAndDayOfYear)
-{
-    EXPECT_EQ(WQDate(2024, 1, 1).dayOfWeek(), 1);
-    EXPECT_EQ(WQDate(2000, 2, 29).dayOfWeek(), 2);
-    EXPECT_EQ(WQDate(1900, 1, 1).dayOfWeek(), 1);
-    EXPECT_EQ(WQDate(2023, 12, 25).dayOfWeek(), 1);
-    EXPECT_EQ(WQDate(2024, 12, 31).dayOfYear(), 366);
-    EXPECT_EQ(WQDate(2023, 12, 31).dayOfYear(), 365);
-    // 2024-00-00 counts as January 0, the Sunday 2023-12-31.
-    EXPECT_EQ(WQDate(2024, 0, 0).dayOfWeek(), 0);
-    EXPECT_EQ(WQDate(2024, 0, 0).dayOfYear(), 0);
+    EXPECT_EQ(LogCapture::lines().front(), "WQDate +dateWithDayOfCommonEra: does not currently support B.C. dates");
 }
 
 TEST(DateValue, TodayIsTheLocalCalendarDate)
@@ -164,50 +120,34 @@ TEST(DateValue, TodayIsTheLocalCalendarDate)
 
 TEST(DateValue, ComparisonAndEquality)
 {
+    // Years compare signed, then months, then days.
+    const std::pair<WQDate, WQDate> ordered[] = {{WQDate(2023, 12, 31), WQDate(2024, 1, 1)},
+                                                 {WQDate(2024, 1, 31), WQDate(2024, 2, 1)},
+                                                 {WQDate(-5, 1, 1), WQDate(3, 1, 1)}};
+    for (const auto& [earlier, later] : ordered) {
+        SCOPED_TRACE(testing::PrintToString(earlier));
+        EXPECT_EQ(earlier.compare(later), -1);
+        EXPECT_EQ(later.compare(QVariant::fromValue(earlier)), 1);
+        EXPECT_EQ(later.compare(WQDate(later)), 0);
+        EXPECT_TRUE(earlier < later && earlier.comesBefore(later) && later.comesAfter(earlier));
+        EXPECT_FALSE(later.comesBefore(earlier) || earlier.comesAfter(later) || later.comesBefore(later));
+        EXPECT_FALSE(earlier.isEqual(QVariant::fromValue(later)) || earlier.isSameDayAs(later));
+        EXPECT_TRUE(later.isEqual(QVariant::fromValue(WQDate(later))));
+        EXPECT_TRUE(later.isEqualToDate(QVariant::fromValue(WQDate(later))) && later.isSameDayAs(WQDate(later)));
+    }
     const WQDate a(2023, 12, 31), b(2024, 1, 1), c(2024, 2, 1), d(2024, 1, 31);
-    EXPECT_EQ(a.compare(b), -1);
-    EXPECT_EQ(c.compare(d), 1);
-    EXPECT_EQ(b.compare(WQDate(2024, 1, 1)), 0);
-    EXPECT_EQ(b.compare(QVariant::fromValue(a)), 1);
-    EXPECT_EQ(WQDate(-5, 1, 1).compare(WQDate(3, 1, 1)), -1);    // years compare signed
-    EXPECT_TRUE(a < b && b > a && b == WQDate(2024, 1, 1));
+    EXPECT_TRUE(b.isSameYearAs(c) && b.isSameMonthAs(d));
+    EXPECT_FALSE(a.isSameYearAs(b) || b.isSameMonthAs(WQDate(2023, 1, 1)));
+    EXPECT_FALSE(a.isEqual(QVariant(QStringLiteral("2023-12-31"))) || a.isEqual(QVariant()));
 
+    EXPECT_EQ(messageOf<wq::NSBadComparisonException>([&] { (void)a.compare(QVariant(QStringLiteral("x"))); }),
+              "WQDate object cannot -compare: with object of class QString");
+    EXPECT_EQ(messageOf<wq::NSBadComparisonException>([&] { (void)a.isEqualToDate(QVariant(42)); }),
+              "WQDate object cannot -isEqualToDate: with object of class int");
     try {
-        (void)a.compare(QVariant(QStringLiteral("2023-12-31")));
-        ADD_FAILURE() << "comparing with a string must raise";
+        (void)a.compare(QVariant());
+        ADD_FAILURE() << "comparing with nothing must raise";
     } catch (const wq::NSBadComparisonException& e) {
-        EXPECT_STREQ(e.what(), "WQDate object cannot -compare: with object of class QString");
         EXPECT_STREQ(e.name(), "NSBadComparisonException");
     }
-    EXPECT_THROW((void)a.compare(QVariant()), wq::NSBadComparisonException);
-
-    EXPECT_TRUE(a.isEqual(QVariant::fromValue(WQDate(2023, 12, 31))));
-    EXPECT_FALSE(a.isEqual(QVariant::fromValue(b)));
-    EXPECT_FALSE(a.isEqual(QVariant(QStringLiteral("2023-12-31"))));
-    EXPECT_FALSE(a.isEqual(QVariant()));
-    EXPECT_TRUE(a.isEqualToDate(QVariant::fromValue(WQDate(2023, 12, 31))));
-    try {
-        (void)a.isEqualToDate(QVariant(42));
-        ADD_FAILURE() << "isEqualToDate with a number must raise";
-    } catch (const wq::NSBadComparisonException& e) {
-        EXPECT_STREQ(e.what(), "WQDate object cannot -isEqualToDate: with object of class int");
-    }
-
-    EXPECT_TRUE(b.isSameYearAs(c));
-    EXPECT_FALSE(a.isSameYearAs(b));
-    EXPECT_TRUE(b.isSameMonthAs(d));
-    EXPECT_FALSE(b.isSameMonthAs(WQDate(2023, 1, 1)));
-    EXPECT_TRUE(b.isSameDayAs(WQDate(2024, 1, 1)));
-    EXPECT_FALSE(b.isSameDayAs(d));
-    EXPECT_TRUE(a.comesBefore(b));
-    EXPECT_FALSE(b.comesBefore(a));
-    EXPECT_TRUE(c.comesAfter(d));
-    EXPECT_FALSE(b.comesBefore(b));
-    EXPECT_FALSE(b.comesAfter(b));
-
-    // Copies are field-for-field equal, and dates travel in a QVariant.
-    const WQDate copy = c;
-    EXPECT_TRUE(copy.isEqual(c));
-    const QVariant boxed = QVariant::fromValue(c);
-    EXPECT_EQ(boxed.value<WQDate>(), c);
 }

@@ -6,6 +6,7 @@
 #include <QtGlobal>
 
 #include <array>
+#include <ostream>
 
 namespace wq::test::reference {
 
@@ -29,6 +30,11 @@ struct Ymd {
     bool operator==(const Ymd&) const = default;
 };
 
+inline void PrintTo(const Ymd& date, std::ostream* os)
+{
+    *os << date.year << '-' << date.month << '-' << date.day;
+}
+
 // Counts no years for year 0 and below: the counter starts at 1 and only
 // counts up while it is below the year.
 inline qint64 dayOfCommonEra(qint64 y, qint64 m, qint64 d)
@@ -36,33 +42,6 @@ inline qint64 dayOfCommonEra(qint64 y, qint64 m, qint64 d)
     qint64 total = 0;
     for (qint64 year = 1; year < y; ++year)
         total += isLeap(year) ? 366 : 365;
-    for (qint64 month = 1; month < m; ++month)
-        total += monthLength(month, y);
-    return total + d;
-}
-
-inline Ymd dateWithDayOfCommonEra(qint64 n)
-{
-    qint64 year = 1, total = 0;
-    while (total < n) {
-        total += isLeap(year) ? 366 : 365;
-        ++year;
-    }
-    --year;
-    total -= isLeap(year) ? 366 : 365;
-    qint64 month = 1;
-    while (total < n) {
-        total += monthLength(month, year);
-        ++month;
-    }
-    --month;
-    total -= monthLength(month, year);
-    return {year, month, n - total};
-}
-
-inline qint64 dayOfYear(qint64 y, qint64 m, qint64 d)
-{
-    qint64 total = 0;
     for (qint64 month = 1; month < m; ++month)
         total += monthLength(month, y);
     return total + d;

@@ -1,34 +1,13 @@
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
+#include "DateTesting.h"
 #include "WQTestSupport.h"
 
 #include <gtest/gtest.h>
 
-#include <ctime>
-
 using wq::WQSystemDateSettings;
-
-namespace {
-
-class ScopedTimeZone {
-public:
-    explicit ScopedTimeZone(const char* zone) : _saved(qgetenv("TZ"))
-    {
-        qputenv("TZ", zone);
-        tzset();
-    }
-    ~ScopedTimeZone()
-    {
-        qputenv("TZ", _saved);
-        tzset();
-    }
-
-private:
-    QByteArray _saved;
-};
-
-} // namespace
+using wq::test::ScopedTimeZone;
 
 TEST(SystemDateSettings, PatternsFollowTheTimeLocale)
 {
@@ -37,28 +16,24 @@ TEST(SystemDateSettings, PatternsFollowTheTimeLocale)
         EXPECT_EQ(WQSystemDateSettings::shortDateFormat(), "M/d/yy");
         EXPECT_EQ(WQSystemDateSettings::longDateFormat(), "EEEE, MMMM d, y");
     }
-    {
-        wq::test::ScopedLocale locale("de_DE");
-        EXPECT_EQ(WQSystemDateSettings::shortDateFormat(), "dd.MM.yy");
-    }
+    wq::test::ScopedLocale locale("de_DE");
+    EXPECT_EQ(WQSystemDateSettings::shortDateFormat(), "dd.MM.yy");
 }
 
 TEST(SystemDateSettings, LocaleDictionaryIsSharedUntilTheLocaleChanges)
 {
     wq::test::ScopedLocale locale("en_US");
     const QVariantMap first = WQSystemDateSettings::systemDefinedDateInformation();
-    const QVariantMap second = WQSystemDateSettings::systemDefinedDateInformation();
-    EXPECT_TRUE(first.isSharedWith(second));
+    EXPECT_TRUE(first.isSharedWith(WQSystemDateSettings::systemDefinedDateInformation()));
     EXPECT_EQ(first.size(), 5);
-    EXPECT_EQ(first.value(wq::WQDateLocaleKey_TimeDateFormatString), first.value(wq::WQDateLocaleKey_MonthNameArray));
-    const QStringList months = first.value(wq::WQDateLocaleKey_MonthNameArray).toStringList();
-    ASSERT_EQ(months.size(), 12);
-    EXPECT_EQ(months.front(), "January");
-    EXPECT_EQ(first.value(wq::WQDateLocaleKey_ShortMonthNameArray).toStringList().at(2), "Mar");
-    const QStringList weekdays = first.value(wq::WQDateLocaleKey_WeekDayNameArray).toStringList();
-    ASSERT_EQ(weekdays.size(), 7);
-    EXPECT_EQ(weekdays.front(), "Sunday");
-    EXPECT_EQ(first.value(wq::WQDateLocaleKey_ShortWeekDayNameArray).toStringList().at(6), "Sat");
+    const auto names = [&first](const QString& key) { return first.value(key).toStringList(); };
+    EXPECT_EQ(names(wq::WQDateLocaleKey_TimeDateFormatString), names(wq::WQDateLocaleKey_MonthNameArray));
+    ASSERT_EQ(names(wq::WQDateLocaleKey_MonthNameArray).size(), 12);
+    EXPECT_EQ(names(wq::WQDateLocaleKey_MonthNameArray).front(), "January");
+    EXPECT_EQ(names(wq::WQDateLocaleKey_ShortMonthNameArray).at(2), "Mar");
+    ASSERT_EQ(names(wq::WQDateLocaleKey_WeekDayNameArray).size(), 7);
+    EXPECT_EQ(names(wq::WQDateLocaleKey_WeekDayNameArray).front(), "Sunday");
+    EXPECT_EQ(names(wq::WQDateLocaleKey_ShortWeekDayNameArray).at(6), "Sat");
 
     // The system's locale-change notification drops the cached dictionary.
     wq::WQNotificationCenter::distributedCenter().postNotificationName(wq::kWQNotif_CurrentLocaleDidChange);
@@ -76,15 +51,13 @@ TEST(SystemDateSettings, LocaleDictionaryIsSharedUntilTheLocaleChanges)
 TEST(SystemDateSettings, FixedFormatsInLocalTime)
 {
     ScopedTimeZone zone("Europe/Berlin");
-    const QDateTime moment = QDateTime::fromSecsSinceEpoch(1709640000);   // 2024-03-05 12:00 UTC
-    EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat("%Y-%m-%d %H:%M:%S", moment), "2024-03-05 13:00:00");
-    EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat("%Y-%m-%d %H:%M:%S", moment.addMSecs(999)),
-              "2024-03-05 13:00:00");
+    const QDateTime moment = QDateTime::fromSecsSinceEpoch(1709640000); // 2024-03-05 12:00 UTC
+    const QString format = QStringLiteral("%Y-%m-%d %H:%M:%S");
+    EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat(format, moment), "2024-03-05 13:00:00");
+    EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat(format, moment.addMSecs(999)), "2024-03-05 13:00:00");
     EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat(QString(300, u'x'), moment), "");
 
-    const auto parsed = WQSystemDateSettings::nsdateWithFixedFormat("%Y-%m-%d %H:%M:%S", "2024-03-05 13:00:00");
-    ASSERT_TRUE(parsed);
-    EXPECT_EQ(parsed->toSecsSinceEpoch(), 1709640000);
+    EXPECT_EQ(WQSystemDateSettings::nsdateWithFixedFormat(format, "2024-03-05 13:00:00"), moment);
     EXPECT_FALSE(WQSystemDateSettings::nsdateWithFixedFormat("%Y-%m-%d", "March"));
     // Parsed as standard time: a summer time of day comes out an hour later.
     const auto summer = WQSystemDateSettings::nsdateWithFixedFormat("%Y-%m-%d %H:%M", "2024-07-01 12:00");
@@ -96,13 +69,11 @@ TEST(SystemDateSettings, ShortDateTime)
 {
     wq::test::ScopedLocale locale("en_US");
     ScopedTimeZone zone("America/New_York");
-    const QDateTime moment = QDateTime::fromSecsSinceEpoch(1709640000);   // 07:00 in New York
-    const QString text = WQSystemDateSettings::shortDateTimeStringWithNSDate(moment);
-    EXPECT_TRUE(text.startsWith("3/5/24, 7:00")) << qPrintable(text);
-    EXPECT_TRUE(text.endsWith("AM"));
+    const QString text = WQSystemDateSettings::shortDateTimeStringWithNSDate(QDateTime::fromSecsSinceEpoch(1709640000));
+    EXPECT_TRUE(text.startsWith("3/5/24, 7:00") && text.endsWith("AM")) << qPrintable(text);
     // Nothing given means now.
     const QString now = WQSystemDateSettings::shortDateTimeStringWithNSDate();
     const QString expected = WQSystemDateSettings::shortDateTimeStringWithNSDate(QDateTime::currentDateTime());
-    EXPECT_EQ(now.left(now.indexOf(u',')), expected.left(expected.indexOf(u',')));
     EXPECT_FALSE(now.isEmpty());
+    EXPECT_EQ(now.left(now.indexOf(u',')), expected.left(expected.indexOf(u',')));
 }

@@ -9,25 +9,15 @@ using namespace wq;
 
 namespace {
 
-WQTextAttributes attributesAt(qreal points)
-{
-    WQTextAttributes attributes;
-    attributes.font = QFont(QStringLiteral("DejaVu Sans"));
-    attributes.font.setPointSizeF(points);
-    return attributes;
-}
-
-QSizeF measured(const QString& text, const QFont& font)
-{
-    WQTextAttributes attributes;
-    attributes.font = font;
-    return sizeWithAttributes(text, attributes);
-}
-
-QFont withSize(QFont font, qreal points)
+WQTextAttributes attributesAt(qreal points, QFont font = QFont(QStringLiteral("DejaVu Sans")))
 {
     font.setPointSizeF(points);
-    return font;
+    return WQTextAttributes{font};
+}
+
+double widthIn(const QString& text, const QFont& font, qreal points = 0)
+{
+    return sizeWithAttributes(text, attributesAt(points > 0 ? points : font.pointSizeF(), font)).width();
 }
 
 } // namespace
@@ -47,18 +37,14 @@ TEST(StringDrawing, ShrinksAPointAtATimeUntilItFits)
     const QRectF half(0, 0, full.width() / 2, full.height());
     fitted = fitInRect(label, half, attributes, 4);
     const qreal chosen = fitted.font.pointSizeF();
-    EXPECT_LT(chosen, 24);
-    EXPECT_GT(chosen, 4);
-    EXPECT_EQ(chosen, std::floor(chosen));
-    EXPECT_LE(measured(label, fitted.font).width(), half.width());
-    EXPECT_GT(measured(label, withSize(fitted.font, chosen + 1)).width(), half.width());
-    EXPECT_EQ(fitted.size, measured(label, fitted.font));
+    EXPECT_TRUE(chosen > 4 && chosen < 24 && chosen == std::floor(chosen)) << chosen;
+    EXPECT_LE(widthIn(label, fitted.font), half.width());
+    EXPECT_GT(widthIn(label, fitted.font, chosen + 1), half.width());
+    EXPECT_EQ(fitted.size, sizeWithAttributes(label, attributesAt(chosen, fitted.font)));
 
-    // Too little room even at the minimum: the minimum it is.
-    fitted = fitInRect(label, QRectF(0, 0, 5, full.height()), attributes, 9);
-    EXPECT_EQ(fitted.font.pointSizeF(), 9);
-    fitted = fitInRect(label, QRectF(0, 0, 5, full.height()), attributes, 0.5);   // a minimum below 2 is 2
-    EXPECT_EQ(fitted.font.pointSizeF(), 2);
+    // Too little room even at the minimum: the minimum it is; below 2 it is 2.
+    for (const auto& [minimum, expected] : {std::pair{9.0, 9.0}, std::pair{0.5, 2.0}})
+        EXPECT_EQ(fitInRect(label, QRectF(0, 0, 5, full.height()), attributes, minimum).font.pointSizeF(), expected);
 
     // Height counts as well as width.
     fitted = fitInRect(label, QRectF(0, 0, full.width() * 4, full.height() / 2), attributes, 4);
@@ -74,25 +60,22 @@ TEST(StringDrawing, RepeatsTheFillerWhileThereIsRoom)
     const QRectF row(0, 0, labelSize.width() * 3, labelSize.height());   // exactly as tall: still filled
 
     const WQFittedText fitted = fitInRect(label, row, attributes, 8, QStringLiteral("."));
-    ASSERT_TRUE(fitted.text.startsWith(label));
     const qsizetype dots = fitted.text.size() - label.size();
     EXPECT_GT(dots, 5);
-    EXPECT_EQ(fitted.text.count(u'.'), dots);
+    EXPECT_EQ(fitted.text, label + QString(dots, u'.'));
     EXPECT_EQ(fitted.font.pointSizeF(), 12);
     // As many as fit strictly inside the width, and not one more.
-    EXPECT_LT(measured(fitted.text, fitted.font).width(), row.width());
-    EXPECT_GE(measured(fitted.text + u'.', fitted.font).width(), row.width());
+    EXPECT_LT(widthIn(fitted.text, fitted.font), row.width());
+    EXPECT_GE(widthIn(fitted.text + u'.', fitted.font), row.width());
 
     // A filler of several characters is repeated whole.
     const WQFittedText dashed = fitInRect(label, row, attributes, 8, QStringLiteral(" -"));
     EXPECT_EQ((dashed.text.size() - label.size()) % 2, 0);
 
-    // No filler behind a label that does not fit by itself.
-    const QRectF narrow(0, 0, labelSize.width() / 3, labelSize.height());
-    EXPECT_EQ(fitInRect(label, narrow, attributes, 10, QStringLiteral(".")).text, label);
-    // A row a little too short for the label's height gets no filler either.
+    // No filler behind a label too wide or a little too tall for the row
+    // (shrinking to fit leaves no room), nor from an empty filler.
+    EXPECT_EQ(fitInRect(label, QRectF(0, 0, labelSize.width() / 3, labelSize.height()), attributes, 10, QStringLiteral(".")).text, label);
     EXPECT_EQ(fitInRect(label, QRectF(0, 0, row.width(), labelSize.height() - 1), attributes, 12, QStringLiteral(".")).text, label);
-    // An empty filler is no filler (it could never fill anything).
     EXPECT_EQ(fitInRect(label, row, attributes, 8, QString()).text, label);
 }
 
@@ -108,13 +91,10 @@ TEST(StringDrawing, DrawsInsideTheRectangle)
     }
     EXPECT_LT(drawn.font.pointSizeF(), 30);
     int inside = 0, outside = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) == qRgb(255, 255, 255))
-                continue;
-            (rect.contains(QPointF(x + 0.5, y + 0.5)) ? inside : outside)++;
-        }
-    }
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, y) != qRgb(255, 255, 255))
+                (rect.contains(QPointF(x + 0.5, y + 0.5)) ? inside : outside)++;
     EXPECT_GT(inside, 50);
     EXPECT_EQ(outside, 0);
 }

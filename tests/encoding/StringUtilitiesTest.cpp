@@ -74,24 +74,17 @@ TEST(StringUtilities, RunsOfCharactersFromASet)
 TEST(StringUtilities, UnsignedLongValueReadsLikeStrtoul)
 {
     const std::uint64_t max = std::numeric_limits<std::uint64_t>::max();
-    EXPECT_EQ(wq_unsignedLongValue(u"0x1F"), 31u);
-    EXPECT_EQ(wq_unsignedLongValue(u"010"), 8u);
-    EXPECT_EQ(wq_unsignedLongValue(u"012"), 10u);
-    EXPECT_EQ(wq_unsignedLongValue(u"+7"), 7u);
-    EXPECT_EQ(wq_unsignedLongValue(u"-1"), max);
-    EXPECT_EQ(wq_unsignedLongValue(u"-2"), max - 1);
-    EXPECT_EQ(wq_unsignedLongValue(u"1,234"), 1u);
-    EXPECT_EQ(wq_unsignedLongValue(u"abc42"), 42u);
-    EXPECT_EQ(wq_unsignedLongValue(u"x0x10"), 16u);
-    EXPECT_EQ(wq_unsignedLongValue(u"99999999999999999999999"), max);
-    EXPECT_EQ(wq_unsignedLongValue(u"\u00e9\u00e9 5"), 5u);
-    EXPECT_EQ(wq_unsignedLongValue(u""), 0u);
-    EXPECT_EQ(wq_unsignedLongValue(u"no digits at all"), 0u);
-    EXPECT_EQ(wq_unsignedLongValue(u"+-5"), 0u);
-    // Only what fits the 60-byte buffer is read.
-    EXPECT_EQ(wq_unsignedLongValue(QString(58, u'x') + QStringLiteral("5")), 5u);
-    EXPECT_EQ(wq_unsignedLongValue(QString(59, u'x') + QStringLiteral("5")), 0u);
-    EXPECT_EQ(wq_unsignedLongValue(QString(56, u'x') + QStringLiteral("1234")), 123u);
+    const std::pair<QString, std::uint64_t> rows[] = {
+        {QStringLiteral("0x1F"), 31},  {QStringLiteral("010"), 8},      {QStringLiteral("012"), 10},
+        {QStringLiteral("+7"), 7},     {QStringLiteral("-1"), max},     {QStringLiteral("-2"), max - 1},
+        {QStringLiteral("1,234"), 1},  {QStringLiteral("abc42"), 42},   {QStringLiteral("x0x10"), 16},
+        {QStringLiteral("99999999999999999999999"), max},               {QStringLiteral("\u00e9\u00e9 5"), 5},
+        {QString(), 0},                {QStringLiteral("no digits at all"), 0}, {QStringLiteral("+-5"), 0},
+        // Only what fits the 60-byte buffer is read.
+        {QString(58, u'x') + u'5', 5}, {QString(59, u'x') + u'5', 0},   {QString(56, u'x') + QStringLiteral("1234"), 123},
+    };
+    for (const auto& [text, value] : rows)
+        EXPECT_EQ(wq_unsignedLongValue(text), value) << text.toStdString();
 }
 
 TEST(StringUtilities, LanguageCodesAndPascalStrings)

@@ -100,7 +100,6 @@ TEST_F(DatePickerSetup, KeepsTheFieldBesideAMonthPicker)
     EXPECT_EQ(window.layout()->indexOf(field), 1);
     EXPECT_EQ(window.layout()->indexOf(picker), 2);
     EXPECT_EQ(picker->displayFormat(), "M'/'yyyy");
-    EXPECT_FALSE(picker->displayFormat().contains(u'd'));
     setWQDateValue(*picker, WQDate(2024, 3, 5));
     EXPECT_EQ(picker->text(), "3/2024");
     {
@@ -130,9 +129,8 @@ TEST_F(DatePickerSetup, UsesTheApplicationsPickerClass)
 TEST_F(DatePickerSetup, ApplicationLayoutWithoutLayoutManager)
 {
     QWidget free;
-    auto* bare = new QLineEdit(&free);
-    bare->setGeometry(10, 20, 100, 24);
-    QWidget* slot = bare;
+    QWidget* slot = new QLineEdit(&free);
+    slot->setGeometry(10, 20, 100, 24);
     QDateEdit* picker = WQSetupDateField(slot, true);
     EXPECT_EQ(picker->geometry(), QRect(10, 19, 104, 25));
     EXPECT_EQ(picker->parentWidget(), &free);

@@ -18,13 +18,16 @@ namespace {
 // a record of the last judgement.
 class ProbeFormatter : public WQFormatter {
 public:
-    struct Call {
-        QString original, proposed;
-        WQRange originalRange, proposedRange;
-        WQEditEvent event;
-        WQFieldEditor* editor = nullptr;
+    struct Edit {
+        QString original;
+        WQRange originalRange;
+        QString proposed;
+        WQRange proposedRange;
+        bool operator==(const Edit&) const = default;
     };
-    Call last;
+    Edit last;
+    WQEditEvent event;
+    WQFieldEditor* editor = nullptr;
     int calls = 0;
 
     std::optional<QString> stringForObjectValue(const QVariant& value) const override
@@ -38,26 +41,24 @@ public:
     {
         bool ok = false;
         const int number = string.toInt(&ok);
-        if (!ok) {
+        if (ok)
+            *value = number;
+        else
             *error = QStringLiteral("Not a number.");
-            return false;
-        }
-        *value = number;
-        return true;
+        return ok;
     }
 
     bool isPartialStringValid(QString* partial, WQRange* range, const QString& original, WQRange originalRange,
                               QString* error) override
     {
         ++calls;
-        last = {original, *partial, originalRange, *range, WQEditContext::currentEvent(),
-                WQEditContext::keyFieldEditor()};
+        last = {original, originalRange, *partial, *range};
+        event = WQEditContext::currentEvent();
+        editor = WQEditContext::keyFieldEditor();
         const QString inserted = partial->mid(originalRange.location, range->location - originalRange.location);
-        if (inserted.contains(u'x')) {
+        if (inserted.contains(u'x'))
             *error = QStringLiteral("\"x\" is not valid here");
-            return false;
-        }
-        if (inserted.contains(u'!'))
+        if (inserted.contains(u'x') || inserted.contains(u'!'))
             return false;
         if (inserted.contains(u'u')) {
             const QString upper = partial->remove(u'u').toUpper();
@@ -68,6 +69,13 @@ public:
         return true;
     }
 };
+
+void PrintTo(const ProbeFormatter::Edit& e, std::ostream* os)
+{
+    *os << '"' << e.original.toStdString() << "\" {" << e.originalRange.location << ", " << e.originalRange.length
+        << "} -> \"" << e.proposed.toStdString() << "\" {" << e.proposedRange.location << ", "
+        << e.proposedRange.length << '}';
+}
 
 class LineEdit : public ::testing::Test {
 protected:
@@ -93,36 +101,31 @@ TEST_F(LineEdit, HandsEachKeystrokeToTheFormatter)
     QTest::keyClicks(edit, "12");
     EXPECT_EQ(edit->text(), "12");
     EXPECT_EQ(probe->calls, 2);
-    EXPECT_EQ(probe->last.original, "1");
-    EXPECT_EQ(probe->last.originalRange, (WQRange{1, 0}));
-    EXPECT_EQ(probe->last.proposed, "12");
-    EXPECT_EQ(probe->last.proposedRange, (WQRange{2, 0}));
-    EXPECT_EQ(probe->last.event.type, WQEditEvent::Type::KeyDown);
-    EXPECT_EQ(probe->last.event.characters, "2");
-    EXPECT_FALSE(probe->last.event.optionKeyDown);
-    EXPECT_EQ(probe->last.editor, edit);
+    EXPECT_EQ(probe->last, (ProbeFormatter::Edit{"1", {1, 0}, "12", {2, 0}}));
+    EXPECT_EQ(probe->event.type, WQEditEvent::Type::KeyDown);
+    EXPECT_EQ(probe->event.characters, "2");
+    EXPECT_FALSE(probe->event.optionKeyDown);
+    EXPECT_EQ(probe->editor, edit);
     EXPECT_EQ(WQEditContext::keyFieldEditor(), nullptr) << "only while judging";
 
     QTest::keyClick(edit, Qt::Key_Backspace);
-    EXPECT_TRUE(probe->last.event.isDeleteKeyDown());
-    EXPECT_EQ(probe->last.proposed, "1");
-    EXPECT_EQ(probe->last.originalRange, (WQRange{2, 0}));
+    EXPECT_TRUE(probe->event.isDeleteKeyDown());
+    EXPECT_EQ(probe->last, (ProbeFormatter::Edit{"12", {2, 0}, "1", {1, 0}}));
 
     QTest::keyClick(edit, Qt::Key_Home);
     QTest::keyClick(edit, Qt::Key_Delete);
     EXPECT_EQ(edit->text(), "");
-    EXPECT_FALSE(probe->last.event.isDeleteKeyDown()) << "forward delete is not the delete key";
+    EXPECT_FALSE(probe->event.isDeleteKeyDown()) << "forward delete is not the delete key";
 
     QTest::keyClick(edit, '3', Qt::AltModifier);
     EXPECT_EQ(edit->text(), "3");
-    EXPECT_TRUE(probe->last.event.optionKeyDown);
+    EXPECT_TRUE(probe->event.optionKeyDown);
 
     // Typing over a selection reports the selection it replaced.
     QTest::keyClicks(edit, "45");
     edit->setSelection(1, 2);
     QTest::keyClick(edit, '9');
-    EXPECT_EQ(probe->last.originalRange, (WQRange{1, 2}));
-    EXPECT_EQ(probe->last.proposed, "39");
+    EXPECT_EQ(probe->last, (ProbeFormatter::Edit{"345", {1, 2}, "39", {2, 0}}));
 }
 
 TEST_F(LineEdit, RefusalsRestoreTextAndSelection)
@@ -132,24 +135,21 @@ TEST_F(LineEdit, RefusalsRestoreTextAndSelection)
     QSignalSpy refused(edit, &WQLineEdit::editRefused);
     QSignalSpy changed(edit, &QLineEdit::textChanged);
 
-    QTest::keyClick(edit, 'x');
-    EXPECT_EQ(edit->text(), "123");
-    EXPECT_EQ(edit->selectedRange(), (WQRange{1, 1}));
+    for (char key : {'x', '!'}) {
+        QTest::keyClick(edit, key);
+        EXPECT_EQ(edit->text(), "123");
+        EXPECT_EQ(edit->selectedRange(), (WQRange{1, 1}));
+    }
+    // A silent refusal says nothing.
     ASSERT_EQ(refused.count(), 1);
     EXPECT_EQ(refused.at(0).at(0).toString(), "\"x\" is not valid here");
     ASSERT_FALSE(changed.isEmpty());
     EXPECT_EQ(changed.last().at(0).toString(), "123") << "the last change reported is what is shown";
 
-    QTest::keyClick(edit, '!');
-    EXPECT_EQ(edit->text(), "123");
-    EXPECT_EQ(edit->selectedRange(), (WQRange{1, 1}));
-    EXPECT_EQ(refused.count(), 1) << "a silent refusal says nothing";
-
     // The next keystroke is judged against the restored state.
     QTest::keyClick(edit, '7');
     EXPECT_EQ(edit->text(), "173");
-    EXPECT_EQ(probe->last.original, "123");
-    EXPECT_EQ(probe->last.originalRange, (WQRange{1, 1}));
+    EXPECT_EQ(probe->last, (ProbeFormatter::Edit{"123", {1, 1}, "173", {2, 0}}));
 }
 
 TEST_F(LineEdit, RewritesAreShownWithTheirSelection)
@@ -166,7 +166,7 @@ TEST_F(LineEdit, RewritesAreShownWithTheirSelection)
     EXPECT_EQ(edit->selectedRange(), (WQRange{3, 0}));
 }
 
-TEST_F(LineEdit, PasteCutAndUndoAreEditsToo)
+TEST_F(LineEdit, PasteCutUndoAndSlotsAreEditsToo)
 {
     QTest::keyClicks(edit, "123");
     QGuiApplication::clipboard()->setText("4x");
@@ -179,8 +179,7 @@ TEST_F(LineEdit, PasteCutAndUndoAreEditsToo)
     edit->setSelection(1, 1);
     QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(edit->text(), "1453");
-    EXPECT_EQ(probe->last.originalRange, (WQRange{1, 1}));
-    EXPECT_EQ(probe->last.proposedRange, (WQRange{3, 0}));
+    EXPECT_EQ(probe->last, (ProbeFormatter::Edit{"123", {1, 1}, "1453", {3, 0}}));
 
     edit->setSelection(0, 1);
     QTest::keyClick(edit, Qt::Key_X, Qt::ControlModifier);
@@ -193,6 +192,19 @@ TEST_F(LineEdit, PasteCutAndUndoAreEditsToo)
     EXPECT_EQ(edit->text(), "1453");
     EXPECT_EQ(probe->calls, before + 1);
     EXPECT_EQ(probe->last.original, "453");
+
+    // Edits from slots are judged at once, with no event.
+    edit->end(false);
+    edit->insert("x");
+    EXPECT_EQ(edit->text(), "1453");
+    edit->insert("6");
+    EXPECT_EQ(edit->text(), "14536");
+    EXPECT_EQ(probe->event.type, WQEditEvent::Type::None);
+    // Text set by the program is no edit, but becomes the state edits start from.
+    edit->setText("55");
+    edit->insert("!");
+    EXPECT_EQ(probe->last.original, "55");
+    EXPECT_EQ(edit->text(), "55");
 }
 
 TEST_F(LineEdit, InputMethodCommitsAreKeystrokes)
@@ -202,36 +214,16 @@ TEST_F(LineEdit, InputMethodCommitsAreKeystrokes)
     QApplication::sendEvent(edit, &compose);
     EXPECT_EQ(edit->text(), "1") << "text being composed is no edit yet";
 
-    QInputMethodEvent commit;
-    commit.setCommitString(QStringLiteral("2"));
-    QApplication::sendEvent(edit, &commit);
-    EXPECT_EQ(edit->text(), "12");
-    EXPECT_EQ(probe->last.event.type, WQEditEvent::Type::KeyDown);
-    EXPECT_EQ(probe->last.event.characters, "2");
-
     QSignalSpy refused(edit, &WQLineEdit::editRefused);
-    QInputMethodEvent refusedCommit;
-    refusedCommit.setCommitString(QStringLiteral("x"));
-    QApplication::sendEvent(edit, &refusedCommit);
-    EXPECT_EQ(edit->text(), "12");
+    for (const char* committed : {"2", "x"}) {
+        QInputMethodEvent commit;
+        commit.setCommitString(QString::fromLatin1(committed));
+        QApplication::sendEvent(edit, &commit);
+        EXPECT_EQ(edit->text(), "12");
+        EXPECT_EQ(probe->event.type, WQEditEvent::Type::KeyDown);
+        EXPECT_EQ(probe->event.characters, committed);
+    }
     EXPECT_EQ(refused.count(), 1);
-}
-
-TEST_F(LineEdit, EditsFromSlotsAreJudgedAtOnce)
-{
-    QTest::keyClicks(edit, "12");
-    edit->insert("x");
-    EXPECT_EQ(edit->text(), "12");
-    edit->insert("3");
-    EXPECT_EQ(edit->text(), "123");
-    EXPECT_EQ(probe->last.event.type, WQEditEvent::Type::None);
-    EXPECT_EQ(probe->last.original, "12");
-    // Text set by the program is no edit, but becomes the state edits start from.
-    edit->setText("55");
-    const int before = probe->calls;
-    edit->insert("!");
-    EXPECT_EQ(probe->calls, before + 1);
-    EXPECT_EQ(edit->text(), "55");
 }
 
 TEST_F(LineEdit, EndingAnEditReadsTheValue)

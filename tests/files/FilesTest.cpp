@@ -13,15 +13,24 @@ using namespace wq;
 
 namespace {
 
-void touch(const QString& path)
+void touch(const QString& path, const QByteArray& bytes = {})
 {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(path);
+    file.write(bytes);
 }
 
-QString desktop()
+// report.txt, report-1.txt, report-2.txt ... in folder.
+QString numbered(const QString& folder, int n)
 {
-    return QDir::homePath() + QStringLiteral("/Desktop");
+    return folder + (n > 0 ? QStringLiteral("/report-%1.txt").arg(n) : QStringLiteral("/report.txt"));
+}
+
+QString unique(const QString& folder, const QString& name = QStringLiteral("report"),
+               const QString& extension = QStringLiteral("txt"))
+{
+    // A URL that is not a file's answers an empty path here.
+    return WQUniqueFileURLWithBasePathFileNameAndExtension(folder, name, extension).toLocalFile();
 }
 
 } // namespace
@@ -29,109 +38,84 @@ QString desktop()
 TEST(UniqueFileURL, NumbersTakenNamesUpTo499)
 {
     QTemporaryDir folder;
-    ASSERT_TRUE(folder.isValid());
     const QString base = folder.path();
+    EXPECT_EQ(unique(base), numbered(base, 0));
+    EXPECT_EQ(unique(base + u'/'), numbered(base, 0)) << "a trailing slash changes nothing";
+    for (int taken : {0, 1}) {
+        touch(numbered(base, taken));
+        EXPECT_EQ(unique(base), numbered(base, taken + 1));
+    }
 
-    QUrl url = WQUniqueFileURLWithBasePathFileNameAndExtension(base, QStringLiteral("report"), QStringLiteral("txt"));
-    EXPECT_TRUE(url.isLocalFile());
-    EXPECT_EQ(url.toLocalFile(), base + QStringLiteral("/report.txt"));
-    EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(base + u'/', QStringLiteral("report"), QStringLiteral("txt")), url)
-        << "a trailing slash changes nothing";
-
-    touch(base + QStringLiteral("/report.txt"));
-    EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(base, QStringLiteral("report"), QStringLiteral("txt")).toLocalFile(),
-              base + QStringLiteral("/report-1.txt"));
-    touch(base + QStringLiteral("/report-1.txt"));
-    url = WQUniqueFileURLWithBasePathFileNameAndExtension(base, QStringLiteral("report"), QStringLiteral("txt"));
-    EXPECT_EQ(url.toLocalFile(), base + QStringLiteral("/report-2.txt"));
-    EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(base, QStringLiteral("report"), QStringLiteral("txt")), url)
-        << "nothing is reserved between calls";
-
-    // A gap is filled; past 499 the last name is answered although taken.
-    touch(base + QStringLiteral("/report-3.txt"));
-    EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(base, QStringLiteral("report"), QStringLiteral("txt")).toLocalFile(),
-              base + QStringLiteral("/report-2.txt"));
+    // Nothing is reserved between calls, and a gap is filled; past 499 the
+    // last name is answered although taken.
+    touch(numbered(base, 3));
+    EXPECT_EQ(unique(base), numbered(base, 2));
     for (int n = 2; n < 500; ++n)
-        touch(base + QStringLiteral("/report-%1.txt").arg(n));
-    EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(base, QStringLiteral("report"), QStringLiteral("txt")).toLocalFile(),
-              base + QStringLiteral("/report-499.txt"));
-    EXPECT_FALSE(QFileInfo::exists(base + QStringLiteral("/report-500.txt")));
+        touch(numbered(base, n));
+    EXPECT_EQ(unique(base), numbered(base, 499));
+    EXPECT_FALSE(QFileInfo::exists(numbered(base, 500)));
 
     // A relative folder is taken from the working directory.
     const QString previous = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(base));
-    url = WQUniqueFileURLWithBasePathFileNameAndExtension(QStringLiteral("."), QStringLiteral("new"), QStringLiteral("csv"));
+    const QString relative = unique(QStringLiteral("."), QStringLiteral("new"), QStringLiteral("csv"));
     QDir::setCurrent(previous);
-    EXPECT_EQ(url.toLocalFile(), base + QStringLiteral("/new.csv"));
+    EXPECT_EQ(relative, base + QStringLiteral("/new.csv"));
 }
 
 TEST(UniqueFileURL, UnusableFoldersFallBackToTheDesktop)
 {
     QTemporaryDir folder;
-    ASSERT_TRUE(folder.isValid());
     ASSERT_TRUE(QDir::homePath().startsWith(QDir::tempPath())) << "tests run in a throw-away home";
-    EXPECT_EQ(WQDesktopFolderPath(), desktop());
+    const QString desktop = QDir::homePath() + QStringLiteral("/Desktop");
+    EXPECT_EQ(WQDesktopFolderPath(), desktop);
 
     const QString plainFile = folder.path() + QStringLiteral("/plain");
-    touch(plainFile);
-    for (const QString& unusable : {plainFile, folder.path() + QStringLiteral("/missing"), QString()})
-        EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(unusable, QStringLiteral("report"), QStringLiteral("txt")).toLocalFile(),
-                  desktop() + QStringLiteral("/report.txt"))
-            << qPrintable(unusable);
-
-    // Read-only: root may write anywhere, so only an unprivileged run can tell.
     const QString readOnly = folder.path() + QStringLiteral("/locked");
+    touch(plainFile);
     ASSERT_TRUE(QDir().mkdir(readOnly));
     QFile::setPermissions(readOnly, QFile::ReadOwner | QFile::ExeOwner);
-    if (::access(QFile::encodeName(readOnly).constData(), W_OK) != 0) {
-        EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(readOnly, QStringLiteral("report"), QStringLiteral("txt")).toLocalFile(),
-                  desktop() + QStringLiteral("/report.txt"));
-    }
+    // Root may write anywhere, so only an unprivileged run can try read-only.
+    QStringList unusable{plainFile, folder.path() + QStringLiteral("/missing"), QString()};
+    if (::access(QFile::encodeName(readOnly).constData(), W_OK) != 0)
+        unusable << readOnly;
+    for (const QString& path : unusable)
+        EXPECT_EQ(unique(path), numbered(desktop, 0)) << qPrintable(path);
     QFile::setPermissions(readOnly, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
     // Numbering applies on the desktop as well.
-    ASSERT_TRUE(createAllDirectoriesAtPath(desktop()));
-    touch(desktop() + QStringLiteral("/report.txt"));
-    touch(desktop() + QStringLiteral("/report-1.txt"));
-    EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(plainFile, QStringLiteral("report"), QStringLiteral("txt")).toLocalFile(),
-              desktop() + QStringLiteral("/report-2.txt"));
-    QFile::remove(desktop() + QStringLiteral("/report.txt"));
-    QFile::remove(desktop() + QStringLiteral("/report-1.txt"));
+    ASSERT_TRUE(createAllDirectoriesAtPath(desktop));
+    for (int n : {0, 1})
+        touch(numbered(desktop, n));
+    EXPECT_EQ(unique(plainFile), numbered(desktop, 2));
+    for (int n : {0, 1})
+        QFile::remove(numbered(desktop, n));
 
     // The session's own desktop folder wins over ~/Desktop.
     const QString config = qEnvironmentVariable("XDG_CONFIG_HOME");
     ASSERT_TRUE(createAllDirectoriesAtPath(config));
-    QFile dirs(config + QStringLiteral("/user-dirs.dirs"));
-    ASSERT_TRUE(dirs.open(QIODevice::WriteOnly));
-    dirs.write("XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n");
-    dirs.close();
+    touch(config + QStringLiteral("/user-dirs.dirs"), "XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n");
     const QString german = QDir::homePath() + QStringLiteral("/Schreibtisch");
     EXPECT_EQ(WQDesktopFolderPath(), german);
-    EXPECT_EQ(WQUniqueFileURLWithBasePathFileNameAndExtension(plainFile, QStringLiteral("a"), QStringLiteral("b")).toLocalFile(),
-              german + QStringLiteral("/a.b"));
-    dirs.remove();
+    EXPECT_EQ(unique(plainFile, QStringLiteral("a"), QStringLiteral("b")), german + QStringLiteral("/a.b"));
+    QFile::remove(config + QStringLiteral("/user-dirs.dirs"));
 }
 
 TEST(CreateAllDirectories, MakesEveryMissingParent)
 {
     QTemporaryDir folder;
-    ASSERT_TRUE(folder.isValid());
-    EXPECT_FALSE(createAllDirectoriesAtPath(QString()));
-    EXPECT_FALSE(createAllDirectoriesAtPath(QStringLiteral("")));
+    const QString file = folder.path() + QStringLiteral("/file");
+    touch(file);
+    for (const QString& bad : {QString(), QStringLiteral(""), file, file + QStringLiteral("/below")})
+        EXPECT_FALSE(createAllDirectoriesAtPath(bad)) << qPrintable(bad);
 
     const QString deep = folder.path() + QStringLiteral("/a/b/c");
     EXPECT_TRUE(createAllDirectoriesAtPath(deep));
     EXPECT_TRUE(QFileInfo(deep).isDir());
     EXPECT_TRUE(createAllDirectoriesAtPath(deep)) << "an existing folder is success";
 
-    const QString locked = folder.path() + QStringLiteral("/x/y");
     const auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    EXPECT_TRUE(createAllDirectoriesAtPath(locked, ownerOnly));
-    EXPECT_EQ(QFile::permissions(locked) & 0x7077, ownerOnly);
-    EXPECT_EQ(QFile::permissions(folder.path() + QStringLiteral("/x")) & 0x7077, ownerOnly) << "parents too";
-
-    const QString file = folder.path() + QStringLiteral("/file");
-    touch(file);
-    EXPECT_FALSE(createAllDirectoriesAtPath(file));
-    EXPECT_FALSE(createAllDirectoriesAtPath(file + QStringLiteral("/below")));
+    EXPECT_TRUE(createAllDirectoriesAtPath(folder.path() + QStringLiteral("/x/y"), ownerOnly));
+    for (const char* made : {"/x/y", "/x"})   // parents too
+        EXPECT_EQ(QFile::permissions(folder.path() + QLatin1StringView(made)) & 0x7077, ownerOnly) << made;
 }

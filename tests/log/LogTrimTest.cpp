@@ -8,7 +8,6 @@
 #include <QDateTime>
 #include <QTimeZone>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace wq;
@@ -23,12 +22,12 @@ QByteArray stamp(int minute)
     return kStart.addSecs(60 * minute).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss +0200 | ")).toUtf8();
 }
 
-// Sixteen records a minute apart, minute 0 to 15.
-QByteArray sixteen()
+// Records a minute apart, from minute 0 up to but not including end.
+QByteArray records(int end, const QByteArray& text = "record")
 {
     QByteArray bytes;
-    for (int minute = 0; minute < 16; ++minute)
-        bytes += stamp(minute) + "record " + QByteArray::number(minute) + '\n';
+    for (int minute = 0; minute < end; ++minute)
+        bytes += stamp(minute) + text + ' ' + QByteArray::number(minute) + '\n';
     return bytes;
 }
 
@@ -37,47 +36,37 @@ QByteArray fromMinute(const QByteArray& bytes, int minute)
     return bytes.mid(bytes.indexOf(stamp(minute)));
 }
 
+// What is left of bytes after trimming before cutOff.
+QByteArray trimmed(ScratchLog& scratch, const QByteArray& bytes, const QDateTime& cutOff)
+{
+    writeBytes(scratch.path, bytes);
+    scratch.log.clearLogDataBeforeDate(cutOff);
+    return readBytes(scratch.path);
+}
+
 } // namespace
 
 TEST(LogTrimming, CutsAtTheApproximatePlaceAndKeepsTheFileWhenItShould)
 {
     ScratchLog scratch;
-    const QByteArray original = sixteen();
-
-    // An exact hit: probe 2 (one eighth in) is older, the next probe lands on it.
-    writeBytes(scratch.path, original);
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
-    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 10));
-
-    // Between two records the search is approximate: a 10:30 cut-off ends on
-    // 11:00, but a 9:30 one ends on 9:00, which stays.
-    writeBytes(scratch.path, original);
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(630));
-    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 11));
-    writeBytes(scratch.path, original);
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(570));
-    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 9));
-
-    // Any time zone: the same instant, written in UTC.
-    writeBytes(scratch.path, original);
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600).toUTC());
-    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 10));
-
-    // Before the first record, after the last, and an invalid date: untouched.
-    for (const QDateTime& cutOff : {kStart.addSecs(-1), kStart.addSecs(3600), QDateTime()}) {
-        writeBytes(scratch.path, original);
-        scratch.log.clearLogDataBeforeDate(cutOff);
-        EXPECT_EQ(readBytes(scratch.path), original) << qPrintable(cutOff.toString(Qt::ISODate));
-    }
+    const QByteArray sixteen = records(16);
+    // An exact hit: probe 2 (one eighth in) is older, the next probe lands on
+    // it. Between two records the search is approximate: a 10:30 cut-off ends
+    // on 11:00, but a 9:30 one ends on 9:00, which stays. The same instant in
+    // UTC cuts the same. Before the first record, after the last, and an
+    // invalid date leave the file untouched (-1).
+    const std::pair<QDateTime, int> cases[] = {
+        {kStart.addSecs(600), 10},         {kStart.addSecs(630), 11}, {kStart.addSecs(570), 9},
+        {kStart.addSecs(600).toUTC(), 10}, {kStart.addSecs(-1), -1},  {kStart.addSecs(3600), -1},
+        {QDateTime(), -1},
+    };
+    for (const auto& [cutOff, minute] : cases)
+        EXPECT_EQ(trimmed(scratch, sixteen, cutOff), minute < 0 ? sixteen : fromMinute(sixteen, minute))
+            << qPrintable(cutOff.toString(Qt::ISODate));
 
     // 28 characters or fewer are never trimmed, nor an undated first line.
-    const QByteArray tiny = stamp(0).left(28);
-    writeBytes(scratch.path, tiny);
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(3600));
-    EXPECT_EQ(readBytes(scratch.path), tiny);
-    writeBytes(scratch.path, "header without a date\n" + original);
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
-    EXPECT_EQ(readBytes(scratch.path), "header without a date\n" + original);
+    EXPECT_EQ(trimmed(scratch, stamp(0).left(28), kStart.addSecs(3600)), stamp(0).left(28));
+    EXPECT_EQ(trimmed(scratch, "header without a date\n" + sixteen, kStart.addSecs(600)), "header without a date\n" + sixteen);
 
     // No file: nothing happens, nothing is made.
     scratch.log.cleanLogFile();
@@ -88,47 +77,39 @@ TEST(LogTrimming, CutsAtTheApproximatePlaceAndKeepsTheFileWhenItShould)
 TEST(LogTrimming, UndatedContinuationLinesMoveTheProbeOn)
 {
     ScratchLog scratch;
-    // Lines 1 to 5 are continuations of record 0; the probe starts at line
-    // 27 / 8 = 3 and walks to the first dated line after them.
+    // Lines 1 to 5 continue record 0; the probe starts at line 27 / 8 = 3 and
+    // walks to the first dated line after them.
     QByteArray bytes = stamp(0) + "multi-line record\n";
     for (int i = 0; i < 5; ++i)
         bytes += "    continued " + QByteArray::number(i) + '\n';
-    for (int minute = 1; minute <= 20; ++minute)
-        bytes += stamp(minute) + "record\n";
-    writeBytes(scratch.path, bytes);
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(60 * 12));
-    EXPECT_EQ(readBytes(scratch.path), fromMinute(bytes, 12));
+    bytes += records(21).mid(records(1).size());
+    EXPECT_EQ(trimmed(scratch, bytes, kStart.addSecs(60 * 12)), fromMinute(bytes, 12));
 
     // Only undated lines after the first: the probe walks off the end.
     const QByteArray undated = stamp(0) + "start\n" + QByteArray("  a continuation line that is long enough\n").repeated(12);
-    writeBytes(scratch.path, undated);
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
-    EXPECT_EQ(readBytes(scratch.path), undated);
+    EXPECT_EQ(trimmed(scratch, undated, kStart.addSecs(600)), undated);
 }
 
 TEST(LogTrimming, RewriteIsAtomicAndKeepsThePermissions)
 {
     ScratchLog scratch;
     scratch.log.log(QStringLiteral("creates the file with 0600"));
-    const QByteArray original = sixteen();
-    writeBytes(scratch.path, original + "\xFF raw bytes stay raw\n");
+    const QByteArray original = records(16) + "\xFF raw bytes stay raw\n";
+    writeBytes(scratch.path, original);
     // A second name for the old file: an in-place rewrite would change it.
     const QString before = scratch.folder.path() + QStringLiteral("/before.log");
     ASSERT_EQ(::link(QFile::encodeName(scratch.path).constData(), QFile::encodeName(before).constData()), 0);
 
     scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
-    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 10) + "\xFF raw bytes stay raw\n");
-    EXPECT_EQ(readBytes(before), original + "\xFF raw bytes stay raw\n") << "the new text replaced the file whole";
-    struct stat info;
-    ASSERT_EQ(::stat(QFile::encodeName(scratch.path).constData(), &info), 0);
-    EXPECT_EQ(info.st_mode & 07777, mode_t(0600));
+    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 10));
+    EXPECT_EQ(readBytes(before), original) << "the new text replaced the file whole";
+    EXPECT_EQ(modeOf(scratch.path), mode_t(0600));
 }
 
 TEST(LogTrimming, TimeStampsParseOnlyInTheirExactForm)
 {
     const auto at = [](const char* text) { return _wq_parseLogTimeStamp(QStringView(QString::fromLatin1(text))); };
-    EXPECT_EQ(at("2024-05-01 13:45:07 +0200"),
-              QDateTime(QDate(2024, 5, 1), QTime(13, 45, 7), QTimeZone(7200)).toMSecsSinceEpoch());
+    EXPECT_EQ(at("2024-05-01 13:45:07 +0200"), QDateTime(QDate(2024, 5, 1), QTime(13, 45, 7), QTimeZone(7200)).toMSecsSinceEpoch());
     EXPECT_EQ(at("1969-12-31 19:00:00 -0500"), 0);
     EXPECT_EQ(at("2024-02-29 00:00:00 +0000"), QDateTime(QDate(2024, 2, 29), QTime(0, 0), QTimeZone::utc()).toMSecsSinceEpoch());
     EXPECT_EQ(at("0001-01-01 00:00:00 +0000"), QDateTime(QDate(1, 1, 1), QTime(0, 0), QTimeZone::utc()).toMSecsSinceEpoch());

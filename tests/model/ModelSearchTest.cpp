@@ -72,17 +72,12 @@ TEST(ModelSearch, SortingIsUnsignedAndStableAndSortedFindUsesIt)
     for (quint32 missing : {1u, 6u, 100u, 0x7FFFFFFFu, 0xFFFFFFFEu})
         EXPECT_EQ(WQFindObjectWithIDInSortedArray(missing, list), nullptr) << missing;
 
-    const QList<Item*> one = items.make({42});
-    EXPECT_EQ(WQFindObjectWithIDInSortedArray(42, one), one[0]);
-    EXPECT_EQ(WQFindObjectWithIDInSortedArray(41, one), nullptr);
-    EXPECT_EQ(WQFindObjectWithIDInSortedArray(43, one), nullptr);
-
     // The two historical preconditions are checked: no over-read, no endless search.
-    EXPECT_EQ(WQFindObjectWithIDInSortedArray(0, QList<Item*>{}), nullptr);
-    EXPECT_EQ(WQFindObjectWithIDInSortedArray(5, QList<Item*>{}), nullptr);
+    for (quint32 sought : {0u, 5u})
+        EXPECT_EQ(WQFindObjectWithIDInSortedArray(sought, QList<Item*>{}), nullptr);
     EXPECT_EQ(WQFindObjectWithIDInSortedArray(0, static_cast<const QList<Item*>*>(nullptr)), nullptr);
 
-    // Against a linear search over random sorted lists.
+    // Against a linear search over random sorted lists, one element and up.
     QRandomGenerator random(20240501);
     for (int round = 0; round < 200; ++round) {
         QList<std::shared_ptr<Item>> shared;
@@ -105,22 +100,23 @@ TEST(ModelSearch, SortingIsUnsignedAndStableAndSortedFindUsesIt)
 
 TEST(SortedArraySearch, EqualToFindsAndReportsInsertionLocations)
 {
-    const QList<int> three{10, 20, 30};
+    // Every size, every gap: a found object leaves the out-place alone; a
+    // missing one reports the location that keeps the list sorted.
     qsizetype where = -1;
-    EXPECT_EQ(sortedArray_indexOfObjectEqualTo(three, 20, &where), 1);
-    EXPECT_EQ(where, -1) << "a found object leaves the out-place alone";
-    EXPECT_EQ(sortedArray_indexOfObjectEqualTo(three, 5, &where), WQNotFound);
-    EXPECT_EQ(where, 0);
-    EXPECT_EQ(sortedArray_indexOfObjectEqualTo(three, 15, &where), WQNotFound);
-    EXPECT_EQ(where, 1);
-    EXPECT_EQ(sortedArray_indexOfObjectEqualTo(three, 25, &where), WQNotFound);
-    EXPECT_EQ(where, 2);
-    EXPECT_EQ(sortedArray_indexOfObjectEqualTo(three, 35, &where), WQNotFound);
-    EXPECT_EQ(where, 3);
-    EXPECT_EQ(sortedArray_indexOfObjectEqualTo(three, 35), WQNotFound);
-    where = -1;
-    EXPECT_EQ(sortedArray_indexOfObjectEqualTo(QList<int>{}, 1, &where), WQNotFound);
-    EXPECT_EQ(where, 0);
+    for (int size = 0; size <= 40; ++size) {
+        QList<int> odd;
+        for (int i = 0; i < size; ++i)
+            odd << 2 * i + 1;
+        for (int value = 0; value <= 2 * size + 1; ++value) {
+            where = -1;
+            const qsizetype index = sortedArray_indexOfObjectEqualTo(odd, value, &where);
+            EXPECT_EQ(sortedArray_indexOfObjectEqualTo(odd, value), index);
+            const auto lower = std::lower_bound(odd.begin(), odd.end(), value) - odd.begin();
+            const bool present = value % 2 && value < 2 * size;
+            EXPECT_EQ(index, present ? lower : WQNotFound) << size << " " << value;
+            EXPECT_EQ(where, present ? -1 : lower) << size << " " << value;
+        }
+    }
 
     // compare() of the sought object, as QString offers it.
     const QStringList names{QStringLiteral("apple"), QStringLiteral("melon"), QStringLiteral("pear")};
@@ -139,51 +135,31 @@ TEST(SortedArraySearch, EqualToFindsAndReportsInsertionLocations)
                                                [](const Item* a, const Item* b) { return WQSortByVeltranoIDComparator(a, b); }),
               WQNotFound);
     EXPECT_EQ(where, 2);
-
-    // Every size, every gap: the location keeps the list sorted.
-    for (int size = 1; size <= 40; ++size) {
-        QList<int> odd;
-        for (int i = 0; i < size; ++i)
-            odd << 2 * i + 1;
-        for (int value = 0; value <= 2 * size + 1; ++value) {
-            where = -1;
-            const qsizetype index = sortedArray_indexOfObjectEqualTo(odd, value, &where);
-            const auto lower = std::lower_bound(odd.begin(), odd.end(), value) - odd.begin();
-            if (value % 2 && value < 2 * size) {
-                EXPECT_EQ(index, lower) << size << " " << value;
-            } else {
-                EXPECT_EQ(index, WQNotFound);
-                EXPECT_EQ(where, lower) << size << " " << value;
-            }
-        }
-    }
 }
 
 TEST(SortedArraySearch, IdenticalToOrdersByAddress)
 {
+    // Every other item of a pool is listed, in address order.
     std::deque<Item> pool;
+    QList<const Item*> list;
     for (int i = 0; i < 12; ++i)
         pool.emplace_back(quint32(i));
-    QList<const Item*> list;
     for (int i = 0; i < 12; i += 2)
         list << &pool[size_t(i)];
     std::sort(list.begin(), list.end(), std::less<const Item*>());
-
-    qsizetype where = -1;
-    for (qsizetype i = 0; i < list.size(); ++i)
-        EXPECT_EQ(sortedArray_indexOfObjectIdenticalTo(list, list[i], &where), i);
-    EXPECT_EQ(where, -1);
-    for (int i = 1; i < 12; i += 2) {
-        const Item* outsider = &pool[size_t(i)];
-        EXPECT_EQ(sortedArray_indexOfObjectIdenticalTo(list, outsider, &where), WQNotFound);
-        EXPECT_EQ(where, std::lower_bound(list.begin(), list.end(), outsider, std::less<const Item*>()) - list.begin());
+    for (int i = 0; i < 12; ++i) {
+        const Item* item = &pool[size_t(i)];
+        const auto lower = std::lower_bound(list.begin(), list.end(), item, std::less<const Item*>()) - list.begin();
+        qsizetype where = -1;
+        EXPECT_EQ(sortedArray_indexOfObjectIdenticalTo(list, item, &where), i % 2 ? WQNotFound : lower) << i;
+        EXPECT_EQ(where, i % 2 ? lower : -1) << i;
     }
 
     // Equal in value, another instance: not found.
     const QList<std::shared_ptr<QString>> strings{std::make_shared<QString>(QStringLiteral("x"))};
-    const auto twin = std::make_shared<QString>(QStringLiteral("x"));
     EXPECT_EQ(sortedArray_indexOfObjectIdenticalTo(strings, strings[0]), 0);
-    EXPECT_EQ(sortedArray_indexOfObjectIdenticalTo(strings, twin), WQNotFound);
+    EXPECT_EQ(sortedArray_indexOfObjectIdenticalTo(strings, std::make_shared<QString>(QStringLiteral("x"))), WQNotFound);
+    qsizetype where = -1;
     EXPECT_EQ(sortedArray_indexOfObjectIdenticalTo(QList<const Item*>{}, &pool[0], &where), WQNotFound);
     EXPECT_EQ(where, 0);
 }

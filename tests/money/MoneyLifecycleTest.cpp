@@ -1,4 +1,6 @@
-#include <WQGeneral/money/WQMoneyFormatter.h>
+// Shared formatters, their owners, their settings and the notifications
+// that keep them current.
+
 #include <WQGeneral/numbers/WQNumberSettings.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
@@ -8,8 +10,6 @@
 #include <QElapsedTimer>
 
 #include <new>
-
-#include <gtest/gtest.h>
 
 using namespace wq;
 using namespace Qt::StringLiterals;
@@ -22,21 +22,33 @@ public:
     using WQMoneyFormatter::WQMoneyFormatter;
 };
 
-// Counts kWQNotif_MoneyFormatterChanged postings and remembers their objects.
+using Senders = std::vector<const WQNotificationSender*>;
+
+// Remembers the objects of kWQNotif_MoneyFormatterChanged postings.
 struct ChangeCounter {
     ChangeCounter()
     {
-        observation.observe(kWQNotif_MoneyFormatterChanged, nullptr, [this](const WQNotification& n) {
-            objects.push_back(n.object);
-        });
+        observation.observe(kWQNotif_MoneyFormatterChanged, nullptr,
+                            [this](const WQNotification& n) { objects.push_back(n.object); });
     }
-    std::vector<const WQNotificationSender*> objects;
+    Senders objects;
     WQObservation observation;
 };
 
-void removeOwner(const TestDelegate& owner)
+std::shared_ptr<WQMoneyFormatter> shared(TestDelegate& owner, qint8 places = 2, bool calculating = false)
 {
-    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &owner);
+    return WQMoneyFormatter::moneyFormatterForDelegate(&owner, places, calculating);
+}
+
+void post(const QString& name, const TestDelegate& owner)
+{
+    WQNotificationCenter::defaultCenter().postNotificationName(name, &owner);
+}
+
+QStringList settingsOf(const WQMoneyFormatter& f)
+{
+    return {f.localizedCurrencySymbol(), f.localizedThousandsSeparator(), f.localizedDecimalSeparator(),
+            f.localizedPositiveFormat(), f.localizedNegativeFormat()};
 }
 
 } // namespace
@@ -44,45 +56,35 @@ void removeOwner(const TestDelegate& owner)
 TEST(MoneyRegistry, SharesPerOwnerPlacesAndKind)
 {
     TestDelegate a, b;
-    auto a2 = WQMoneyFormatter::moneyFormatterForDelegate(&a, 2);
-    EXPECT_EQ(WQMoneyFormatter::moneyFormatterForDelegate(&a, 2), a2);
-    EXPECT_NE(WQMoneyFormatter::moneyFormatterForDelegate(&a, 3), a2);
-    EXPECT_NE(WQMoneyFormatter::moneyFormatterForDelegate(&b, 2), a2);
-    EXPECT_EQ(a2->positiveFormat(), u"$#,##0.00");
-    EXPECT_EQ(a2->negativeFormat(), u"-$#,##0.00");
-    const auto a0 = WQMoneyFormatter::moneyFormatterForDelegate(&a, 0);
-    EXPECT_EQ(a0->positiveFormat(), u"$#,##0");
-    EXPECT_EQ(a0->negativeFormat(), u"-$#,##0");
-    EXPECT_EQ(WQMoneyFormatter::moneyFormatterForDelegate(&a, 3)->negativeFormat(), u"-$#,##0.000");
-    EXPECT_EQ(WQMoneyFormatter::moneyFormatterForDelegate(&a, -1)->positiveFormat(), u"$#,##0");
+    auto a2 = shared(a);
+    EXPECT_EQ(shared(a), a2);
+    EXPECT_NE(shared(a, 3), a2);
+    EXPECT_NE(shared(b), a2);
 
     // Without a maker there is no calculating formatter, and nothing is kept.
     const qsizetype before = WQMoneyFormatter::registeredFormatterCount();
-    EXPECT_EQ(WQMoneyFormatter::moneyFormatterForDelegate(&a, 2, true), nullptr);
+    EXPECT_EQ(shared(a, 2, true), nullptr);
     EXPECT_EQ(WQMoneyFormatter::registeredFormatterCount(), before);
     WQMoneyFormatter::setCalculatingFormatterMaker(
         [](WQMoneyFormatterDelegate* d) { return std::make_shared<CalculatingFormatter>(d); });
-    const auto calc = WQMoneyFormatter::moneyFormatterForDelegate(&a, 2, true);
-    ASSERT_NE(calc, nullptr);
-    EXPECT_NE(calc, a2);
-    EXPECT_NE(dynamic_cast<CalculatingFormatter*>(calc.get()), nullptr);
+    const auto calc = shared(a, 2, true);
+    ASSERT_NE(dynamic_cast<CalculatingFormatter*>(calc.get()), nullptr);
     EXPECT_EQ(calc->positiveFormat(), u"$#,##0.00");
-    EXPECT_EQ(WQMoneyFormatter::moneyFormatterForDelegate(&a, 2, true), calc);
+    EXPECT_EQ(shared(a, 2, true), calc);
     WQMoneyFormatter::setCalculatingFormatterMaker({});
 
     // Removing an owner drops its entries only; the factory then makes new ones.
     const std::weak_ptr<WQMoneyFormatter> old = a2;
     a2.reset();
-    const auto b2 = WQMoneyFormatter::moneyFormatterForDelegate(&b, 2);
-    removeOwner(a);
+    const auto b2 = shared(b);
+    post(kWQNotification_DelegateRemoved, a);
     EXPECT_TRUE(old.expired());
-    EXPECT_EQ(WQMoneyFormatter::moneyFormatterForDelegate(&b, 2), b2);
+    EXPECT_EQ(shared(b), b2);
     EXPECT_EQ(WQMoneyFormatter::registeredFormatterCount(), 1);
-    const auto fresh = WQMoneyFormatter::moneyFormatterForDelegate(&a, 2);
+    const auto fresh = shared(a);
     EXPECT_EQ(fresh->delegate(), &a);
-    removeOwner(a);
-    removeOwner(b);
-    // The last entry gone, the registry itself goes.
+    post(kWQNotification_DelegateRemoved, a);
+    post(kWQNotification_DelegateRemoved, b);
     EXPECT_EQ(WQMoneyFormatter::registeredFormatterCount(), 0);
     // A field may still hold a removed formatter; it keeps working.
     EXPECT_EQ(fresh->stringForAmount(1), u"$1.00");
@@ -94,7 +96,7 @@ TEST(MoneyRegistry, OwnerGoneWithoutNoticeIsNotCalled)
     alignas(TestDelegate) unsigned char storage[sizeof(TestDelegate)];
     auto* first = new (storage) TestDelegate;
     first->atm = true;
-    const auto formatter = WQMoneyFormatter::moneyFormatterForDelegate(first, 2);
+    const auto formatter = shared(*first);
     EXPECT_TRUE(formatter->isATMMode());
     first->~TestDelegate();
     EXPECT_EQ(formatter->delegate(), nullptr);
@@ -103,10 +105,10 @@ TEST(MoneyRegistry, OwnerGoneWithoutNoticeIsNotCalled)
     EXPECT_EQ(formatter->stringForAmount(2), u"$2.00");
 
     auto* second = new (storage) TestDelegate;
-    const auto other = WQMoneyFormatter::moneyFormatterForDelegate(second, 2);
+    const auto other = shared(*second);
     EXPECT_NE(other, formatter);
     EXPECT_EQ(other->delegate(), second);
-    removeOwner(*second);
+    post(kWQNotification_DelegateRemoved, *second);
     second->~TestDelegate();
     EXPECT_EQ(WQMoneyFormatter::registeredFormatterCount(), 0);
 }
@@ -115,25 +117,14 @@ TEST(MoneySettings, CustomOrSystemBySettingsFlag)
 {
     test::ScopedLocale locale(u"de_DE"_s);
     TestDelegate owner;
-    const auto swiss = test::currencyDict(u"CHF "_s, u"$ #,##0.00"_s, u"-$ #,##0.00"_s, u"'"_s, u"."_s);
-    owner.dict = swiss;
-    {
-        WQMoneyFormatter f(&owner);
-        EXPECT_EQ(f.localizedCurrencySymbol(), u"CHF ");
-        EXPECT_EQ(f.localizedThousandsSeparator(), u"'");
-        EXPECT_EQ(f.localizedPositiveFormat(), u"$ #,##0.00");
-    }
+    owner.dict = test::currencyDict(u"CHF "_s, u"$ #,##0.00"_s, u"-$ #,##0.00"_s, u"'"_s, u"."_s);
+    const QStringList custom{u"CHF "_s, u"'"_s, u"."_s, u"$ #,##0.00"_s, u"-$ #,##0.00"_s};
+    EXPECT_EQ(settingsOf(WQMoneyFormatter(&owner)), custom);
     owner.dict->insert(kWQCurrencyKey_UseSystem, 0);
-    EXPECT_EQ(WQMoneyFormatter(&owner).localizedDecimalSeparator(), u".");
+    EXPECT_EQ(settingsOf(WQMoneyFormatter(&owner)), custom);
     owner.dict->insert(kWQCurrencyKey_UseSystem, 1);
-    {
-        WQMoneyFormatter f(&owner);
-        EXPECT_EQ(f.localizedCurrencySymbol(), u" €");
-        EXPECT_EQ(f.localizedThousandsSeparator(), u".");
-        EXPECT_EQ(f.localizedDecimalSeparator(), u",");
-        EXPECT_EQ(f.localizedPositiveFormat(), u"#,##0.00 $");
-        EXPECT_EQ(f.localizedNegativeFormat(), u"-#,##0.00 $");
-    }
+    EXPECT_EQ(settingsOf(WQMoneyFormatter(&owner)),
+              (QStringList{u" €"_s, u"."_s, u","_s, u"#,##0.00 $"_s, u"-#,##0.00 $"_s}));
     // Missing custom entries leave the fields empty; display still answers.
     owner.dict = QVariantMap{{kWQCurrencyKey_Code, u"XXX"_s}};
     WQMoneyFormatter empty(&owner);
@@ -143,19 +134,16 @@ TEST(MoneySettings, CustomOrSystemBySettingsFlag)
 
 TEST(MoneySettings, SystemSymbolTakesThePatternsBlank)
 {
-    const struct { const char16_t* locale; const char16_t* symbol; const char16_t* positive; } rows[] = {
-        {u"de_DE", u" €", u"#,##0.00 $"},
-        {u"de_AT", u"€ ", u"$ #,##0.00"},
-        {u"en_IE", u"€", u"$#,##0.00"},
-        {u"en_US", u"$", u"$#,##0.00"},
-        {u"ja_JP", u"￥", u"$#,##0"},
-        {u"de_CH", u"CHF ", u"$ #,##0.00"},
+    const struct { QString locale; const char16_t* symbol; const char16_t* positive; } rows[] = {
+        {u"de_DE"_s, u" €", u"#,##0.00 $"}, {u"de_AT"_s, u"€ ", u"$ #,##0.00"},   {u"en_IE"_s, u"€", u"$#,##0.00"},
+        {u"en_US"_s, u"$", u"$#,##0.00"},   {u"ja_JP"_s, u"￥", u"$#,##0"},       {u"de_CH"_s, u"CHF ", u"$ #,##0.00"},
     };
     for (const auto& row : rows) {
-        test::ScopedLocale locale(QString::fromUtf16(row.locale));
+        test::ScopedLocale locale(row.locale);
+        SCOPED_TRACE(row.locale.toStdString());
         WQMoneyFormatter f;
-        EXPECT_EQ(f.localizedCurrencySymbol(), QString::fromUtf16(row.symbol)) << QString::fromUtf16(row.locale).toStdString();
-        EXPECT_EQ(f.localizedPositiveFormat(), QString::fromUtf16(row.positive));
+        EXPECT_EQ(f.localizedCurrencySymbol(), row.symbol);
+        EXPECT_EQ(f.localizedPositiveFormat(), row.positive);
     }
     test::ScopedLocale swiss(u"de_CH"_s);
     EXPECT_EQ(WQMoneyFormatter::systemNegativeCurrencyFormat(), u"$-#,##0.00");
@@ -170,7 +158,7 @@ TEST(MoneyNotifications, FirstReadSilentLaterReadsPostOnlyChanges)
     ChangeCounter changes;
     TestDelegate owner;
     owner.dict = test::dollarDict();
-    const auto f = WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2);
+    const auto f = shared(owner);
     test::spinFor(50);
     EXPECT_TRUE(changes.objects.empty());
 
@@ -178,18 +166,18 @@ TEST(MoneyNotifications, FirstReadSilentLaterReadsPostOnlyChanges)
     owner.dict = test::currencyDict(u"€"_s, u"$#,##0.00"_s, u"-$#,##0.00"_s, u","_s, u"."_s);
     QElapsedTimer timer;
     timer.start();
-    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_CurrencyChanged, &owner);
+    post(kWQNotification_CurrencyChanged, owner);
     EXPECT_EQ(f->localizedCurrencySymbol(), u"$");
     ASSERT_TRUE(test::spinUntil([&] { return !changes.objects.empty(); }));
     EXPECT_GE(timer.elapsed(), 190);
-    EXPECT_EQ(changes.objects, std::vector<const WQNotificationSender*>{f.get()});
+    EXPECT_EQ(changes.objects, Senders{f.get()});
     EXPECT_EQ(f->stringForAmount(3), u"€3.00");
 
     // Nothing differs: no posting.
-    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_CurrencyChanged, &owner);
+    post(kWQNotification_CurrencyChanged, owner);
     test::spinFor(350);
     EXPECT_EQ(changes.objects.size(), 1u);
-    removeOwner(owner);
+    post(kWQNotification_DelegateRemoved, owner);
 }
 
 TEST(MoneyNotifications, ChangesCoalesceAndDeadFormattersAreSkipped)
@@ -197,16 +185,15 @@ TEST(MoneyNotifications, ChangesCoalesceAndDeadFormattersAreSkipped)
     ChangeCounter changes;
     TestDelegate first, second;
     first.dict = second.dict = test::dollarDict();
-    const auto a = WQMoneyFormatter::moneyFormatterForDelegate(&first, 2);
-    const auto b = WQMoneyFormatter::moneyFormatterForDelegate(&second, 2);
-    const auto pound = test::currencyDict(u"£"_s, u"$#,##0.00"_s, u"-$#,##0.00"_s, u","_s, u"."_s);
+    const auto a = shared(first);
+    const auto b = shared(second);
     // Two formatters changing in one turn of the loop post the name once.
-    first.dict = second.dict = pound;
+    first.dict = second.dict = test::currencyDict(u"£"_s, u"$#,##0.00"_s, u"-$#,##0.00"_s, u","_s, u"."_s);
     a->_wq_setUpInstanceVariables();
     b->_wq_setUpInstanceVariables();
     ASSERT_TRUE(test::spinUntil([&] { return !changes.objects.empty(); }));
     test::spinFor(50);
-    EXPECT_EQ(changes.objects, std::vector<const WQNotificationSender*>{a.get()});
+    EXPECT_EQ(changes.objects, Senders{a.get()});
 
     // A burst of notifications is read once, after it settles; a formatter
     // destroyed before its re-read comes due is skipped.
@@ -214,15 +201,15 @@ TEST(MoneyNotifications, ChangesCoalesceAndDeadFormattersAreSkipped)
     auto doomed = std::make_shared<WQMoneyFormatter>(&first);
     first.dict = test::dollarDict();
     for (int i = 0; i < 5; ++i)
-        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_CurrencyChanged, &first);
+        post(kWQNotification_CurrencyChanged, first);
     doomed.reset();
     ASSERT_TRUE(test::spinUntil([&] { return !changes.objects.empty(); }));
     test::spinFor(300);
-    EXPECT_EQ(changes.objects, std::vector<const WQNotificationSender*>{a.get()});
+    EXPECT_EQ(changes.objects, Senders{a.get()});
     EXPECT_EQ(a->localizedCurrencySymbol(), u"$");
     EXPECT_EQ(b->localizedCurrencySymbol(), u"£");
-    removeOwner(first);
-    removeOwner(second);
+    post(kWQNotification_DelegateRemoved, first);
+    post(kWQNotification_DelegateRemoved, second);
 }
 
 TEST(MoneyNotifications, NumberPreferencesReachFormattersWithoutOwner)

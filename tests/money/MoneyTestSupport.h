@@ -5,11 +5,14 @@
 
 #include <WQGeneral/formatters/WQEditContext.h>
 #include <WQGeneral/formatters/WQFormatter.h>
-#include <WQGeneral/money/WQMoneyFormatterDelegate.h>
+#include <WQGeneral/money/WQMoneyFormatter.h>
 
 #include <QString>
 #include <QVariantMap>
 
+#include <gtest/gtest.h>
+
+#include <initializer_list>
 #include <ostream>
 
 namespace wq::test {
@@ -25,21 +28,25 @@ public:
     WQRange selectedRange() const override { return _selection; }
     void setSelectedRange(WQRange range) override { editorSelection = range; }
     QString text() const override { return _text; }
-    WQRange selection() const { return _selection; }
     qsizetype caret() const { return _selection.location; }
 
     void select(qsizetype location, qsizetype length) { _selection = {location, length}; }
     void selectAll() { _selection = {0, _text.size()}; }
 
-    // Types each character of keys as one key press; answers the text.
+    // Types each character of keys as one key press, '\b' being Backspace;
+    // answers the text.
     QString type(const QString& keys)
     {
-        for (QChar key : keys)
-            _edit(QString(key), QString(key));
+        for (QChar key : keys) {
+            if (key == u'\b')
+                backspace();
+            else
+                _edit(QString(key), QString(key));
+        }
         return _text;
     }
     QString paste(const QString& clip) { _edit(clip, QString()); return _text; }
-    // The delete key (Backspace): the selection, or the character before the caret.
+    // The delete key: the selection, or the character before the caret.
     QString backspace()
     {
         WQRange removed = _selection;
@@ -93,6 +100,36 @@ private:
     WQRange _selection;
 };
 
+// One scripted edit: start with the caret at caret (-1: the end), press
+// keys, expect the text, the caret (-1: not checked), the last key's
+// message and whether that key was refused outright.
+struct TypingRow {
+    QString start;
+    qsizetype caret;
+    QString keys;
+    QString text;
+    qsizetype caretAfter = -1;
+    QString error = {};
+    bool refused = false;
+};
+
+inline void checkTyping(WQFormatter& formatter, std::initializer_list<TypingRow> rows)
+{
+    for (const TypingRow& row : rows) {
+        SCOPED_TRACE(QStringLiteral("\"%1\" @%2 + \"%3\"").arg(row.start).arg(row.caret).arg(row.keys).toStdString());
+        TypingField field(formatter, row.start, row.caret);
+        EXPECT_EQ(field.type(row.keys), row.text);
+        if (row.caretAfter >= 0) {
+            EXPECT_EQ(field.caret(), row.caretAfter);
+        }
+        EXPECT_EQ(field.lastError, row.error);
+        EXPECT_EQ(field.lastRefused, row.refused);
+    }
+}
+
+// The message of a key no formatter takes at that place.
+inline QString notValid(const QString& key) { return QStringLiteral("\"%1\" is not valid here").arg(key); }
+
 class TestDelegate : public WQMoneyFormatterDelegate {
 public:
     std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
@@ -112,11 +149,34 @@ inline QVariantMap currencyDict(const QString& symbol, const QString& positive, 
 }
 
 // The settings of the worked examples: $#,##0.00 / -$#,##0.00, "," and ".".
-inline QVariantMap dollarDict()
+inline QVariantMap dollarDict(const QString& negative = QStringLiteral("-$#,##0.00"))
 {
-    return currencyDict(QStringLiteral("$"), QStringLiteral("$#,##0.00"), QStringLiteral("-$#,##0.00"),
-                        QStringLiteral(","), QStringLiteral("."));
+    return currencyDict(QStringLiteral("$"), QStringLiteral("$#,##0.00"), negative, QStringLiteral(","),
+                        QStringLiteral("."));
 }
+
+// The symbol after the amount with a blank, "." grouping and "," decimals.
+inline QVariantMap euroDict()
+{
+    return currencyDict(QStringLiteral(" €"), QStringLiteral("#,##0.00 $"), QStringLiteral("-#,##0.00 $"),
+                        QStringLiteral("."), QStringLiteral(","));
+}
+
+// A test owning one money-formatter owner; its registry entries go with it.
+class MoneyTest : public ::testing::Test {
+protected:
+    void TearDown() override { WQMoneyFormatter::_wq_removed_delegate(&owner); }
+    // The owner's shared formatter for fresh settings.
+    WQMoneyFormatter& with(const QVariantMap& dict, qint8 places = 2)
+    {
+        owner.dict = dict;
+        WQMoneyFormatter::_wq_removed_delegate(&owner);
+        current = WQMoneyFormatter::moneyFormatterForDelegate(&owner, places);
+        return *current;
+    }
+    TestDelegate owner;
+    std::shared_ptr<WQMoneyFormatter> current;
+};
 
 } // namespace wq::test
 

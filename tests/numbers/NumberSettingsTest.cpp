@@ -10,24 +10,20 @@ using namespace Qt::StringLiterals;
 
 TEST(NumberSettings, SeparatorsAndCurrencyPerLocale)
 {
-    const struct {
-        QString locale, decimal, grouping, symbol, currencyGrouping, positive, negative;
-    } rows[] = {
+    // Locale, then decimal, grouping, symbol, currency grouping, positive and negative format.
+    const QStringList rows[] = {
         {u"en_US"_s, u"."_s, u","_s, u"$"_s, u","_s, u"$#,##0.00"_s, u"-$#,##0.00"_s},
         {u"de_DE"_s, u","_s, u"."_s, u"€"_s, u"."_s, u"#,##0.00 $"_s, u"-#,##0.00 $"_s},
         {u"fr_FR"_s, u","_s, u"\u202F"_s, u"€"_s, u"\u202F"_s, u"#,##0.00 $"_s, u"-#,##0.00 $"_s},
         {u"ja_JP"_s, u"."_s, u","_s, u"￥"_s, u","_s, u"$#,##0"_s, u"-$#,##0"_s},
         {u"nl_NL"_s, u","_s, u"."_s, u"€"_s, u"."_s, u"$ #,##0.00"_s, u"$ -#,##0.00"_s},
     };
-    for (const auto& row : rows) {
-        test::ScopedLocale locale(row.locale);
-        SCOPED_TRACE(row.locale.toStdString());
-        EXPECT_EQ(WQNumberSettings::decimalSeparator(), row.decimal);
-        EXPECT_EQ(WQNumberSettings::groupingSeparator(), row.grouping);
-        EXPECT_EQ(WQNumberSettings::currencySymbol(), row.symbol);
-        EXPECT_EQ(WQNumberSettings::currencyGroupingSeparator(), row.currencyGrouping);
-        EXPECT_EQ(WQNumberSettings::positiveCurrencyFormat(), row.positive);
-        EXPECT_EQ(WQNumberSettings::negativeCurrencyFormat(), row.negative);
+    for (const QStringList& row : rows) {
+        test::ScopedLocale locale(row.front());
+        const QStringList found{row.front(), WQNumberSettings::decimalSeparator(), WQNumberSettings::groupingSeparator(),
+                                WQNumberSettings::currencySymbol(), WQNumberSettings::currencyGroupingSeparator(),
+                                WQNumberSettings::positiveCurrencyFormat(), WQNumberSettings::negativeCurrencyFormat()};
+        EXPECT_EQ(found.join(u'|').toStdString(), row.join(u'|').toStdString());
     }
     // Categories are read separately: numbers from one locale, money from another.
     test::ScopedLocale all(u"en_US"_s);
@@ -39,12 +35,12 @@ TEST(NumberSettings, SeparatorsAndCurrencyPerLocale)
 TEST(DigitSet, DigitsExtrasAndInversion)
 {
     const WQDigitSet set = WQDigitSet::decimalDigitsPlus({u","_s, u"\u202F"_s});
-    EXPECT_TRUE(set.contains(U'7'));
-    EXPECT_TRUE(set.contains(U'\u0663')); // Arabic-Indic three: a decimal digit too
-    EXPECT_TRUE(set.contains(U'\U0001D7D9')); // mathematical double-struck one
-    EXPECT_TRUE(set.contains(U'\u202F'));
-    EXPECT_FALSE(set.contains(U'.'));
-    EXPECT_FALSE(set.contains(U'\u00BD')); // ½ is a number, not a digit
+    // Arabic-Indic three and the double-struck one are decimal digits too;
+    // ½ is a number, not a digit.
+    for (char32_t c : {U'7', U'\u0663', U'\U0001D7D9', U'\u202F'})
+        EXPECT_TRUE(set.contains(c)) << unsigned(c);
+    for (char32_t c : {U'.', U'\u00BD'})
+        EXPECT_FALSE(set.contains(c)) << unsigned(c);
     const WQDigitSet inverted = set.invertedSet();
     EXPECT_EQ(inverted.indexIn(u"12,3a"_s), 4);
     EXPECT_EQ(inverted.indexIn(u"\U0001D7D9x"_s), 2);

@@ -7,117 +7,77 @@
 
 using namespace wq;
 
-namespace {
-
-struct Split {
-    double result;
-    std::int32_t whole;
-    std::int32_t fraction;
-};
-
-Split split(double x)
+TEST(Rounding, FactorRoundingHalvesToEvenWithinTheTolerance)
 {
-    Split s{0, -42, -42};
-    s.result = RoundDoubleToSevenPlacesReturn32BitIntegers(x, s.whole, s.fraction);
-    return s;
-}
-
-} // namespace
-
-TEST(Rounding, TwoPlacesHalvesToEven)
-{
-    EXPECT_EQ(RoundDoubleToTwoPlaces(0.125), 0.12);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(0.135), 0.14);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(2.675), 2.68);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(-2.675), -2.68);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(1.005), 1.0);   // 100.49999999999999 is within the tolerance of 100.5
-    EXPECT_EQ(RoundDoubleToTwoPlaces(1.015), 1.02);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(0.124), 0.12);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(0.126), 0.13);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(-0.126), -0.13);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(1234567.891), 1234567.89);
-    // A scaled value 2e-7 away from the half is outside the tolerance.
-    EXPECT_EQ(RoundDoubleToPlaces(1, 2.5000002), 3.0);
-    EXPECT_EQ(RoundDoubleToPlaces(1, 2.50000009), 2.0);
-    EXPECT_EQ(RoundDoubleToPlaces(1000, 0.0005), 0.0);
-    EXPECT_EQ(RoundDoubleToPlaces(1000, 0.0015), 0.002);
-
-    EXPECT_EQ(RoundDoubleToTwoPlaces(0.0), 0.0);
-    EXPECT_EQ(RoundDoubleToTwoPlaces(-0.0), 0.0);
+    struct Row {
+        std::uint32_t factor;
+        double input;
+        double expected;
+    };
+    const Row rows[] = {
+        {100, 0.125, 0.12},         {100, 0.135, 0.14},   {100, 2.675, 2.68},   {100, -2.675, -2.68},
+        {100, 1.005, 1.0},   // 100.49999999999999 is within the tolerance of 100.5
+        {100, 1.015, 1.02},         {100, 0.124, 0.12},   {100, 0.126, 0.13},   {100, -0.126, -0.13},
+        {100, 1234567.891, 1234567.89}, {100, 0.0, 0.0},  {100, -0.0, 0.0},
+        {1, 2.5000002, 3.0},   // 2e-7 from the half is outside the tolerance
+        {1, 2.50000009, 2.0},       {1000, 0.0005, 0.0},  {1000, 0.0015, 0.002},
+        {10000000, 0.12345675, 0.1234568}, {10000000, 0.300000051, 0.3000001}, {10000000, -0.0, 0.0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.factor << " " << row.input);
+        EXPECT_EQ(RoundDoubleToPlaces(row.factor, row.input), row.expected);
+        // The named rounders are the factor rounding at their factor.
+        const double named = row.factor == 100 ? RoundDoubleToTwoPlaces(row.input)
+            : row.factor == 10000000           ? RoundDoubleToSevenPlaces(row.input)
+                                               : row.expected;
+        EXPECT_EQ(named, row.expected);
+    }
     EXPECT_TRUE(std::isnan(RoundDoubleToTwoPlaces(std::nan(""))));
 }
 
-TEST(Rounding, SevenPlacesBothWays)
+TEST(Rounding, SevenPlacesSplitDecidesOnTheEighthDigitOnly)
 {
-    EXPECT_EQ(RoundDoubleToSevenPlaces(0.12345675), 0.1234568);
-    EXPECT_EQ(RoundDoubleToSevenPlaces(0.300000051), 0.3000001);
-
-    Split s = split(1.5);
-    EXPECT_EQ(s.result, 1.5);
-    EXPECT_EQ(s.whole, 1);
-    EXPECT_EQ(s.fraction, 5000000);
-
-    s = split(-1.5);
-    EXPECT_EQ(s.result, -1.5);
-    EXPECT_EQ(s.whole, -1);
-    EXPECT_EQ(s.fraction, -5000000);
-
-    s = split(0.99999999);   // eighth digit 9 carries into the whole part
-    EXPECT_EQ(s.whole, 1);
-    EXPECT_EQ(s.fraction, 0);
-    EXPECT_EQ(s.result, 1.0);
-
-    s = split(-0.99999999);
-    EXPECT_EQ(s.whole, -1);
-    EXPECT_EQ(s.fraction, 0);
-
-    // Only the eighth digit counts: 0.300000051 truncates to ...0005 with an
-    // even seventh digit and stays down, unlike the factor-based rounding.
-    s = split(0.300000051);
-    EXPECT_EQ(s.whole, 0);
-    EXPECT_EQ(s.fraction, 3000000);
-    EXPECT_EQ(s.result, 0.3);
-
-    s = split(0.12345675);   // eighth digit 5 after an odd seventh: up
-    EXPECT_EQ(s.fraction, 1234568);
-    s = split(0.12345665);   // ... after an even seventh: down
-    EXPECT_EQ(s.fraction, 1234566);
-    s = split(0.12345676);
-    EXPECT_EQ(s.fraction, 1234568);
-    s = split(2.25);
-    EXPECT_EQ(s.whole, 2);
-    EXPECT_EQ(s.fraction, 2500000);
-
-    for (double zero : {0.0, -0.0}) {
-        s = split(zero);
-        EXPECT_EQ(s.whole, 0);
-        EXPECT_EQ(s.fraction, 0);
-        EXPECT_EQ(s.result, 0.0);
-        EXPECT_EQ(RoundDoubleToSevenPlaces(zero), 0.0);
+    constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+    constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
+    struct Row {
+        double input;
+        std::int32_t whole;
+        std::int32_t fraction;
+        double result;
+    };
+    const Row rows[] = {
+        {1.5, 1, 5000000, 1.5},
+        {-1.5, -1, -5000000, -1.5},
+        {0.99999999, 1, 0, 1.0},   // the eighth digit carries into the whole part
+        {-0.99999999, -1, 0, -1.0},
+        // 0.300000051 truncates to ...0005 after an even seventh digit and
+        // stays down, unlike the factor-based rounding.
+        {0.300000051, 0, 3000000, 0.3},
+        {0.12345675, 0, 1234568, 0.1234568},   // 5 after an odd seventh: up
+        {0.12345665, 0, 1234566, 0.1234566},   // ... after an even seventh: down
+        {0.12345676, 0, 1234568, 0.1234568},
+        {2.25, 2, 2500000, 2.25},
+        {0.0, 0, 0, 0.0},
+        {-0.0, 0, 0, 0.0},
+        {3000000000.0, kMax, 0, 3000000000.0},   // above the range: unrounded
+        {2147483647.0, kMax, 0, 2147483647.0},
+        {-2147483648.0, kMin, 0, std::nan("")},   // the returned value is not pinned down here
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.input);
+        std::int32_t whole = -42, fraction = -42;
+        const double result = RoundDoubleToSevenPlacesReturn32BitIntegers(row.input, whole, fraction);
+        if (!std::isnan(row.result)) {
+            EXPECT_EQ(result, row.result);
+        }
+        EXPECT_EQ(whole, row.whole);
+        EXPECT_EQ(fraction, row.fraction);
     }
-}
-
-TEST(Rounding, SevenPlacesOutOfRange)
-{
-    Split s = split(3000000000.0);
-    EXPECT_EQ(s.whole, 2147483647);
-    EXPECT_EQ(s.fraction, 0);
-    EXPECT_EQ(s.result, 3000000000.0);
-
-    s = split(2147483647.0);
-    EXPECT_EQ(s.whole, 2147483647);
-    EXPECT_EQ(s.fraction, 0);
-
-    s = split(-2147483648.0);
-    EXPECT_EQ(s.whole, std::numeric_limits<std::int32_t>::min());
-    EXPECT_EQ(s.fraction, 0);
-
     // Below the 32-bit range the truncation gives the most negative value,
     // as the processor does; nothing traps.
-    s = split(-3000000000.0);
-    EXPECT_EQ(s.whole, std::numeric_limits<std::int32_t>::min());
-    s = split(std::nan(""));
-    EXPECT_EQ(s.whole, std::numeric_limits<std::int32_t>::min());
-
-    EXPECT_EQ(WQ_AltiVecIsPresent(), 0);
+    for (const double low : {-3000000000.0, std::nan("")}) {
+        std::int32_t whole = 0, fraction = 0;
+        RoundDoubleToSevenPlacesReturn32BitIntegers(low, whole, fraction);
+        EXPECT_EQ(whole, kMin) << low;
+    }
 }

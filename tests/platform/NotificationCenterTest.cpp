@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace wq;
+using namespace Qt::StringLiterals;
 
 namespace {
 struct Sender : WQNotificationSender {};
@@ -17,34 +18,31 @@ TEST(NotificationCenter, FiltersByNameAndSenderAndCarriesUserInfo)
     Sender a, b;
     QStringList seen;
     int token = 0;
-    center.addObserver(&token, QStringLiteral("changed"), &a, [&](const WQNotification& n) {
-        seen << QStringLiteral("a:") + n.name + (n.userInfo ? QStringLiteral("+info") : QString());
-    });
-    center.addObserver(&token, QString(), nullptr, [&](const WQNotification& n) { seen << QStringLiteral("any:") + n.name; });
+    center.addObserver(&token, u"changed"_s, &a,
+                       [&](const WQNotification& n) { seen << u"a:"_s + n.name + (n.userInfo ? u"+info"_s : QString()); });
+    center.addObserver(&token, QString(), nullptr, [&](const WQNotification& n) { seen << u"any:"_s + n.name; });
 
-    center.postNotificationName(QStringLiteral("changed"), &b);
-    center.postNotificationName(QStringLiteral("changed"), &a, QVariantMap{{QStringLiteral("k"), 1}});
-    center.postNotificationName(QStringLiteral("other"), &a);
-
-    EXPECT_EQ(seen, (QStringList{QStringLiteral("any:changed"), QStringLiteral("a:changed+info"),
-                                 QStringLiteral("any:changed"), QStringLiteral("any:other")}));
+    center.postNotificationName(u"changed"_s, &b);
+    center.postNotificationName(u"changed"_s, &a, QVariantMap{{u"k"_s, 1}});
+    center.postNotificationName(u"other"_s, &a);
+    EXPECT_EQ(seen.join(u' '), u"any:changed a:changed+info any:changed any:other");
 }
 
 TEST(NotificationCenter, RemovalDuringPostAndObserversAddedDuringPost)
 {
     WQNotificationCenter center;
     int first = 0, second = 0, late = 0;
-    int calls2 = 0, lateCalls = 0;
-    center.addObserver(&first, QStringLiteral("n"), nullptr, [&](const WQNotification&) {
+    int secondCalls = 0, lateCalls = 0;
+    center.addObserver(&first, u"n"_s, nullptr, [&](const WQNotification&) {
         center.removeObserver(&second);
-        center.addObserver(&late, QStringLiteral("n"), nullptr, [&](const WQNotification&) { ++lateCalls; });
+        center.addObserver(&late, u"n"_s, nullptr, [&](const WQNotification&) { ++lateCalls; });
     });
-    center.addObserver(&second, QStringLiteral("n"), nullptr, [&](const WQNotification&) { ++calls2; });
+    center.addObserver(&second, u"n"_s, nullptr, [&](const WQNotification&) { ++secondCalls; });
 
-    center.postNotificationName(QStringLiteral("n"));
-    EXPECT_EQ(calls2, 0) << "removed before its turn";
+    center.postNotificationName(u"n"_s);
+    EXPECT_EQ(secondCalls, 0) << "removed before its turn";
     EXPECT_EQ(lateCalls, 0) << "added during the post";
-    center.postNotificationName(QStringLiteral("n"));
+    center.postNotificationName(u"n"_s);
     EXPECT_EQ(lateCalls, 1);
 
     center.removeObserver(&first);
@@ -58,12 +56,12 @@ TEST(NotificationCenter, ObservationRemovesEverythingWhenDestroyed)
     int calls = 0;
     {
         WQObservation observation(center);
-        observation.observe(QStringLiteral("x"), nullptr, [&](const WQNotification&) { ++calls; });
-        observation.observe(QStringLiteral("y"), nullptr, [&](const WQNotification&) { ++calls; });
+        observation.observe(u"x"_s, nullptr, [&](const WQNotification&) { ++calls; });
+        observation.observe(u"y"_s, nullptr, [&](const WQNotification&) { ++calls; });
         EXPECT_EQ(center.observationCount(), 2);
-        center.postNotificationName(QStringLiteral("x"));
+        center.postNotificationName(u"x"_s);
     }
-    center.postNotificationName(QStringLiteral("x"));
+    center.postNotificationName(u"x"_s);
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(center.observationCount(), 0);
 }
@@ -74,18 +72,17 @@ TEST(NotificationQueue, CoalescesOnNameUntilTheNextLoopPass)
     WQNotificationQueue queue(center);
     Sender a, b;
     QList<const WQNotificationSender*> delivered;
-    int token = 0;
-    center.addObserver(&token, QStringLiteral("changed"), nullptr,
-                       [&](const WQNotification& n) { delivered << n.object; });
+    WQObservation observation(center);
+    observation.observe(u"changed"_s, nullptr, [&](const WQNotification& n) { delivered << n.object; });
 
-    queue.enqueueASAP({QStringLiteral("changed"), &a, std::nullopt});
-    queue.enqueueASAP({QStringLiteral("changed"), &b, std::nullopt});
+    queue.enqueueASAP({u"changed"_s, &a, std::nullopt});
+    queue.enqueueASAP({u"changed"_s, &b, std::nullopt});
     EXPECT_TRUE(delivered.isEmpty()) << "nothing is posted synchronously";
     ASSERT_TRUE(test::spinUntil([&] { return !delivered.isEmpty(); }));
     test::spinFor(20);
     EXPECT_EQ(delivered, (QList<const WQNotificationSender*>{&a}));
 
-    queue.enqueueASAP({QStringLiteral("changed"), &b, std::nullopt});
+    queue.enqueueASAP({u"changed"_s, &b, std::nullopt});
     ASSERT_TRUE(test::spinUntil([&] { return delivered.size() == 2; }));
     EXPECT_EQ(delivered.back(), &b);
 }

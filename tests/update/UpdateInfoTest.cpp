@@ -25,21 +25,21 @@ void writeText(const QString& path, const QByteArray& text)
     file.write(text);
 }
 
-// Runs with another application's names, as a second program of the maker would.
-struct OtherApplication {
-    QString name = QCoreApplication::applicationName();
-    QString organization = QCoreApplication::organizationName();
-    OtherApplication()
-    {
+// The identifier as this application, or as another program of the maker
+// with names of its own, sees it.
+QString uuid(bool asOtherApplication = false)
+{
+    const QString name = QCoreApplication::applicationName();
+    const QString organization = QCoreApplication::organizationName();
+    if (asOtherApplication) {
         QCoreApplication::setApplicationName(QStringLiteral("Other Program"));
         QCoreApplication::setOrganizationName(QStringLiteral("Elsewhere"));
     }
-    ~OtherApplication()
-    {
-        QCoreApplication::setApplicationName(name);
-        QCoreApplication::setOrganizationName(organization);
-    }
-};
+    const QString answer = WQGatherUpdateInfoInDictionary().value(QStringLiteral("uuid")).toString();
+    QCoreApplication::setApplicationName(name);
+    QCoreApplication::setOrganizationName(organization);
+    return answer;
+}
 
 } // namespace
 
@@ -48,33 +48,22 @@ TEST(UpdateInfo, InstallationIdentifierIsMadeOnceAndSharedByTheMakersApplication
     const QString shared = WQSharedDefaultsFilePath();
     ASSERT_TRUE(shared.startsWith(QDir::tempPath())) << "tests run in a throw-away home";
     EXPECT_TRUE(shared.startsWith(qEnvironmentVariable("XDG_CONFIG_HOME")));
-    EXPECT_TRUE(kWQDefaultsLocation_Global.endsWith(QStringLiteral(".global")));
-    EXPECT_TRUE(kWQDefaultsKey_SoftwareUpdateUUID.endsWith(QStringLiteral(".softwareupdate.uuid")));
     QFile::remove(shared);
 
-    const QString first = WQGatherUpdateInfoInDictionary().value(QStringLiteral("uuid")).toString();
+    const QString first = uuid();
     static const QRegularExpression canonical(QStringLiteral("^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}$"));
     EXPECT_TRUE(canonical.match(first).hasMatch()) << qPrintable(first);
     ASSERT_TRUE(QFile::exists(shared)) << "written at once";
-    EXPECT_TRUE(QFile(shared).open(QIODevice::ReadOnly));
-
-    EXPECT_EQ(WQGatherUpdateInfoInDictionary().value(QStringLiteral("uuid")).toString(), first);
-    {
-        OtherApplication other;
-        EXPECT_EQ(WQGatherUpdateInfoInDictionary().value(QStringLiteral("uuid")).toString(), first);
-    }
+    EXPECT_EQ(uuid(), first);
+    EXPECT_EQ(uuid(true), first);
 
     // A value another application stored is used as it stands.
     writeText(shared, "[General]\ncom.veltranostudio.softwareupdate.uuid=made-by-another-program\n");
-    {
-        OtherApplication other;
-        EXPECT_EQ(WQGatherUpdateInfoInDictionary().value(QStringLiteral("uuid")).toString(),
-                  QStringLiteral("made-by-another-program"));
-    }
+    EXPECT_EQ(uuid(true), QStringLiteral("made-by-another-program"));
 
     // Gone again: a new one, different from the old.
     QFile::remove(shared);
-    const QString second = WQGatherUpdateInfoInDictionary().value(QStringLiteral("uuid")).toString();
+    const QString second = uuid();
     EXPECT_TRUE(canonical.match(second).hasMatch());
     EXPECT_NE(second, first);
     EXPECT_EQ(QSettings(shared, QSettings::IniFormat).value(kWQDefaultsKey_SoftwareUpdateUUID).toString(), second);
@@ -86,27 +75,18 @@ TEST(UpdateInfo, EntriesAndQueryString)
     EXPECT_EQ(info.value(QStringLiteral("cpu")), QStringLiteral("Intel"));
     EXPECT_EQ(info.value(QStringLiteral("cpu_count")).toString().toUInt(), std::thread::hardware_concurrency());
     const QStringList languages = QLocale::system().uiLanguages();
-    if (!languages.isEmpty()) {
-        EXPECT_EQ(info.value(QStringLiteral("lang")), languages.front());
-    }
-
-    const QVariantMap none = _wq_gatherUpdateInfo({});
-    EXPECT_FALSE(none.contains(QStringLiteral("lang")));
-    EXPECT_FALSE(_wq_updateQuery(none).contains(QStringLiteral("lang=")));
-    EXPECT_EQ(none.keys(), (QStringList{"cpu", "cpu_count", "uuid"}));
-
-    const QVariantMap chosen = _wq_gatherUpdateInfo({QStringLiteral("pt-BR"), QStringLiteral("en")});
-    EXPECT_EQ(chosen.value(QStringLiteral("lang")), QStringLiteral("pt-BR"));
+    EXPECT_EQ(info.value(QStringLiteral("lang")), languages.isEmpty() ? QVariant() : QVariant(languages.front()));
+    EXPECT_EQ(_wq_gatherUpdateInfo({}).keys(), (QStringList{"cpu", "cpu_count", "uuid"}));
+    EXPECT_EQ(_wq_gatherUpdateInfo({QStringLiteral("pt-BR"), QStringLiteral("en")}).value(QStringLiteral("lang")),
+              QStringLiteral("pt-BR"));
 
     // Every parameter, the first included, starts with "&".
     const QString query = WQGatherUpdateInfoForURL();
     EXPECT_TRUE(query.startsWith(u'&'));
-    EXPECT_FALSE(query.contains(u'?'));
     const QStringList parameters = query.mid(1).split(u'&');
     EXPECT_EQ(parameters.size(), info.size());
     for (auto it = info.constBegin(); it != info.constEnd(); ++it)
         EXPECT_TRUE(parameters.contains(it.key() + u'=' + it.value().toString())) << qPrintable(it.key());
-    EXPECT_TRUE(query.contains(QStringLiteral("&cpu=Intel")));
 
     // A space is escaped, an ampersand is not.
     EXPECT_EQ(_wq_updateQuery({{QStringLiteral("lang"), QStringLiteral("en GB")}, {QStringLiteral("x"), QStringLiteral("a&b")}}),
@@ -117,14 +97,17 @@ TEST(UpdateInfo, SystemVersionComesFromOsRelease)
 {
     QTemporaryDir folder;
     const QString path = folder.path() + QStringLiteral("/os-release");
-    writeText(path, "NAME=\"Example\"\nVERSION=\"12 (bookworm)\"\nVERSION_ID=\"12\"\nID=example\n");
-    EXPECT_EQ(_wq_systemVersionFromOsRelease(path), QStringLiteral("12"));
-    writeText(path, "NAME=Example\nVERSION='24.04 LTS (Noble \\\"Numbat\\\")'\n");
-    EXPECT_EQ(_wq_systemVersionFromOsRelease(path), QStringLiteral("24.04 LTS (Noble \"Numbat\")"));
-    writeText(path, "VERSION_ID=3.19.1\n");
-    EXPECT_EQ(_wq_systemVersionFromOsRelease(path), QStringLiteral("3.19.1"));
-    writeText(path, "NAME=Rolling\nVERSION_CODENAME=\n# VERSION_ID=9\n");
-    EXPECT_TRUE(_wq_systemVersionFromOsRelease(path).isNull());
+    const std::pair<QByteArray, QString> files[] = {
+        {"NAME=\"Example\"\nVERSION=\"12 (bookworm)\"\nVERSION_ID=\"12\"\nID=example\n", QStringLiteral("12")},
+        {"NAME=Example\nVERSION='24.04 LTS (Noble \\\"Numbat\\\")'\n", QStringLiteral("24.04 LTS (Noble \"Numbat\")")},
+        {"VERSION_ID=3.19.1\n", QStringLiteral("3.19.1")},
+        {"NAME=Rolling\nVERSION_CODENAME=\n# VERSION_ID=9\n", QString()},
+    };
+    for (const auto& [text, version] : files) {
+        writeText(path, text);
+        EXPECT_EQ(_wq_systemVersionFromOsRelease(path), version) << text.constData();
+        EXPECT_EQ(_wq_systemVersionFromOsRelease(path).isNull(), version.isNull());
+    }
     EXPECT_TRUE(_wq_systemVersionFromOsRelease(folder.path() + QStringLiteral("/missing")).isNull());
 
     // This machine's answer is its own file's, or the empty string, never null.

@@ -1,0 +1,55 @@
+#pragma once
+// Shared by the date tests: dates as text in failure messages, the message
+// an expected exception carries, and a time zone switched for one scope.
+
+#include <WQGeneral/dates/WQDate.h>
+
+#include <QByteArray>
+
+#include <ctime>
+#include <ostream>
+#include <string>
+
+namespace wq {
+
+inline void PrintTo(const WQDate& date, std::ostream* os)
+{
+    *os << date.debugDescription().toStdString();
+}
+
+} // namespace wq
+
+namespace wq::test {
+
+// what() of the E that work() raises; any other exception fails the test.
+template <class E, class Work>
+std::string messageOf(Work&& work)
+{
+    try {
+        work();
+    } catch (const E& e) {
+        return e.what();
+    }
+    return "(nothing raised)";
+}
+
+class ScopedTimeZone {
+public:
+    explicit ScopedTimeZone(const char* zone) : _saved(qgetenv("TZ"))
+    {
+        qputenv("TZ", zone);
+        tzset();
+    }
+    ~ScopedTimeZone()
+    {
+        qputenv("TZ", _saved);
+        tzset();
+    }
+    ScopedTimeZone(const ScopedTimeZone&) = delete;
+    ScopedTimeZone& operator=(const ScopedTimeZone&) = delete;
+
+private:
+    QByteArray _saved;
+};
+
+} // namespace wq::test
