@@ -2,6 +2,8 @@
 BUILD      ?= build
 BUILD_ASAN ?= build-asan
 BUILD_BENCH?= build-bench
+BUILD_FUZZ ?= build-fuzz
+FUZZ_SECONDS ?= 30
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
@@ -42,5 +44,14 @@ bench: deps
 	@cmake --build $(BUILD_BENCH) -j $(JOBS)
 	@bash scripts/bench.sh $(BUILD_BENCH)
 
+# Each parser under libFuzzer with AddressSanitizer, FUZZ_SECONDS apiece.
+fuzz: deps
+	@bash deps/install.sh debian-packages-fuzz.txt
+	@cmake -S . -B $(BUILD_FUZZ) -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DWQ_SANITIZE=ON -DWQ_BUILD_FUZZ=ON -DWQ_BUILD_TESTS=OFF -DWQ_BUILD_WIDGETS=OFF -DWQ_BUILD_TOOLS=OFF \
+	  -DCMAKE_CXX_FLAGS=-fsanitize=fuzzer-no-link $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD_FUZZ) -j $(JOBS)
+	@bash scripts/fuzz.sh $(BUILD_FUZZ) $(FUZZ_SECONDS)
+
 clean:
-	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH)
+	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH) $(BUILD_FUZZ)

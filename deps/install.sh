@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# Installs the Debian packages listed beside this script that are missing.
+# Installs the missing Debian packages of a list beside this script
+# (debian-packages.txt unless another list is named).
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-mapfile -t wanted < <(grep -v -E '^\s*(#|$)' "$here/debian-packages.txt")
+list=${1:-debian-packages.txt}
+mapfile -t wanted < <(grep -v -E '^\s*(#|$)' "$here/$list")
 missing=()
 for p in "${wanted[@]}"; do
   if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
