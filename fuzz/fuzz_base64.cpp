@@ -12,7 +12,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (void)wq::dataWithBase64EncodedString(QStringView(QString::fromUtf8(bytes)));
     const QString encoded = wq::base64EncodingWithLineLength(bytes, 0);
     const auto decoded = wq::dataWithBase64EncodedString(QStringView(encoded));
-    if (!decoded || *decoded != bytes)
+    // Empty text decodes to nothing by design; everything else must round-trip.
+    if (size > 0 && (!decoded || *decoded != bytes))
         std::abort();
     return 0;
 }
