@@ -64,6 +64,9 @@ public:
         _amount = new wq::WQLineEdit(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2), window.entryRow());
         _amount->setObjectName(QStringLiteral("amount"));
         _amount->setToolTip(QStringLiteral("\"-\" flips the sign; in ATM typing digits enter from the right"));
+        // Room for a large amount in the widest currency the showcase offers.
+        _amount->setMinimumWidth(_amount->fontMetrics().horizontalAdvance(QStringLiteral("-CHF 000'000'000.00")) + 16);
+        _amount->setAlignment(Qt::AlignRight);
         window.addFieldGroup(QStringLiteral("Amount"), _amount, QStringLiteral("Amount"));
 
         _atm = new QCheckBox(QStringLiteral("ATM typing"), window.entryRow());
