@@ -32,11 +32,8 @@ bool WQMoneyFormatter::_wq_atm_isPartialStringValid(QString* partialString, WQRa
     QString pasteError;
     double pasted = 0;
     if (inserted.size() <= 1) {
-        if (notATMKeys().intersects(inserted)) {
-            if (errorDescription)
-                *errorDescription = _wq_notValidHereMessage(inserted);
+        if (_wq_refuseForeign(notATMKeys(), inserted, errorDescription))
             return false;
-        }
     } else {
         pasted = _wq_doubleValueForMoneyString(inserted, &pasteError);
     }

@@ -27,11 +27,8 @@ bool WQMoneyFormatter::_wq_std_isPartialStringValid(QString* partialString, WQRa
     if (!partialString || !proposedSelectedRange)
         return false;
     const QString inserted = _wq_insertedText(*partialString, *proposedSelectedRange, originalSelectedRange);
-    if (_wq_invertedDecimalPlusLocalizedSeparatorsCharSet.intersects(inserted)) {
-        if (errorDescription)
-            *errorDescription = _wq_notValidHereMessage(inserted);
+    if (_wq_refuseForeign(_wq_invertedDecimalPlusLocalizedSeparatorsCharSet, inserted, errorDescription))
         return false;
-    }
 
     const QString& decimal = _wq_localizedDecimalSeparator;
     const QString& thousands = _wq_localizedThousandsSeparator;

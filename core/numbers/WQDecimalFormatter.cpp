@@ -87,11 +87,8 @@ bool WQDecimalFormatter::isPartialStringValid(QString* partialString, WQRange* p
     if (!partialString || !proposedSelectedRange)
         return false;
     const QString inserted = _wq_insertedText(*partialString, *proposedSelectedRange, originalSelectedRange);
-    if (_wq_invertedDecimalSetPlusLocalizedSeparator_character_set.intersects(inserted)) {
-        if (errorDescription)
-            *errorDescription = _wq_notValidHereMessage(inserted);
+    if (_wq_refuseForeign(_wq_invertedDecimalSetPlusLocalizedSeparator_character_set, inserted, errorDescription))
         return false;
-    }
     if (partialString->isEmpty())
         if (WQFieldEditor* editor = WQEditContext::keyFieldEditor())
             editor->setSelectedRange(*proposedSelectedRange);

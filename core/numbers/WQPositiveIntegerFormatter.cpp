@@ -29,11 +29,8 @@ bool WQPositiveIntegerFormatter::isPartialStringValid(QString* partialString, WQ
     if (!partialString || !proposedSelectedRange)
         return false;
     const QString inserted = _wq_insertedText(*partialString, *proposedSelectedRange, originalSelectedRange);
-    if (_wq_invertedDecimalSetPlusLocalizedSeparators_character_set.intersects(inserted)) {
-        if (errorDescription)
-            *errorDescription = _wq_notValidHereMessage(inserted);
+    if (_wq_refuseForeign(_wq_invertedDecimalSetPlusLocalizedSeparators_character_set, inserted, errorDescription))
         return false;
-    }
 
     const QString& separator = _wq_localizedThousandsSeparator_string;
     QString text = *partialString;
