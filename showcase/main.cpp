@@ -7,6 +7,7 @@
 #include "ShowcaseFeature.h"
 #include "Tour.h"
 
+#include <WQGeneral/platform/WQLocaleChangeRelay.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include <QApplication>
@@ -17,6 +18,7 @@
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
+    wq::WQInstallLocaleChangeRelay();
     QApplication::setOrganizationName(QStringLiteral("WQGeneral"));
     QApplication::setApplicationName(QStringLiteral("wq-showcase"));
 

@@ -138,6 +138,11 @@ void WQRegionalSettings::resetToEnvironment()
     announce(true);
 }
 
+void WQRegionalSettings::noteSystemChange()
+{
+    announce(true);
+}
+
 quint64 WQRegionalSettings::generation()
 {
     return state().generation;

@@ -31,6 +31,10 @@ public:
     // Forgets every override and re-reads the environment.
     static void resetToEnvironment();
 
+    // The system's settings changed under the same locale names (the
+    // toolkit reports it): caches are dropped and both notifications posted.
+    static void noteSystemChange();
+
     // Incremented on every change, so caches can tell they are stale cheaply.
     static quint64 generation();
 
