@@ -3,6 +3,8 @@
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/datefields/WQDateFields.h>
 #include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/money/WQMoneyConstants.h>
+#include <WQGeneral/money/WQMoneyFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include <QAbstractSpinBox>
@@ -15,12 +17,14 @@ namespace showcase {
 namespace {
 
 constexpr int kDateRole = Qt::UserRole + 1;
+constexpr int kAmountRole = Qt::UserRole + 2;
 const QStringList kColumns = {QStringLiteral("Date"), QStringLiteral("Payee"), QStringLiteral("Amount")};
 
 } // namespace
 
 RegisterWindow::RegisterWindow()
-    : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat()))
+    : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
+      _amounts(wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2))
 {
     setWindowTitle(QStringLiteral("WQGeneral showcase: Checking"));
     auto* layout = new QVBoxLayout(this);
@@ -60,6 +64,10 @@ RegisterWindow::RegisterWindow()
         _dates->setDateFormat(wq::WQDateFormatter::shortDateFormat());
         _renderDates();
     });
+    // The system money formatter re-reads its settings a moment after a
+    // change and then announces it.
+    _moneyObservation.observe(wq::kWQNotif_MoneyFormatterChanged, _amounts.get(),
+                               [this](const wq::WQNotification&) { _renderDates(); });
 }
 
 RegisterWindow::~RegisterWindow() = default;
@@ -69,13 +77,13 @@ void RegisterWindow::_seed()
     struct Row {
         wq::WQDate date;
         const char* payee;
-        const char* amount;
+        double amount;
     };
     const Row rows[] = {
-        {wq::WQDate(2026, 3, 2), "Opening balance", "2,500.00"},
-        {wq::WQDate(2026, 3, 5), "Corner Grocery", "-84.17"},
-        {wq::WQDate(2026, 3, 9), "City Power & Light", "-61.40"},
-        {wq::WQDate(2026, 3, 12), "Paycheck", "1,912.55"},
+        {wq::WQDate(2026, 3, 2), "Opening balance", 2500.00},
+        {wq::WQDate(2026, 3, 5), "Corner Grocery", -84.17},
+        {wq::WQDate(2026, 3, 9), "City Power & Light", -61.40},
+        {wq::WQDate(2026, 3, 12), "Paycheck", 1912.55},
     };
     for (const Row& row : rows) {
         const int r = _table->rowCount();
@@ -84,7 +92,8 @@ void RegisterWindow::_seed()
         date->setData(kDateRole, QVariant::fromValue(row.date));
         _table->setItem(r, 0, date);
         _table->setItem(r, 1, new QTableWidgetItem(QString::fromUtf8(row.payee)));
-        auto* amount = new QTableWidgetItem(QString::fromUtf8(row.amount));
+        auto* amount = new QTableWidgetItem;
+        amount->setData(kAmountRole, row.amount);
         amount->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
         _table->setItem(r, 2, amount);
     }
@@ -97,6 +106,11 @@ void RegisterWindow::_renderDates()
         QTableWidgetItem* item = _table->item(r, 0);
         if (item && item->data(kDateRole).isValid())
             item->setText(_dates->stringForObjectValue(item->data(kDateRole)).value_or(QString()));
+        // Seeded amounts are in the system's currency; entered ones keep the
+        // text of the document's currency they were typed in.
+        QTableWidgetItem* amount = _table->item(r, 2);
+        if (amount && amount->data(kAmountRole).isValid())
+            amount->setText(_amounts->stringForObjectValue(amount->data(kAmountRole)).value_or(QString()));
     }
 }
 

@@ -16,6 +16,7 @@ class QHBoxLayout;
 namespace wq {
 class WQLineEdit;
 class WQDateFormatter;
+class WQMoneyFormatter;
 } // namespace wq
 
 namespace showcase {
@@ -61,7 +62,9 @@ private:
     };
     QList<Group> _groups;
     std::unique_ptr<wq::WQDateFormatter> _dates;
+    std::shared_ptr<wq::WQMoneyFormatter> _amounts;
     wq::WQObservation _localeObservation{wq::WQNotificationCenter::distributedCenter()};
+    wq::WQObservation _moneyObservation; // the application's centre
 };
 
 } // namespace showcase
