@@ -65,6 +65,29 @@ int runEncrypt(const QStringList& arguments)
     return writeAll(args[1], envelope.toUtf8()) ? kExitOK : kExitFailure;
 }
 
+struct Envelope {
+    QString text;
+    wq::WQEnvelopeInfo info;
+};
+
+// Reads an envelope file and checks its shape; otherwise says why and
+// answers nothing.
+std::optional<Envelope> readEnvelope(const QString& path)
+{
+    const std::optional<QByteArray> input = readAll(path);
+    if (!input)
+        return std::nullopt;
+    std::optional<QString> text = utf8Text(*input, path);
+    if (!text)
+        return std::nullopt;
+    wq::WQEnvelopeInfo info = wq::xml_inspectEnvelope(*text);
+    if (info.error != wq::WQEnvelopeError::None) {
+        err(QStringLiteral("%1: %2").arg(path, wq::WQEnvelopeErrorDescription(info.error)));
+        return std::nullopt;
+    }
+    return Envelope{std::move(*text), std::move(info)};
+}
+
 int runDecrypt(const QStringList& arguments)
 {
     static const char* usage = "usage: wq decrypt [--password-file FILE | --password-stdin] IN OUT";
@@ -72,22 +95,14 @@ int runDecrypt(const QStringList& arguments)
     const PasswordSource source = takePasswordSource(args);
     if (!checkFiles(args, source, usage))
         return kExitUsage;
-    const std::optional<QByteArray> input = readAll(args[0]);
-    if (!input)
-        return kExitUsage;
-    const std::optional<QString> envelope = utf8Text(*input, args[0]);
+    // Refuse what is not an envelope before asking for a password.
+    const std::optional<Envelope> envelope = readEnvelope(args[0]);
     if (!envelope)
         return kExitUsage;
-    // Refuse what is not an envelope before asking for a password.
-    const wq::WQEnvelopeInfo info = wq::xml_inspectEnvelope(*envelope);
-    if (info.error != wq::WQEnvelopeError::None) {
-        err(QStringLiteral("%1: %2").arg(args[0], wq::WQEnvelopeErrorDescription(info.error)));
-        return kExitUsage;
-    }
     std::optional<QString> password = readPassword(source, false);
     if (!password)
         return kExitUsage;
-    const wq::WQDecryptedDocument opened = wq::xml_decryptDocumentWithPassword(*envelope, *password);
+    const wq::WQDecryptedDocument opened = wq::xml_decryptDocumentWithPassword(envelope->text, *password);
     forget(*password);
     if (!opened.ok()) {
         err(QStringLiteral("%1: %2").arg(args[0], wq::WQEnvelopeErrorDescription(opened.error)));
@@ -102,17 +117,10 @@ int runInspect(const QStringList& args)
         err(QStringLiteral("usage: wq inspect ENVELOPE"));
         return kExitUsage;
     }
-    const std::optional<QByteArray> input = readAll(args[0]);
-    if (!input)
-        return kExitUsage;
-    const std::optional<QString> envelope = utf8Text(*input, args[0]);
+    const std::optional<Envelope> envelope = readEnvelope(args[0]);
     if (!envelope)
         return kExitUsage;
-    const wq::WQEnvelopeInfo info = wq::xml_inspectEnvelope(*envelope);
-    if (info.error != wq::WQEnvelopeError::None) {
-        err(QStringLiteral("%1: %2").arg(args[0], wq::WQEnvelopeErrorDescription(info.error)));
-        return kExitUsage;
-    }
+    const wq::WQEnvelopeInfo& info = envelope->info;
     out(QStringLiteral("encryption:      %1%2").arg(info.encryptionAlgorithm,
                                                       info.authenticated ? QStringLiteral(" (authenticated)") : QString()));
     out(QStringLiteral("key derivation:  %1").arg(info.keyDerivationAlgorithm));
