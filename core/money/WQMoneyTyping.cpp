@@ -80,22 +80,8 @@ bool WQMoneyFormatter::_wq_std_isPartialStringValid(QString* partialString, WQRa
         negative = !negative;
     _wq_removeAll(text, u")", caret);
 
-    if (text.size() > 1) {
-        const qsizetype limit = caret;
-        qsizetype zeros = 0;
-        while (zeros < text.size() && text[zeros] == u'0') {
-            if (zeros + 1 <= limit)
-                --caret;
-            ++zeros;
-        }
-        if (zeros == text.size()) {
-            text.truncate(1);
-            caret = 1;
-        } else if (zeros > 0) {
-            // 0.5 becomes .5 before decoration, as intended.
-            text.remove(0, zeros);
-        }
-    }
+    // 0.5 becomes .5 before decoration, as intended.
+    _wq_dropLeadingZeros(text, caret);
 
     QString localized;
     const QString format = _wq_formatForMoney(negative, &localized);

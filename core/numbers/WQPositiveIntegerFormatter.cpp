@@ -53,21 +53,7 @@ bool WQPositiveIntegerFormatter::isPartialStringValid(QString* partialString, WQ
         text = rebuilt;
     }
 
-    if (text.size() > 1) {
-        const qsizetype limit = caret;
-        qsizetype zeros = 0;
-        while (zeros < text.size() && text[zeros] == u'0') {
-            if (zeros + 1 <= limit)
-                --caret;
-            ++zeros;
-        }
-        if (zeros == text.size()) {
-            text.truncate(1);
-            caret = 1;
-        } else if (zeros > 0) {
-            text.remove(0, zeros);
-        }
-    }
+    _wq_dropLeadingZeros(text, caret);
 
     if (_wq_containsText(positiveFormat(), u",") && !separator.isEmpty()) {
         const bool deleting = WQEditContext::currentEvent().isDeleteKeyDown();

@@ -50,4 +50,23 @@ void _wq_collapseDoubled(QString& text, QStringView needle, qsizetype& caret)
         _wq_removeAt(text, at + needle.size(), needle.size(), caret);
 }
 
+void _wq_dropLeadingZeros(QString& text, qsizetype& caret)
+{
+    if (text.size() <= 1)
+        return;
+    const qsizetype limit = caret;
+    qsizetype zeros = 0;
+    while (zeros < text.size() && text[zeros] == u'0') {
+        if (zeros + 1 <= limit)
+            --caret;
+        ++zeros;
+    }
+    if (zeros == text.size()) {
+        text.truncate(1);
+        caret = 1;
+    } else if (zeros > 0) {
+        text.remove(0, zeros);
+    }
+}
+
 } // namespace wq

@@ -25,6 +25,9 @@ QString _wq_insertedText(const QString& proposed, WQRange proposedRange, WQRange
 void _wq_removeAt(QString& text, qsizetype at, qsizetype length, qsizetype& caret);
 // Removes every occurrence of needle; answers how many went.
 qsizetype _wq_removeAll(QString& text, QStringView needle, qsizetype& caret);
+// In a text longer than one character, drops the leading zeros, pulling the
+// caret back for each one at or before it; all zeros leave "0", caret 1.
+void _wq_dropLeadingZeros(QString& text, qsizetype& caret);
 // Replaces every doubled needle by a single one, until none is left.
 void _wq_collapseDoubled(QString& text, QStringView needle, qsizetype& caret);
 
