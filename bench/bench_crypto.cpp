@@ -4,6 +4,8 @@
 
 #include <WQGeneral/crypto/WQEncryptedDocument.h>
 
+#include "WQBenchRecorder.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QString>
@@ -78,30 +80,15 @@ BENCHMARK(BM_DecryptClassic)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 BENCHMARK(BM_EncryptAuthenticated)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 BENCHMARK(BM_DecryptAuthenticated)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
-// Collects each run's rate for the summary.
-class SummaryReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            const auto it = run.counters.find("MB/s");
-            if (it != run.counters.end())
-                results[run.benchmark_name()] = it->second.value;
-        }
-    }
-    std::map<std::string, double> results;
-};
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     benchmark::Initialize(&argc, argv);
-    SummaryReporter reporter;
+    wq::bench::WQBenchRecorder reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::printf("\nEnvelope throughput on CPU time (target: 200 MB/s or more each way)\n");
-    for (const auto& [name, rate] : reporter.results)
+    for (const auto& [name, rate] : reporter.counterValues("MB/s"))
         std::printf("  %-42s %8.1f MB/s  %s\n", name.c_str(), rate, rate >= 200 ? "meets target" : "BELOW TARGET");
     benchmark::Shutdown();
     return 0;

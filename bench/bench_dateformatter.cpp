@@ -9,6 +9,8 @@
 #include <QDate>
 #include <QLocale>
 
+#include "WQBenchRecorder.h"
+
 #include <benchmark/benchmark.h>
 #include <unicode/locid.h>
 #include <unicode/smpdtfmt.h>
@@ -141,22 +143,11 @@ void BM_Display_ICU_SimpleDateFormat(benchmark::State& state)
 }
 BENCHMARK(BM_Display_ICU_SimpleDateFormat);
 
-class Collector : public benchmark::ConsoleReporter {
-public:
-    std::map<std::string, double> nanoseconds;
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            nanoseconds[run.benchmark_name()] = run.GetAdjustedCPUTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
-
-void summary(const Collector& c)
+void summary(const wq::bench::WQBenchRecorder& c)
 {
     auto ns = [&c](const char* name) {
-        const auto it = c.nanoseconds.find(name);
-        return it == c.nanoseconds.end() ? 0.0 : it->second;
+        const auto it = c.cpuNanoseconds.find(name);
+        return it == c.cpuNanoseconds.end() ? 0.0 : it->second;
     };
     auto ratio = [&](const char* ours, const char* peer) {
         const double a = ns(ours), b = ns(peer);
@@ -184,7 +175,7 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     WQRegionalSettings::setAllLocales(QStringLiteral("en_US"));
     benchmark::Initialize(&argc, argv);
-    Collector collector;
+    wq::bench::WQBenchRecorder collector;
     benchmark::RunSpecifiedBenchmarks(&collector);
     summary(collector);
     benchmark::Shutdown();

@@ -6,6 +6,8 @@
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
+#include "WQBenchRecorder.h"
+
 #include <benchmark/benchmark.h>
 #include <date/date.h>
 #include <unicode/smpdtfmt.h>
@@ -200,27 +202,11 @@ BENCHMARK_CAPTURE(renderWQ, Full_WQDate_uncached, kFull, false);
 BENCHMARK_CAPTURE(renderICU, Full_ICU, kFull);
 BENCHMARK_CAPTURE(renderQt, Full_QDate, "dddd, MMMM d, yyyy");
 
-// Records each benchmark's CPU time per iteration for the summary: CPU time
-// stays comparable when other work shares the machine.
-class RecordingReporter : public benchmark::ConsoleReporter {
-public:
-    std::map<std::string, double> nanoseconds;
-
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
-                nanoseconds[run.benchmark_name()] = run.GetAdjustedCPUTime()
-                    * (run.time_unit == benchmark::kNanosecond ? 1.0 : run.time_unit == benchmark::kMicrosecond ? 1e3 : 1e6);
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
-
-void printRatio(const RecordingReporter& r, const char* label, const std::string& ours, const std::string& peer,
+void printRatio(const wq::bench::WQBenchRecorder& r, const char* label, const std::string& ours, const std::string& peer,
                 const char* target)
 {
-    const auto a = r.nanoseconds.find(ours), b = r.nanoseconds.find(peer);
-    if (a == r.nanoseconds.end() || b == r.nanoseconds.end())
+    const auto a = r.cpuNanoseconds.find(ours), b = r.cpuNanoseconds.find(peer);
+    if (a == r.cpuNanoseconds.end() || b == r.cpuNanoseconds.end())
         return;
     std::printf("  %-44s %8.2f ns vs %8.2f ns  ratio %7.2fx  %s\n", label, a->second, b->second, b->second / a->second,
                 target);
@@ -234,7 +220,7 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
-    RecordingReporter reporter;
+    wq::bench::WQBenchRecorder reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
 

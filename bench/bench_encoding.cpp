@@ -5,6 +5,8 @@
 #include <WQGeneral/encoding/WQEscaping.h>
 #include <WQGeneral/encoding/WQStringUtilities.h>
 
+#include "WQBenchRecorder.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QByteArray>
@@ -195,25 +197,14 @@ BENCHMARK(XMLEscape_WQ);
 BENCHMARK(XMLEscape_Qt);
 BENCHMARK(XMLEscape_QtToHtmlEscaped);
 
-class SummaryReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs)
-            cpuTime[run.benchmark_name()] = run.GetAdjustedCPUTime();
-    }
-    std::map<std::string, double> cpuTime;
-};
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     benchmark::Initialize(&argc, argv);
-    SummaryReporter reporter;
+    wq::bench::WQBenchRecorder reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    const auto& t = reporter.cpuTime;
+    const auto& t = reporter.cpuNanoseconds;
     const auto ratio = [&t](const char* ours, std::initializer_list<const char*> peers) {
         if (!t.count(ours))
             return;

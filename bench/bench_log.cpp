@@ -4,6 +4,8 @@
 
 #include <WQGeneral/log/WQLogClass.h>
 
+#include "WQBenchRecorder.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
@@ -96,36 +98,23 @@ BENCHMARK(BM_LogDataWithMaxLines)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_WholeFileSplitAndJoin)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_SystemTail)->Unit(benchmark::kMicrosecond);
 
-// Keeps each benchmark's time per iteration for the summary.
-class Recorder : public benchmark::ConsoleReporter {
-public:
-    std::map<std::string, double> seconds;
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.iterations > 0)
-                seconds[run.benchmark_name()] = run.real_accumulated_time / double(run.iterations);
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    Recorder recorder;
+    wq::bench::WQBenchRecorder recorder;
     benchmark::RunSpecifiedBenchmarks(&recorder);
-    const auto ours = recorder.seconds.find("BM_LogDataWithMaxLines");
-    const auto whole = recorder.seconds.find("BM_WholeFileSplitAndJoin/iterations:5");
-    const auto tail = recorder.seconds.find("BM_SystemTail");
-    if (ours != recorder.seconds.end() && ours->second > 0) {
+    const auto ours = recorder.realNanoseconds.find("BM_LogDataWithMaxLines");
+    const auto whole = recorder.realNanoseconds.find("BM_WholeFileSplitAndJoin/iterations:5");
+    const auto tail = recorder.realNanoseconds.find("BM_SystemTail");
+    if (ours != recorder.realNanoseconds.end() && ours->second > 0) {
         std::printf("\nlast %llu lines of a %lld MB log:\n", static_cast<unsigned long long>(kLines),
                     static_cast<long long>(kLogSize >> 20));
-        if (whole != recorder.seconds.end())
+        if (whole != recorder.realNanoseconds.end())
             std::printf("  whole-file read / logDataWithMaxLines = %.0fx (target: at least 100x)\n", whole->second / ours->second);
-        if (tail != recorder.seconds.end())
+        if (tail != recorder.realNanoseconds.end())
             std::printf("  logDataWithMaxLines / tail -n %llu    = %.3fx (target: at most 2x)\n",
                         static_cast<unsigned long long>(kLines), ours->second / tail->second);
     }

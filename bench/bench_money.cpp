@@ -7,6 +7,8 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
+#include "WQBenchRecorder.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
@@ -48,11 +50,6 @@ std::unique_ptr<icu::NumberFormat> icuCurrency()
     return std::unique_ptr<icu::NumberFormat>(icu::NumberFormat::createCurrencyInstance(icu::Locale("en_US"), status));
 }
 
-std::map<std::string, double>& nanos()
-{
-    static std::map<std::string, double> n;
-    return n;
-}
 
 void BM_DisplayWQMoney(benchmark::State& state)
 {
@@ -159,21 +156,9 @@ BENCHMARK(BM_KeystrokeStandard);
 BENCHMARK(BM_KeystrokeATM);
 BENCHMARK(BM_KeystrokeATMDelete);
 
-// Keeps the table as usual and notes each benchmark's time per iteration.
-class RecordingReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
-                nanos()[run.benchmark_name()] = run.GetAdjustedRealTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
-
-void summary()
+void summary(const wq::bench::WQBenchRecorder& recorder)
 {
-    const auto& n = nanos();
+    const auto& n = recorder.realNanoseconds;
     const auto ns = [&](const char* name) {
         const auto it = n.find(name);
         return it == n.end() ? 0.0 : it->second;
@@ -205,10 +190,10 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
-    RecordingReporter reporter;
+    wq::bench::WQBenchRecorder reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
-    summary();
+    summary(reporter);
     WQMoneyFormatter::_wq_removed_delegate(&standardOwner());
     WQMoneyFormatter::_wq_removed_delegate(&atmOwner());
     return 0;
