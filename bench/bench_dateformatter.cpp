@@ -2,7 +2,7 @@
 // a date field does on every edit, against ICU's and Qt's date parsing.
 
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
-#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include <QCoreApplication>

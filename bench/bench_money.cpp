@@ -3,7 +3,7 @@
 // and one keystroke judgement in each typing mode. A summary of the ratios
 // and the per-keystroke times follows the table.
 
-#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
@@ -194,7 +194,7 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     summary(reporter);
-    WQMoneyFormatter::_wq_removed_delegate(&standardOwner());
-    WQMoneyFormatter::_wq_removed_delegate(&atmOwner());
+    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &standardOwner());
+    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &atmOwner());
     return 0;
 }

@@ -26,7 +26,8 @@ function(wq_add_component layer name)
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${layer}/include>
     $<INSTALL_INTERFACE:include>)
-  target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  # Headers that are not public: "detail/..." from the layer's folder.
+  target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/${layer})
   if(layer STREQUAL "core")
     target_link_libraries(${target} PUBLIC Qt6::Core)
     target_link_libraries(${target} PRIVATE ICU::i18n ICU::uc ICU::data OpenSSL::Crypto)

@@ -4,7 +4,7 @@
 
 #include "FuzzInput.h"
 
-#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/formatters/WQFormatter.h>
 
 #include <cstdlib>

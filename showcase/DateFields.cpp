@@ -35,11 +35,10 @@ public:
         _picker = wq::WQSetupDateField(place, true);
         wq::setWQDateValue(*_picker, wq::WQDate(2026, 3, 15));
 
-        // A change of regional settings changes the order typed.
+        // A change of regional settings changes the order typed; the field
+        // shows its date again by itself.
         _localeObservation.observe(wq::kWQNotif_CurrentLocaleDidChange, nullptr, [this](const wq::WQNotification&) {
-            const QVariant value = _field->objectValue();
             _formatter->setDateFormat(wq::WQDateFormatter::shortDateFormat());
-            _field->setObjectValue(value);
         });
     }
 

@@ -91,12 +91,6 @@ public:
         _rate->setObjectName(QStringLiteral("rate"));
         window.addFieldGroup(QStringLiteral("Rate %"), _rate);
 
-        // New settings show at once in the amount field.
-        _changes.observe(wq::kWQNotif_MoneyFormatterChanged, nullptr, [this](const wq::WQNotification& n) {
-            if (_amount && n.object == _amount->formatter().get() && !_amount->hasPendingEdit()
-                && _amount->objectValue().isValid())
-                _amount->setObjectValue(_amount->objectValue());
-        });
         // Integer and decimal formatters read the numeric locale when made.
         _locale.observe(wq::kWQNotif_AppleNumberPreferencesChanged, nullptr, [this](const wq::WQNotification&) {
             if (!_count || !_rate)
@@ -216,7 +210,6 @@ private:
     QPointer<wq::WQLineEdit> _rate;
     QCheckBox* _atm = nullptr;
     QComboBox* _currency = nullptr;
-    wq::WQObservation _changes;
     wq::WQObservation _locale{wq::WQNotificationCenter::distributedCenter()};
 };
 

@@ -16,8 +16,11 @@ WQDateFormatter::WQDateFormatter(const QString& format)
 
 void WQDateFormatter::setDateFormat(const QString& format)
 {
+    const bool changed = !mFormat.isNull() && mFormat != format;
     mFormat = format;
     _wq_processFormat();
+    if (changed)
+        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotif_FormatterChanged, this);
 }
 
 void WQDateFormatter::_wq_processFormat()

@@ -1,5 +1,5 @@
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
-#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQLocalizedText.h>
 
 #include "WQDateIncrementKeys.h"
@@ -13,7 +13,7 @@ using namespace dateformatter;
 bool WQDateFormatter::_wq_incrementDecrement(const QString& insertedText, const QString& originalString,
                                              QString* partialString, WQRange* proposedSelectedRange) const
 {
-    const bool option = WQEditContext::currentEvent().optionKeyDown;
+    const bool option = WQToolkit::shared().currentEvent().optionKeyDown;
     qint64 months = 0;
     qint64 days = 0;
     bool toToday = false;
@@ -57,7 +57,7 @@ bool WQDateFormatter::isPartialStringValid(QString* partialString, WQRange* prop
     const qsizetype insertedLength = proposedSelectedRange->location - start;
     if (insertedLength < 0) {
         if (proposed.isEmpty())
-            if (WQFieldEditor* editor = WQEditContext::keyFieldEditor())
+            if (WQFieldEditor* editor = WQToolkit::shared().keyFieldEditor())
                 editor->setSelectedRange(*proposedSelectedRange);
         return true;
     }
@@ -96,7 +96,7 @@ bool WQDateFormatter::isPartialStringValid(QString* partialString, WQRange* prop
         return false;
 
     if (partialString->isEmpty())
-        if (WQFieldEditor* editor = WQEditContext::keyFieldEditor())
+        if (WQFieldEditor* editor = WQToolkit::shared().keyFieldEditor())
             editor->setSelectedRange(*proposedSelectedRange);
     return true;
 }

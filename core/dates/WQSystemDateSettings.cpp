@@ -1,6 +1,8 @@
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
+#include "detail/WQIcuStrings.h"
+
 #include <unicode/datefmt.h>
 #include <unicode/timezone.h>
 #include <unicode/unistr.h>
@@ -130,7 +132,7 @@ QString WQSystemDateSettings::shortDateTimeStringWithNSDate(const std::optional<
         return QString();
     icu::UnicodeString text;
     formatter->format(UDate(wallClock.toMSecsSinceEpoch()), text);
-    return QString(reinterpret_cast<const QChar*>(text.getBuffer()), text.length());
+    return icu_strings::fromIcu(text);
 }
 
 } // namespace wq

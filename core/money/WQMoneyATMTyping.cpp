@@ -1,7 +1,7 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
-#include <WQGeneral/formatters/WQEditContext.h>
-#include <WQGeneral/numbers/WQEntryMessages.h>
-#include <WQGeneral/numbers/WQTextEditing.h>
+#include <WQGeneral/formatters/WQToolkit.h>
+#include "detail/WQEntryMessages.h"
+#include "detail/WQTextEditing.h"
 
 #include "WQMoneyPlaces.h"
 
@@ -43,7 +43,7 @@ bool WQMoneyFormatter::_wq_atm_isPartialStringValid(QString* partialString, WQRa
         return double(_local_decimal_place_multiplier(pattern, !pattern.isNull()));
     };
 
-    if (WQEditContext::currentEvent().isDeleteKeyDown()) {
+    if (WQToolkit::shared().currentEvent().isDeleteKeyDown()) {
         // The last digit goes, whatever was selected.
         const double value = _wq_doubleValueForMoneyString(originalString, nullptr);
         const double m = multiplierFor(value < 0);

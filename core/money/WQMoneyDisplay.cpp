@@ -1,5 +1,5 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
-#include <WQGeneral/numbers/WQTextEditing.h>
+#include "detail/WQTextEditing.h"
 
 #include "WQMoneyPlaces.h"
 

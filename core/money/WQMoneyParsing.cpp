@@ -1,6 +1,6 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
-#include <WQGeneral/numbers/WQEntryMessages.h>
-#include <WQGeneral/numbers/WQTextEditing.h>
+#include "detail/WQEntryMessages.h"
+#include "detail/WQTextEditing.h"
 
 #include <charconv>
 

@@ -1,4 +1,4 @@
-#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQCalculateMoneyFormatter.h>
 #include <WQGeneral/platform/WQNotificationQueue.h>
 
 #include <map>
@@ -20,23 +20,12 @@ std::unique_ptr<Registry>& registrySlot()
     return registry;
 }
 
-WQMoneyFormatter::Maker& calculatingMaker()
-{
-    static WQMoneyFormatter::Maker maker;
-    return maker;
-}
-
 QString addressPrefix(const WQNotificationSender* delegate)
 {
     return QString::asprintf("%p ", static_cast<const void*>(delegate));
 }
 
 } // namespace
-
-void WQMoneyFormatter::setCalculatingFormatterMaker(Maker maker)
-{
-    calculatingMaker() = std::move(maker);
-}
 
 qsizetype WQMoneyFormatter::registeredFormatterCount()
 {
@@ -64,14 +53,10 @@ std::shared_ptr<WQMoneyFormatter> WQMoneyFormatter::moneyFormatterForDelegate(WQ
         negative += u'.' + QString(decimalPlaces, u'0');
 
     std::shared_ptr<WQMoneyFormatter> formatter;
-    if (canCalculate) {
-        if (calculatingMaker())
-            formatter = calculatingMaker()(delegate);
-    } else {
+    if (canCalculate)
+        formatter = std::make_shared<WQCalculateMoneyFormatter>(delegate);
+    else
         formatter = std::make_shared<WQMoneyFormatter>(delegate);
-    }
-    if (!formatter)
-        return nullptr;
     formatter->setNegativeFormat(negative);
     formatter->setPositiveFormat(negative.mid(1));
 

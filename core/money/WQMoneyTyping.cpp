@@ -1,7 +1,7 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
-#include <WQGeneral/formatters/WQEditContext.h>
-#include <WQGeneral/numbers/WQEntryMessages.h>
-#include <WQGeneral/numbers/WQTextEditing.h>
+#include <WQGeneral/formatters/WQToolkit.h>
+#include "detail/WQEntryMessages.h"
+#include "detail/WQTextEditing.h"
 
 #include "WQMoneyPlaces.h"
 
@@ -86,7 +86,7 @@ bool WQMoneyFormatter::_wq_std_isPartialStringValid(QString* partialString, WQRa
     QString localized;
     const QString format = _wq_formatForMoney(negative, &localized);
     if (localized.contains(u',') && !thousands.isEmpty()) {
-        const bool deleting = WQEditContext::currentEvent().isDeleteKeyDown();
+        const bool deleting = WQToolkit::shared().currentEvent().isDeleteKeyDown();
         _wq_insertGrouping(text, thousands, decimal, [&](qsizetype q) {
             if (q >= caret)
                 return;
@@ -97,7 +97,7 @@ bool WQMoneyFormatter::_wq_std_isPartialStringValid(QString* partialString, WQRa
 
     caret = std::clamp<qsizetype>(caret, 0, text.size());
     if (text.isEmpty())
-        if (WQFieldEditor* editor = WQEditContext::keyFieldEditor())
+        if (WQFieldEditor* editor = WQToolkit::shared().keyFieldEditor())
             editor->setSelectedRange({caret, proposedSelectedRange->length});
 
     if (format.contains(u'$')) {

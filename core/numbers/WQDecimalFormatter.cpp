@@ -1,9 +1,9 @@
 #include <WQGeneral/numbers/WQDecimalFormatter.h>
 #include <WQGeneral/numbers/WQNumberSettings.h>
-#include <WQGeneral/formatters/WQEditContext.h>
-#include <WQGeneral/numbers/WQTextEditing.h>
+#include <WQGeneral/formatters/WQToolkit.h>
+#include "detail/WQTextEditing.h"
 
-#include <WQGeneral/numbers/WQEntryMessages.h>
+#include "detail/WQEntryMessages.h"
 
 #include <cmath>
 #include <cstdio>
@@ -90,7 +90,7 @@ bool WQDecimalFormatter::isPartialStringValid(QString* partialString, WQRange* p
     if (_wq_refuseForeign(_wq_invertedDecimalSetPlusLocalizedSeparator_character_set, inserted, errorDescription))
         return false;
     if (partialString->isEmpty())
-        if (WQFieldEditor* editor = WQEditContext::keyFieldEditor())
+        if (WQFieldEditor* editor = WQToolkit::shared().keyFieldEditor())
             editor->setSelectedRange(*proposedSelectedRange);
     if (errorDescription)
         *errorDescription = QString();

@@ -3,7 +3,8 @@
 #include <WQGeneral/platform/WQLocalizedText.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
-#include "WQIcuStrings.h"
+#include "detail/WQIcuStrings.h"
+#include "detail/WQTextEditing.h"
 
 #include <unicode/dcfmtsym.h>
 #include <unicode/decimfmt.h>
@@ -103,12 +104,12 @@ WQNumberFormatter::_wq_Icu& WQNumberFormatter::_wq_icu() const
         status = U_ZERO_ERROR;
         symbols = std::make_unique<icu::DecimalFormatSymbols>(icu::Locale::getRoot(), status);
     }
-    symbols->setSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol, numbers_icu::toIcu(decimalSeparator()));
+    symbols->setSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol, icu_strings::toIcu(decimalSeparator()));
     QString pattern = _wq_positiveFormat.isEmpty() ? QStringLiteral("#,##0.###") : _wq_positiveFormat;
     if (!_wq_negativeFormat.isEmpty() && _wq_negativeFormat != QStringLiteral("-") + pattern)
         pattern += u';' + _wq_negativeFormat;
     status = U_ZERO_ERROR;
-    state->format = std::make_unique<icu::DecimalFormat>(numbers_icu::toIcu(pattern), symbols.release(), status);
+    state->format = std::make_unique<icu::DecimalFormat>(icu_strings::toIcu(pattern), symbols.release(), status);
     if (U_FAILURE(status)) {
         status = U_ZERO_ERROR;
         state->format = std::make_unique<icu::DecimalFormat>(status);
@@ -124,7 +125,7 @@ std::optional<QString> WQNumberFormatter::stringForObjectValue(const QVariant& v
         return std::nullopt;
     icu::UnicodeString text;
     _wq_icu().format->format(*number, text);
-    return numbers_icu::fromIcu(text);
+    return icu_strings::fromIcu(text);
 }
 
 bool WQNumberFormatter::getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const
@@ -136,7 +137,7 @@ bool WQNumberFormatter::getObjectValue(QVariant* value, const QString& string, Q
             *errorDescription = QString();
         return true;
     }
-    const icu::UnicodeString text = numbers_icu::toIcu(string);
+    const icu::UnicodeString text = icu_strings::toIcu(string);
     icu::Formattable result;
     icu::ParsePosition position(0);
     _wq_icu().format->parse(text, result, position);

@@ -1,7 +1,7 @@
 #include <WQGeneral/numbers/WQNumberSettings.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
-#include "WQIcuStrings.h"
+#include "detail/WQIcuStrings.h"
 
 #include <unicode/dcfmtsym.h>
 #include <unicode/decimfmt.h>
@@ -30,8 +30,8 @@ void readNumeric(Snapshot& s)
     const icu::DecimalFormatSymbols symbols(localeFor(WQRegionalSettings::Category::Numeric), status);
     if (U_FAILURE(status))
         return;
-    s.decimalSeparator = numbers_icu::fromIcu(symbols.getSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol));
-    s.groupingSeparator = numbers_icu::fromIcu(symbols.getSymbol(icu::DecimalFormatSymbols::kGroupingSeparatorSymbol));
+    s.decimalSeparator = icu_strings::fromIcu(symbols.getSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol));
+    s.groupingSeparator = icu_strings::fromIcu(symbols.getSymbol(icu::DecimalFormatSymbols::kGroupingSeparatorSymbol));
 }
 
 void readMonetary(Snapshot& s)
@@ -44,14 +44,14 @@ void readMonetary(Snapshot& s)
         return;
     const icu::DecimalFormatSymbols* symbols = decimal->getDecimalFormatSymbols();
     if (symbols) {
-        s.currencySymbol = numbers_icu::fromIcu(symbols->getSymbol(icu::DecimalFormatSymbols::kCurrencySymbol));
-        s.currencyGrouping = numbers_icu::fromIcu(
+        s.currencySymbol = icu_strings::fromIcu(symbols->getSymbol(icu::DecimalFormatSymbols::kCurrencySymbol));
+        s.currencyGrouping = icu_strings::fromIcu(
             symbols->getSymbol(icu::DecimalFormatSymbols::kMonetaryGroupingSeparatorSymbol));
-        s.currencyDecimal = numbers_icu::fromIcu(symbols->getSymbol(icu::DecimalFormatSymbols::kMonetarySeparatorSymbol));
+        s.currencyDecimal = icu_strings::fromIcu(symbols->getSymbol(icu::DecimalFormatSymbols::kMonetarySeparatorSymbol));
     }
     icu::UnicodeString pattern;
     decimal->toPattern(pattern);
-    WQNumberSettings::legacyCurrencyFormats(numbers_icu::fromIcu(pattern), &s.positiveFormat, &s.negativeFormat);
+    WQNumberSettings::legacyCurrencyFormats(icu_strings::fromIcu(pattern), &s.positiveFormat, &s.negativeFormat);
 }
 
 const Snapshot& snapshot()

@@ -1,9 +1,9 @@
 #include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
 #include <WQGeneral/numbers/WQNumberSettings.h>
-#include <WQGeneral/numbers/WQTextEditing.h>
-#include <WQGeneral/formatters/WQEditContext.h>
+#include "detail/WQTextEditing.h"
+#include <WQGeneral/formatters/WQToolkit.h>
 
-#include <WQGeneral/numbers/WQEntryMessages.h>
+#include "detail/WQEntryMessages.h"
 
 namespace wq {
 
@@ -56,7 +56,7 @@ bool WQPositiveIntegerFormatter::isPartialStringValid(QString* partialString, WQ
     _wq_dropLeadingZeros(text, caret);
 
     if (_wq_containsText(positiveFormat(), u",") && !separator.isEmpty()) {
-        const bool deleting = WQEditContext::currentEvent().isDeleteKeyDown();
+        const bool deleting = WQToolkit::shared().currentEvent().isDeleteKeyDown();
         _wq_insertGrouping(text, separator, QStringView(), [&](qsizetype q) {
             if (q > caret)
                 return;
@@ -69,7 +69,7 @@ bool WQPositiveIntegerFormatter::isPartialStringValid(QString* partialString, WQ
     proposedSelectedRange->location = caret;
     proposedSelectedRange->length = std::clamp<qsizetype>(proposedSelectedRange->length, 0, text.size() - caret);
     if (text.isEmpty())
-        if (WQFieldEditor* editor = WQEditContext::keyFieldEditor())
+        if (WQFieldEditor* editor = WQToolkit::shared().keyFieldEditor())
             editor->setSelectedRange(*proposedSelectedRange);
     _wq_setRewrite(partialString, std::move(text));
     if (errorDescription)

@@ -1,4 +1,4 @@
-#include <WQGeneral/numbers/WQTextEditing.h>
+#include "detail/WQTextEditing.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include <WQGeneral/platform/WQRegionalSettings.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
-#include "WQIcuSupport.h"
+#include "detail/WQIcuStrings.h"
 
 #include <unicode/datefmt.h>
 #include <unicode/dtfmtsym.h>
@@ -76,7 +76,7 @@ QStringList monthList(icu::DateFormatSymbols::DtWidthType width)
     int32_t count = 0;
     const icu::UnicodeString* names =
         timeSymbols()->getMonths(count, icu::DateFormatSymbols::FORMAT, width);
-    return icu_support::fromIcu(names, count, 12);
+    return icu_strings::fromIcu(names, count, 12);
 }
 
 QStringList weekdayList(icu::DateFormatSymbols::DtWidthType width)
@@ -85,7 +85,7 @@ QStringList weekdayList(icu::DateFormatSymbols::DtWidthType width)
     // ICU's list starts with an empty entry so that UCAL_SUNDAY (1) indexes Sunday.
     const icu::UnicodeString* names =
         timeSymbols()->getWeekdays(count, icu::DateFormatSymbols::FORMAT, width);
-    return count > 1 ? icu_support::fromIcu(names + 1, count - 1, 7) : QStringList();
+    return count > 1 ? icu_strings::fromIcu(names + 1, count - 1, 7) : QStringList();
 }
 
 void announce(bool numbersChanged)
@@ -164,7 +164,7 @@ QString WQRegionalSettings::datePattern(DateStyle style)
         return QStringLiteral("M/d/yy");
     icu::UnicodeString pattern;
     simple->toPattern(pattern);
-    return icu_support::fromIcu(pattern);
+    return icu_strings::fromIcu(pattern);
 }
 
 QStringList WQRegionalSettings::monthNames() { return monthList(icu::DateFormatSymbols::WIDE); }

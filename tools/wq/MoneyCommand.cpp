@@ -3,7 +3,7 @@
 
 #include "Command.h"
 
-#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
@@ -131,14 +131,11 @@ int type(const std::shared_ptr<WQMoneyFormatter>& formatter, const QString& keys
         QString partial = proposal;
         WQRange range = proposed;
         QString error;
-        WQEditContext::takeRewriteNote();
-        bool accepted;
-        {
-            const WQEditScope scope({WQEditEvent::Type::KeyDown,
-                                     deleting ? QString(QChar(WQEditEvent::DeleteCharacter)) : key, false});
-            accepted = formatter->isPartialStringValid(&partial, &range, field.text, field.selection, &error);
-        }
-        const bool rewritten = WQEditContext::takeRewriteNote() || partial != proposal || range != proposed;
+        const WQEditScope scope({WQEditEvent::Type::KeyDown,
+                                 deleting ? QString(QChar(WQEditEvent::DeleteCharacter)) : key, false});
+        const bool accepted =
+            formatter->isPartialStringValid(&partial, &range, field.text, field.selection, &error);
+        const bool rewritten = scope.rewritten() || partial != proposal || range != proposed;
         if (accepted)
             field = {proposal, proposed};
         else if (rewritten)
@@ -173,10 +170,10 @@ int runMoney(const QStringList& arguments)
             status = type(formatter, args.at(1));
         else
             throw UsageError{QStringLiteral("unknown money command \"%1\"").arg(verb)};
-        WQMoneyFormatter::_wq_removed_delegate(&owner);
+        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &owner);
         return status;
     } catch (const UsageError& error) {
-        WQMoneyFormatter::_wq_removed_delegate(&owner);
+        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &owner);
         err(error.message);
         return kExitUsage;
     }

@@ -37,6 +37,7 @@ WQLineEdit::WQLineEdit(std::shared_ptr<WQFormatter> formatter, QWidget* parent)
     connect(this, &QLineEdit::textChanged, this, &WQLineEdit::_wq_noteTextChanged);
     connect(this, &QLineEdit::selectionChanged, this, &WQLineEdit::_wq_noteSelection);
     connect(this, &QLineEdit::cursorPositionChanged, this, &WQLineEdit::_wq_noteSelection);
+    _wq_followFormatter();
 }
 
 WQLineEdit::~WQLineEdit() = default;
@@ -44,8 +45,40 @@ WQLineEdit::~WQLineEdit() = default;
 void WQLineEdit::setFormatter(std::shared_ptr<WQFormatter> formatter)
 {
     _wq_formatter = std::move(formatter);
+    _wq_followFormatter();
     if (!_wq_pendingEdit && _wq_objectValue.isValid())
         setObjectValue(_wq_objectValue);
+}
+
+void WQLineEdit::_wq_followFormatter()
+{
+    _wq_formatterObservation.reset();
+    if (!_wq_formatter)
+        return;
+    _wq_formatterObservation.observe(_wq_formatter->changeNotificationName(), _wq_formatter.get(),
+                                     [this](const WQNotification&) {
+                                         // What the user is typing stays theirs.
+                                         if (!_wq_pendingEdit && _wq_objectValue.isValid())
+                                             setObjectValue(_wq_objectValue);
+                                     });
+}
+
+QString WQLineEdit::string() const
+{
+    return _wq_judging ? _wq_shown.text : QLineEdit::text();
+}
+
+void WQLineEdit::abortEditing()
+{
+    if (_wq_pendingEdit) {
+        if (_wq_objectValue.isValid())
+            setObjectValue(_wq_objectValue);
+        else
+            clear();
+        _wq_pendingEdit = false;
+        _wq_shown = _wq_currentState();
+    }
+    selectAll();
 }
 
 WQRange WQLineEdit::selectedRange() const
@@ -181,16 +214,17 @@ void WQLineEdit::_wq_judgeEdit(const State& before, const WQEditEvent& event)
     WQRange range = proposal.selection;
     QString error;
     bool accepted = false;
-    WQEditContext::takeRewriteNote();
+    bool rewritten = false;
     try {
+        const QScopedValueRollback judging(_wq_judging, true);
         const WQEditScope scope(event, this);
         accepted = _wq_formatter->isPartialStringValid(&partial, &range, before.text, before.selection, &error);
+        rewritten = scope.rewritten();
     } catch (const std::exception& failure) {
         partial = proposal.text;
         range = proposal.selection;
         error = describe(failure);
     }
-    const bool rewritten = WQEditContext::takeRewriteNote();
 
     if (!accepted) {
         if (rewritten || partial != proposal.text || range != proposal.selection)
@@ -201,6 +235,8 @@ void WQLineEdit::_wq_judgeEdit(const State& before, const WQEditEvent& event)
     _wq_shown = _wq_currentState();
     if (!error.isEmpty())
         emit editRefused(error);
+    if (_wq_shown.text != before.text)
+        emit editedTextChanged(_wq_shown.text);
 }
 
 QString WQLineEdit::_wq_displayString(const QVariant& value) const

@@ -29,6 +29,7 @@ public:
     // or percent directives (%m/%d/%y).
     explicit WQDateFormatter(const QString& format);
 
+    // A new format is announced with kWQNotif_FormatterChanged.
     void setDateFormat(const QString& format);
     const QString& dateFormat() const noexcept { return mFormat; }
     // The one character typed between the numbers ("\0" when the format has none).

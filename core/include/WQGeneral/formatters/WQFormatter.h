@@ -2,7 +2,7 @@
 // The entry formatter contract: what a text field asks of the formatter
 // attached to it. The widgets layer's WQLineEdit drives any WQFormatter.
 
-#include <WQGeneral/formatters/WQEditContext.h>
+#include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 #include <WQGeneral/platform/WQTypes.h>
 
@@ -13,9 +13,17 @@
 
 namespace wq {
 
+// Posted on the default centre, with the formatter as object, by a formatter
+// whose display of the same value has changed (a new date order, say).
+inline const QString kWQNotif_FormatterChanged = QStringLiteral("kWQNotif_FormatterChanged");
+
 class WQFormatter : public WQNotificationSender {
 public:
     ~WQFormatter() override = default;
+
+    // The notification this formatter posts when its display changes; a
+    // field showing its values re-renders them on it.
+    virtual QString changeNotificationName() const { return kWQNotif_FormatterChanged; }
 
     // The display text for a value; nullopt where the formatter has none.
     virtual std::optional<QString> stringForObjectValue(const QVariant& value) const = 0;
@@ -56,7 +64,7 @@ inline bool WQFormatter::rewriteProposal(QString* partialString, WQRange* propos
         *partialString = text;
     if (proposedSelectedRange)
         *proposedSelectedRange = selection;
-    WQEditContext::noteRewrite();
+    WQToolkit::shared().noteRewrite();
     return false;
 }
 

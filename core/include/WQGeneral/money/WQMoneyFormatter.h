@@ -10,7 +10,6 @@
 #include <WQGeneral/numbers/WQDigitSet.h>
 #include <WQGeneral/numbers/WQNumberFormatter.h>
 
-#include <functional>
 #include <memory>
 
 namespace wq {
@@ -30,16 +29,12 @@ public:
     static QString systemPositiveCurrencyFormat();
     static QString systemNegativeCurrencyFormat();
 
-    // The shared formatter for an owner and number of places, made on first
-    // request. Calculating formatters come from the maker registered below;
-    // without one, asking for a calculating formatter answers nullptr.
+    // The shared formatter for an owner, number of places and kind, made on
+    // first request; with canCalculate a WQCalculateMoneyFormatter. Posting
+    // kWQNotification_DelegateRemoved with the owner drops its formatters.
     static std::shared_ptr<WQMoneyFormatter> moneyFormatterForDelegate(WQMoneyFormatterDelegate* delegate,
                                                                        qint8 decimalPlaces,
                                                                        bool canCalculate = false);
-    using Maker = std::function<std::shared_ptr<WQMoneyFormatter>(WQMoneyFormatterDelegate*)>;
-    static void setCalculatingFormatterMaker(Maker maker);
-    // Drops every registry entry of an owner (what kWQNotification_DelegateRemoved does).
-    static void _wq_removed_delegate(const WQNotificationSender* delegate);
     // Entries in the registry; 0 also when the registry does not exist.
     static qsizetype registeredFormatterCount();
 
@@ -56,9 +51,12 @@ public:
     QString localizedNegativeFormat() const { return _wq_localizedNegativeFormat; }
     const WQDigitSet& currencySymbolCharSet() const { return _wq_currencySymbolCharSet; }
 
-    // Re-reads the settings; posts kWQNotif_MoneyFormatterChanged (queued)
-    // when a value differs from the one in force.
-    void _wq_setUpInstanceVariables();
+    // Re-reads the settings now rather than after the settling delay of a
+    // change notification; posts kWQNotif_MoneyFormatterChanged (queued) when
+    // a value differs from the one in force.
+    void reloadSettings() { _wq_setUpInstanceVariables(); }
+
+    QString changeNotificationName() const override { return kWQNotif_MoneyFormatterChanged; }
 
     // Numbers as amounts, strings unchanged, anything else nullopt.
     std::optional<QString> stringForObjectValue(const QVariant& value) const override;
@@ -72,6 +70,13 @@ public:
                               const QString& originalString, WQRange originalSelectedRange,
                               QString* errorDescription) override;
 
+protected:
+    void _wq_patternsChanged() override { _wq_rebuildDisplayPlan(); }
+
+private:
+    // Drops every registry entry of an owner.
+    static void _wq_removed_delegate(const WQNotificationSender* delegate);
+    void _wq_setUpInstanceVariables();
     // The base pattern for a sign, or the localized one when the base has
     // none (or only a one-character default); localizedFormat receives the
     // localized format of that sign.
@@ -85,10 +90,6 @@ public:
                                       const QString& originalString, WQRange originalSelectedRange,
                                       QString* errorDescription);
 
-protected:
-    void _wq_patternsChanged() override { _wq_rebuildDisplayPlan(); }
-
-private:
     // What display needs from the patterns and settings, worked out once
     // per change instead of on every call (index 0 positive, 1 negative).
     struct _wq_DisplayPlan {

@@ -13,10 +13,6 @@
 
 namespace wq {
 
-// The double a variant holds when it holds a number (not a string, not a
-// bool); nullopt otherwise.
-std::optional<double> _wq_numberValue(const QVariant& value);
-
 class WQNumberFormatter : public WQFormatter {
 public:
     WQNumberFormatter();

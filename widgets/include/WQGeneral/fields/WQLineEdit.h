@@ -6,14 +6,16 @@
 // it showed). When editing ends (focus leaves, Return), the text is turned
 // into the field's object value; a text the formatter cannot read keeps the
 // focus. Refusals that come with a description are announced by signals for
-// the application to show.
+// the application to show. When the formatter announces a change of its
+// display, the field shows its value again (unless the user is editing it).
 //
-// While the formatter judges an edit, the field is the key field editor of
-// WQEditContext and the key being handled is its current event (Backspace as
+// While the formatter judges an edit, the field is the toolkit's key field
+// editor and the key being handled is its current event (Backspace as
 // character 127, Alt as the option key).
 
-#include <WQGeneral/formatters/WQEditContext.h>
 #include <WQGeneral/formatters/WQFormatter.h>
+#include <WQGeneral/formatters/WQToolkit.h>
+#include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <QLineEdit>
 #include <QVariant>
@@ -44,14 +46,18 @@ public:
     bool validateEditing();
     // True when the text was edited since the value was last set or read.
     bool hasPendingEdit() const noexcept { return _wq_pendingEdit; }
+    // Gives up the edit: the value from before it shows again, all selected.
+    void abortEditing();
 
     // WQFieldEditor
     WQRange selectedRange() const override;
     void setSelectedRange(WQRange range) override;
-    QString text() const override { return QLineEdit::text(); }
+    QString string() const override;
 
 signals:
     void objectValueChanged(const QVariant& value);
+    // The user changed the text and the formatter has had its say.
+    void editedTextChanged(const QString& text);
     // An edit was refused or rewritten, with the formatter's reason.
     void editRefused(const QString& errorDescription);
     // The finished text could not be read; the field keeps the focus.
@@ -75,6 +81,7 @@ private:
     void _wq_noteSelection();
     void _wq_noteTextChanged();
     QString _wq_displayString(const QVariant& value) const;
+    void _wq_followFormatter();
 
     std::shared_ptr<WQFormatter> _wq_formatter;
     QVariant _wq_objectValue;
@@ -83,8 +90,10 @@ private:
     WQEditEvent _wq_event;        // the event being handled
     int _wq_eventDepth = 0;
     bool _wq_editedInEvent = false;
+    bool _wq_judging = false;
     bool _wq_showing = false;     // the field itself is changing the text
     bool _wq_pendingEdit = false;
+    WQObservation _wq_formatterObservation;
 };
 
 } // namespace wq

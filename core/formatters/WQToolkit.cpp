@@ -1,0 +1,71 @@
+#include <WQGeneral/formatters/WQToolkit.h>
+
+namespace wq {
+namespace {
+
+// No windows: nothing is edited and there is no calculator to open.
+class WindowlessToolkit final : public WQToolkit {
+public:
+    const WQEditEvent& currentEvent() const override { return _noEvent; }
+    WQFieldEditor* keyFieldEditor() const override { return nullptr; }
+    void noteRewrite() override {}
+    void setUpForMathOperator(const QString&, double, const std::shared_ptr<WQFormatter>&) override {}
+    void finishCalculation() override {}
+
+private:
+    const WQEditEvent _noEvent;
+};
+
+WQToolkit*& installedSlot()
+{
+    static WQToolkit* installed = nullptr;
+    return installed;
+}
+
+WQToolkit*& scopeSlot()
+{
+    static WQToolkit* innermost = nullptr;
+    return innermost;
+}
+
+} // namespace
+
+WQToolkit& WQToolkit::shared()
+{
+    if (WQToolkit* scope = scopeSlot())
+        return *scope;
+    if (WQToolkit* installed = installedSlot())
+        return *installed;
+    static WindowlessToolkit windowless;
+    return windowless;
+}
+
+WQToolkit* WQToolkit::install(WQToolkit* toolkit)
+{
+    WQToolkit* previous = installedSlot();
+    installedSlot() = toolkit;
+    return previous;
+}
+
+WQEditScope::WQEditScope(WQEditEvent event, WQFieldEditor* editor)
+    : _wq_outer(&WQToolkit::shared()), _wq_outerScope(scopeSlot()), _wq_event(std::move(event)), _wq_editor(editor)
+{
+    scopeSlot() = this;
+}
+
+WQEditScope::~WQEditScope() { scopeSlot() = _wq_outerScope; }
+
+WQFieldEditor* WQEditScope::keyFieldEditor() const
+{
+    return _wq_editor ? _wq_editor : _wq_outer->keyFieldEditor();
+}
+
+void WQEditScope::setUpForMathOperator(const QString& mathOperator, double initialNumber,
+                                       const std::shared_ptr<WQFormatter>& formatter)
+{
+    _wq_outer->setUpForMathOperator(mathOperator, initialNumber, formatter);
+}
+
+void WQEditScope::finishCalculation() { _wq_outer->finishCalculation(); }
+
+} // namespace wq

@@ -1,0 +1,109 @@
+// Localized sentences, message templates and the bridge through which
+// formatters learn about the edit they judge.
+
+#include <WQGeneral/formatters/WQToolkit.h>
+#include <WQGeneral/platform/WQLocalizedText.h>
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <QTranslator>
+
+#include <gtest/gtest.h>
+
+using namespace wq;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A translator that knows one sentence, in one context.
+class OneSentence : public QTranslator {
+public:
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        if (QByteArray(context) == "WQGeneral" && QByteArray(source) == "Invalid date")
+            return u"Ungültiges Datum"_s;
+        return QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+class FakeEditor : public WQFieldEditor {
+public:
+    WQRange selectedRange() const override { return range; }
+    void setSelectedRange(WQRange r) override { range = r; }
+    QString string() const override { return QString(); }
+    WQRange range;
+};
+
+} // namespace
+
+TEST(LocalizedText, FallsBackToEnglishAndUsesInstalledTranslations)
+{
+    EXPECT_EQ(WQLocalizedString("Invalid date"), u"Invalid date");
+    OneSentence translator;
+    QCoreApplication::installTranslator(&translator);
+    EXPECT_EQ(WQLocalizedString("Invalid date"), u"Ungültiges Datum");
+    EXPECT_EQ(WQLocalizedStringFromTable("Invalid date", "ToolbarStrings"), u"Invalid date");
+    EXPECT_EQ(WQLocalizedString("Something else"), u"Something else");
+    QCoreApplication::removeTranslator(&translator);
+}
+
+TEST(LocalizedText, TemplatesFillPlaceholdersInOrder)
+{
+    EXPECT_EQ(WQFormatTemplate(uR"("%@" is not valid here)"_s, {u"x"_s}), uR"("x" is not valid here)");
+    EXPECT_EQ(WQFormatTemplate(u"%@ of %@"_s, {u"1"_s, u"2"_s}), u"1 of 2");
+    EXPECT_EQ(WQFormatTemplate(u"%@ and %@"_s, {u"1"_s}), u"1 and ");
+    EXPECT_EQ(WQFormatTemplate(u"100%"_s, {}), u"100%");
+}
+
+TEST(Toolkit, EditScopesNestOverTheInstalledToolkitAndPassCalculatorRequestsOn)
+{
+    struct Recording : WQToolkit {
+        const WQEditEvent& currentEvent() const override { return none; }
+        WQFieldEditor* keyFieldEditor() const override { return focused; }
+        void noteRewrite() override { ++rewrites; }
+        void setUpForMathOperator(const QString& op, double number, const std::shared_ptr<WQFormatter>&) override
+        {
+            requests << op + QString::number(number);
+        }
+        void finishCalculation() override { requests << u"="_s; }
+        WQEditEvent none;
+        WQFieldEditor* focused = nullptr;
+        int rewrites = 0;
+        QStringList requests;
+    } installed;
+    FakeEditor focusedEditor, outerEditor, innerEditor;
+    installed.focused = &focusedEditor;
+
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), nullptr) << "no windows before a toolkit is installed";
+    WQToolkit* const previous = WQToolkit::install(&installed);
+    EXPECT_EQ(&WQToolkit::shared(), &installed);
+    {
+        WQEditScope outer({WQEditEvent::Type::KeyDown, QString(QChar(127)), false}, &outerEditor);
+        EXPECT_TRUE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
+        {
+            WQEditScope inner({WQEditEvent::Type::KeyDown, u"+"_s, true});
+            EXPECT_FALSE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
+            EXPECT_TRUE(WQToolkit::shared().currentEvent().optionKeyDown);
+            EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &outerEditor) << "an editor-less scope keeps the outer one";
+            WQToolkit::shared().noteRewrite();
+            WQToolkit::shared().setUpForMathOperator(u"*"_s, 12, nullptr);
+            EXPECT_TRUE(inner.rewritten());
+            EXPECT_FALSE(outer.rewritten()) << "the verdict belongs to the innermost edit";
+        }
+        {
+            WQEditScope inner({WQEditEvent::Type::KeyDown, u"="_s, false}, &innerEditor);
+            EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &innerEditor);
+            WQToolkit::shared().finishCalculation();
+        }
+        EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &outerEditor);
+        EXPECT_TRUE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
+    }
+    EXPECT_EQ(&WQToolkit::shared(), &installed);
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &focusedEditor);
+    EXPECT_EQ(installed.requests, (QStringList{u"*12"_s, u"="_s}));
+    EXPECT_EQ(installed.rewrites, 0);
+
+    EXPECT_EQ(WQToolkit::install(previous), &installed);
+    EXPECT_EQ(WQToolkit::shared().currentEvent().type, WQEditEvent::Type::None);
+}

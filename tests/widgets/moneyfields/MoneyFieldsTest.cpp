@@ -1,0 +1,123 @@
+// Real key events typed into line edits that carry the number and money
+// formatters, in both money typing modes and under two regional settings.
+
+#include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/numbers/WQDecimalFormatter.h>
+#include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
+
+#include "MoneyTestSupport.h"
+#include "WQTestSupport.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace wq;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Presses keys, '\b' being Backspace; answers the text.
+QString typed(WQLineEdit& edit, const QString& keys)
+{
+    for (QChar key : keys) {
+        if (key == u'\b')
+            QTest::keyClick(&edit, Qt::Key_Backspace);
+        else
+            QTest::keyClicks(&edit, QString(key));
+    }
+    return edit.QLineEdit::text();
+}
+// Each row's keys, then the text expected after them.
+void steps(WQLineEdit& edit, std::initializer_list<std::pair<QString, QString>> rows)
+{
+    for (const auto& [keys, text] : rows)
+        EXPECT_EQ(typed(edit, keys), text) << "after " << keys.toStdString();
+}
+
+class MoneyFields : public test::MoneyTest {
+protected:
+    // A shown, focused field with the owner's two-place formatter.
+    std::unique_ptr<WQLineEdit> field()
+    {
+        auto edit = std::make_unique<WQLineEdit>(WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2));
+        edit->show();
+        edit->activateWindow();
+        edit->setFocus();
+        return edit;
+    }
+};
+
+} // namespace
+
+TEST_F(MoneyFields, StandardTypingEnUS)
+{
+    test::ScopedLocale locale(u"en_US"_s);
+    const auto edit = field();
+    QSignalSpy refusals(edit.get(), &WQLineEdit::editRefused);
+    steps(*edit, {{u"1"_s, u"$1"_s}, {u"23"_s, u"$123"_s}, {u"4"_s, u"$1,234"_s}});
+    EXPECT_EQ(edit->cursorPosition(), 6);
+    steps(*edit, {{u"-"_s, u"-$1,234"_s}, {u"-"_s, u"$1,234"_s}, {u".5"_s, u"$1,234.5"_s}, {u"67"_s, u"$1,234.56"_s}});
+    EXPECT_EQ(refusals.count(), 0);
+    EXPECT_EQ(typed(*edit, u"a"_s), u"$1,234.56");
+    ASSERT_EQ(refusals.count(), 1);
+    EXPECT_EQ(refusals.at(0).at(0).toString(), test::notValid(u"a"_s));
+    // Backspace over a group keeps the caret among the digits.
+    edit->setCursorPosition(4); // $1,2|34.56
+    EXPECT_EQ(typed(*edit, u"\b"_s), u"$134.56");
+    EXPECT_EQ(edit->cursorPosition(), 2);
+    QTest::keyClick(edit.get(), Qt::Key_Return);
+    EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), 134.56);
+    edit->setObjectValue(-0.999);
+    EXPECT_EQ(edit->QLineEdit::text(), u"$1.00");
+}
+
+TEST_F(MoneyFields, ATMTypingEnUS)
+{
+    test::ScopedLocale locale(u"en_US"_s);
+    owner.atm = true;
+    const auto edit = field();
+    QSignalSpy refusals(edit.get(), &WQLineEdit::editRefused);
+    steps(*edit, {{u"1"_s, u"$0.01"_s}, {u"2"_s, u"$0.12"_s}, {u"3"_s, u"$1.23"_s}, {u"4"_s, u"$12.34"_s}});
+    EXPECT_EQ(edit->cursorPosition(), 6);
+    steps(*edit, {{u"-5"_s, u"-$123.45"_s}, {u"\b"_s, u"-$12.34"_s}, {u"."_s, u"-$12.34"_s}});
+    ASSERT_EQ(refusals.count(), 1);
+    edit->selectAll();
+    EXPECT_EQ(typed(*edit, u"7"_s), u"-$0.07");
+    // Switching the owner's mode takes effect on the next key.
+    owner.atm = false;
+    edit->selectAll();
+    EXPECT_EQ(typed(*edit, u"5"_s), u"$5");
+}
+
+TEST_F(MoneyFields, BothModesDeDE)
+{
+    test::ScopedLocale locale(u"de_DE"_s);
+    const auto edit = field();
+    EXPECT_EQ(typed(*edit, u"1234,5"_s), u"1.234,5 €");
+    EXPECT_EQ(edit->cursorPosition(), 7);
+    EXPECT_EQ(typed(*edit, u"6"_s), u"1.234,56 €");
+    QTest::keyClick(edit.get(), Qt::Key_Return);
+    EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), 1234.56);
+
+    owner.atm = true;
+    steps(*field(), {{u"123456"_s, u"1.234,56 €"_s}, {u"\b"_s, u"123,45 €"_s}, {u","_s, u"123,45 €"_s}});
+}
+
+TEST(NumberFields, IntegerAndDecimalInLineEdits)
+{
+    test::ScopedLocale locale(u"en_US"_s);
+    WQLineEdit whole(std::make_shared<WQPositiveIntegerFormatter>());
+    whole.show();
+    QSignalSpy refusals(&whole, &WQLineEdit::editRefused);
+    steps(whole, {{u"12345"_s, u"12,345"_s}, {u"-"_s, u"12,345"_s}});
+    EXPECT_EQ(refusals.count(), 1);
+
+    WQLineEdit decimal(std::make_shared<WQDecimalFormatter>());
+    decimal.show();
+    EXPECT_EQ(typed(decimal, u"2.5x"_s), u"2.5");
+    QTest::keyClick(&decimal, Qt::Key_Return);
+    EXPECT_DOUBLE_EQ(decimal.objectValue().toDouble(), 2.5);
+    decimal.setObjectValue(2.5);
+    EXPECT_EQ(decimal.QLineEdit::text(), u"2.50");
+}

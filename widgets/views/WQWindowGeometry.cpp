@@ -1,0 +1,12 @@
+#include <WQGeneral/views/WQWindowGeometry.h>
+
+#include <QWidget>
+
+namespace wq {
+
+QPoint compatibleConvertPointToScreen(const QWidget& window, QPoint point)
+{
+    return window.mapToGlobal(point);
+}
+
+} // namespace wq
