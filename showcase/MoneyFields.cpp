@@ -61,13 +61,26 @@ public:
 
     void build(RegisterWindow& window) override
     {
-        _amount = new wq::WQLineEdit(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2), window.entryRow());
+        // A calculating field: + - * / open the calculator, = finishes it.
+        _amount = new wq::WQLineEdit(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, true),
+                                     window.entryRow());
         _amount->setObjectName(QStringLiteral("amount"));
-        _amount->setToolTip(QStringLiteral("\"-\" flips the sign; in ATM typing digits enter from the right"));
+        _amount->setToolTip(QStringLiteral("+ - * / open the calculator and = finishes it (without the calculator "
+                                           "\"-\" flips the sign); in ATM typing digits enter from the right"));
         // Room for a large amount in the widest currency the showcase offers.
         _amount->setMinimumWidth(_amount->fontMetrics().horizontalAdvance(QStringLiteral("-CHF 000'000'000.00")) + 16);
         _amount->setAlignment(Qt::AlignRight);
         window.addFieldGroup(QStringLiteral("Amount"), _amount, QStringLiteral("Amount"));
+
+        // Without the calculator "-" after a number flips the sign instead.
+        _calculate = new QCheckBox(QStringLiteral("On"), window.entryRow());
+        _calculate->setObjectName(QStringLiteral("calculate"));
+        _calculate->setChecked(true);
+        QObject::connect(_calculate, &QCheckBox::toggled, _calculate, [this](bool on) {
+            _amount->validateEditing();
+            _amount->setFormatter(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, on));
+        });
+        window.addFieldGroup(QStringLiteral("Calculator"), _calculate);
 
         _atm = new QCheckBox(QStringLiteral("ATM typing"), window.entryRow());
         _atm->setObjectName(QStringLiteral("atm"));
@@ -136,6 +149,7 @@ public:
             pressKey(amount, Qt::Key_Backspace, Qt::NoModifier, QStringLiteral("\b"));
         };
         const auto mode = [this](bool atm) { return [this, atm] { _atm->setChecked(atm); }; };
+        const auto calculating = [this](bool on) { return [this, on] { _calculate->setChecked(on); }; };
         const auto region = [amount](const QString& name) {
             return [amount, name] {
                 // Read what was typed under the settings it was typed in.
@@ -157,6 +171,7 @@ public:
         };
         return {
             {QStringLiteral("regional settings: en_US"), amount, region(QStringLiteral("en_US"))},
+            {QStringLiteral("calculator off: \"-\" flips the sign"), amount, calculating(false)},
             {QStringLiteral("amount: type 1"), amount, fresh(QStringLiteral("1"))},
             {QStringLiteral("amount: type 2"), amount, type(amount, QStringLiteral("2"))},
             {QStringLiteral("amount: type 3"), amount, type(amount, QStringLiteral("3"))},
@@ -199,6 +214,7 @@ public:
             {QStringLiteral("payments: type - (refused)"), count, type(count, QStringLiteral("-"))},
             {QStringLiteral("rate: type a letter"), rate, type(rate, QStringLiteral("q"))},
             {QStringLiteral("regional settings: back to the environment's"), amount, region(QString())},
+            {QStringLiteral("calculator on"), amount, calculating(true)},
         };
     }
 
@@ -209,6 +225,7 @@ private:
     QPointer<wq::WQLineEdit> _count;
     QPointer<wq::WQLineEdit> _rate;
     QCheckBox* _atm = nullptr;
+    QCheckBox* _calculate = nullptr;
     QComboBox* _currency = nullptr;
     wq::WQObservation _locale{wq::WQNotificationCenter::distributedCenter()};
 };

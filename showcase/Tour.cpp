@@ -1,11 +1,15 @@
 #include "Tour.h"
 
+#include "FieldReport.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
+
+#include <WQGeneral/calculator/WQCalcWindow.h>
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QPainter>
 #include <QPixmap>
 #include <QRegularExpression>
 #include <QStringList>
@@ -60,7 +64,14 @@ int runTour(RegisterWindow& window, const std::vector<std::unique_ptr<ShowcaseFe
     auto shoot = [&](const QString& title) {
         const QString file = QDir(directory).filePath(
             QStringLiteral("%1-%2.png").arg(number, 2, 10, QLatin1Char('0')).arg(slug(title)));
-        if (!window.grab().save(file)) {
+        // Pop-ups are windows of their own: paint them where they stand.
+        QPixmap shot = window.grab();
+        QPainter painter(&shot);
+        for (QWidget* popup : QApplication::topLevelWidgets())
+            if (qobject_cast<wq::WQCalcWindow*>(popup) && popup->isVisible())
+                painter.drawPixmap(popup->geometry().topLeft() - window.geometry().topLeft(), popup->grab());
+        painter.end();
+        if (!shot.save(file)) {
             ++failures;
             print(QStringLiteral("     (could not save %1)").arg(file));
         }
@@ -79,6 +90,8 @@ int runTour(RegisterWindow& window, const std::vector<std::unique_ptr<ShowcaseFe
             if (step.field)
                 print(QStringLiteral("     %1 shows \"%2\"")
                           .arg(step.field->objectName(), RegisterWindow::shownText(step.field)));
+            if (const QString tape = describeCalculator(); !tape.isEmpty())
+                print(QStringLiteral("     %1").arg(tape));
             for (const QString& refusal : refusals)
                 print(QStringLiteral("     refused: %1").arg(refusal));
             shoot(step.title);

@@ -1,8 +1,12 @@
 // wq-showcase: a small register window built from WQGeneral's public API.
 //   wq-showcase                 opens the window
 //   wq-showcase --tour DIR      runs the scripted tour, screenshots into DIR
+//   wq-showcase --keys FIELD KEYS
+//                               types KEYS into a field (offscreen) and prints
+//                               what it shows after each key (KeyScript.h)
 //   --locale NAME               pins the regional settings (de_DE, en_US ...)
 
+#include "KeyScript.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
 #include "Tour.h"
@@ -14,9 +18,36 @@
 #include <QCommandLineParser>
 
 #include <cstdio>
+#include <cstring>
+
+namespace {
+
+QtMessageHandler standardHandler = nullptr;
+
+// Offscreen, the platform says at length what it cannot do with windows;
+// none of it matters to a terminal user.
+void quietOffscreenMessages(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtWarningMsg
+        && (message.startsWith(QStringLiteral("This plugin does not support"))
+            || message.startsWith(QStringLiteral("QStandardPaths: XDG_RUNTIME_DIR"))))
+        return;
+    if (standardHandler)
+        standardHandler(type, context, message);
+    else
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
+    // The keys mode is for a terminal: no window needs to appear.
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], "--keys") == 0 && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
+        standardHandler = qInstallMessageHandler(quietOffscreenMessages);
     QApplication app(argc, argv);
     wq::WQInstallLocaleChangeRelay();
     QApplication::setOrganizationName(QStringLiteral("WQGeneral"));
@@ -29,7 +60,14 @@ int main(int argc, char** argv)
                                   QStringLiteral("dir"));
     const QCommandLineOption locale(QStringLiteral("locale"), QStringLiteral("Regional settings to use, e.g. de_DE."),
                                     QStringLiteral("name"));
+    const QCommandLineOption keys(QStringLiteral("keys"),
+                                  QStringLiteral("Type KEYS into <field> (date, amount, payments, rate, payee) and print "
+                                                 "what it shows after each key. Named keys: <Esc> <Tab> <Return> <BS> "
+                                                 "<Del> <Left> <Right> <Home> <End> <Alt+=> <Ctrl+c> <lt> ..."),
+                                  QStringLiteral("field"));
+    parser.addPositionalArgument(QStringLiteral("KEYS"), QStringLiteral("With --keys: the keys to type."));
     parser.addOption(tour);
+    parser.addOption(keys);
     parser.addOption(locale);
     if (!parser.parse(QApplication::arguments())) {
         std::fprintf(stderr, "wq-showcase: %s\n", qPrintable(parser.errorText()));
@@ -49,6 +87,14 @@ int main(int argc, char** argv)
 
     if (parser.isSet(tour))
         return showcase::runTour(window, features, parser.value(tour));
+    if (parser.isSet(keys)) {
+        if (parser.positionalArguments().size() != 1) {
+            std::fputs("wq-showcase: --keys FIELD takes the keys to type as one argument\n", stderr);
+            return 2;
+        }
+        window.resize(900, 420);
+        return showcase::runKeys(window, parser.value(keys), parser.positionalArguments().front());
+    }
     window.resize(900, 420);
     window.show();
     return app.exec();

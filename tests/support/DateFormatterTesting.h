@@ -5,13 +5,14 @@
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/formatters/WQToolkit.h>
 
+#include "WQTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <ostream>
 
 QT_BEGIN_NAMESPACE
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
 QT_END_NAMESPACE
 
 namespace wq::test {

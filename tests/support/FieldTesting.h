@@ -9,20 +9,11 @@
 #include <QWidget>
 #include <QtTest/QTest>
 
+#include "WQTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <ostream>
-
-QT_BEGIN_NAMESPACE
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
-QT_END_NAMESPACE
-
-namespace wq {
-inline void PrintTo(const WQRange& range, std::ostream* os)
-{
-    *os << '{' << range.location << ", " << range.length << '}';
-}
-} // namespace wq
 
 namespace wq::test {
 

@@ -10,6 +10,8 @@
 #include <QString>
 #include <QVariantMap>
 
+#include "WQTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -182,9 +184,3 @@ protected:
 };
 
 } // namespace wq::test
-
-namespace wq {
-inline void PrintTo(const WQRange& r, std::ostream* os) { *os << "{" << r.location << ", " << r.length << "}"; }
-}
-
-inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }

@@ -2,12 +2,26 @@
 // Helpers shared by the test binaries.
 
 #include <WQGeneral/platform/WQRegionalSettings.h>
+#include <WQGeneral/platform/WQTypes.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QString>
 
 #include <functional>
+#include <ostream>
+
+// Readable failures for the framework's text and range types.
+QT_BEGIN_NAMESPACE
+inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
+QT_END_NAMESPACE
+
+namespace wq {
+inline void PrintTo(const WQRange& range, std::ostream* os)
+{
+    *os << '{' << range.location << ", " << range.length << '}';
+}
+} // namespace wq
 
 namespace wq::test {
 

@@ -1,0 +1,338 @@
+// The pop-up calculator, driven with real keys and clicks through a
+// calculating money field.
+
+#include "FieldTesting.h"
+#include "MoneyTestSupport.h"
+#include "WQTestSupport.h"
+
+#include <WQGeneral/calculator/WQCalculateWindowController.h>
+#include <WQGeneral/money/WQCalculateMoneyFormatter.h>
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QDialog>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+using namespace wq;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QList<WQCalcWindow*> calculatorWindows()
+{
+    QList<WQCalcWindow*> windows;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* calc = qobject_cast<WQCalcWindow*>(w); calc && calc->isVisible())
+            windows << calc;
+    return windows;
+}
+
+// Sends one key to whatever has the focus, as the keyboard does; '\e' is
+// Escape, '\r' Return, '\t' Tab, '\b' Backspace.
+void press(QChar c, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QWidget* target = QApplication::focusWidget();
+    ASSERT_NE(target, nullptr);
+    switch (c.unicode()) {
+    case 0x1b: QTest::keyClick(target, Qt::Key_Escape, modifiers); break;
+    case u'\r': QTest::keyClick(target, Qt::Key_Return, modifiers); break;
+    case u'\t': QTest::keyClick(target, Qt::Key_Tab, modifiers); break;
+    case u'\b': QTest::keyClick(target, Qt::Key_Backspace, modifiers); break;
+    default: QTest::keyClick(target, c.toLatin1(), modifiers);
+    }
+}
+
+// Types keys with a pass of the event loop after each, as between keystrokes.
+void type(const QString& keys)
+{
+    for (QChar c : keys) {
+        press(c);
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
+WQCalculateWindowController* calculator() { return WQCalculateWindowController::openCalculator(); }
+
+class Calculator : public test::MoneyTest {
+protected:
+    void SetUp() override
+    {
+        owner.dict = test::dollarDict();
+        formatter = WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2, true);
+        window = std::make_unique<QWidget>();
+        auto* layout = new QVBoxLayout(window.get());
+        field = new WQLineEdit(formatter, window.get());
+        field->setObjectName(u"amount"_s);
+        other = new WQLineEdit(window.get());
+        layout->addWidget(field);
+        layout->addWidget(other);
+        // Room above for a tall tape, also on a small screen of twice the density.
+        window->setGeometry(40, 150, 260, 120);
+        test::showActive(*window);
+        field->setFocus();
+    }
+    void TearDown() override
+    {
+        if (WQCalculateWindowController* open = calculator())
+            open->closeAndForgetAmount();
+        window.reset();
+        test::spinFor(5); // closed calculators are deleted on the next pass
+        test::MoneyTest::TearDown();
+    }
+
+    // The field's bottom-left corner on the screen.
+    QPoint fieldBottomLeft() const { return field->mapToGlobal(QPoint(0, field->height())); }
+
+    std::shared_ptr<WQMoneyFormatter> formatter;
+    std::unique_ptr<QWidget> window;
+    WQLineEdit* field = nullptr;
+    WQLineEdit* other = nullptr;
+};
+
+} // namespace
+
+TEST_F(Calculator, TheToolkitIsRegisteredByLinkingAndNamesTheFocusedField)
+{
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(field));
+    other->setFocus();
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(other));
+}
+
+TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRight)
+{
+    type(u"2+"_s);
+    WQCalculateWindowController* calc = calculator();
+    ASSERT_NE(calc, nullptr);
+    EXPECT_EQ(field->text(), u"$2");
+    EXPECT_EQ(calc->parentControl(), field);
+    EXPECT_EQ(QApplication::focusWidget(), calc->editingField());
+    EXPECT_EQ(calc->editingField()->text(), u"$0.00");
+    EXPECT_EQ(calc->editingField()->selectedText(), u"$0.00") << "typed over";
+    EXPECT_EQ(calc->totalField()->text(), u"$2.00");
+
+    type(u"3"_s);
+    EXPECT_EQ(calc->editingField()->text(), u"$3");
+    EXPECT_EQ(calc->totalField()->text(), u"$5.00") << "the live operand";
+    EXPECT_EQ(calc->tapeLines(), (QStringList{u"$2.00"_s, u"+ $3"_s, u"= $5.00"_s}));
+
+    type(u"*"_s);
+    ASSERT_EQ(calculator(), calc) << "an operator typed in the calculator extends it";
+    EXPECT_EQ(calculatorWindows().size(), 1);
+    EXPECT_EQ(calc->tape().numbers, (QList<double>{2, 3}));
+    EXPECT_EQ(calc->tape().operators, (QStringList{u"+"_s, u"*"_s}));
+    EXPECT_EQ(calc->editingField()->text(), u"$0.00") << "a new editing field";
+    EXPECT_EQ(QApplication::focusWidget(), calc->editingField());
+    EXPECT_EQ(calc->totalField()->text(), u"$0.00");
+
+    type(u"4"_s);
+    EXPECT_EQ(calc->totalField()->text(), u"$20.00");
+    type(u"="_s);
+    EXPECT_EQ(calculator(), nullptr) << "closed at once";
+    EXPECT_EQ(field->text(), u"$20.00");
+    EXPECT_EQ(field->selectedText(), u"$20.00");
+    test::spinFor(5);
+    EXPECT_TRUE(calculatorWindows().isEmpty());
+    EXPECT_TRUE(field->validateEditing());
+    EXPECT_EQ(field->objectValue().toDouble(), 20.0);
+}
+
+TEST_F(Calculator, RightAfterOpeningTheEditingFieldCountsAsZero)
+{
+    const struct {
+        QString keys;
+        QString total;
+    } rows[] = {{u"12+"_s, u"$12.00"_s}, {u"12-"_s, u"$12.00"_s}, {u"12*"_s, u"$0.00"_s}, {u"12/"_s, u"$0.00"_s}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.keys.toStdString());
+        field->setFocus();
+        field->selectAll();
+        type(row.keys);
+        ASSERT_NE(calculator(), nullptr);
+        EXPECT_EQ(calculator()->totalField()->text(), row.total);
+        type(u"\x1b"_s);
+    }
+    // Division by zero, or by anything below 1e-7, gives 0.
+    type(u"10/0="_s);
+    EXPECT_EQ(field->text(), u"$0.00");
+}
+
+TEST_F(Calculator, ReturnAndTabCommitOnTheNextPassEscapeDiscards)
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab}) {
+        field->selectAll();
+        type(u"7+5"_s);
+        ASSERT_NE(calculator(), nullptr);
+        QTest::keyClick(QApplication::focusWidget(), key);
+        EXPECT_NE(calculator(), nullptr) << "not at once";
+        EXPECT_EQ(field->text(), u"$7");
+        QCoreApplication::processEvents();
+        EXPECT_EQ(calculator(), nullptr);
+        EXPECT_EQ(field->text(), u"$12.00");
+        test::spinFor(5);
+    }
+
+    field->selectAll();
+    type(u"9*8"_s);
+    type(u"\x1b"_s);
+    EXPECT_EQ(calculator(), nullptr);
+    EXPECT_EQ(field->text(), u"$9") << "as it was when the calculator opened";
+
+    // "=" with no calculator open only trims the field.
+    EXPECT_EQ(field->selectedText(), u"$9");
+    field->end(false);
+    type(u"="_s);
+    EXPECT_EQ(field->text(), u"$9");
+    EXPECT_EQ(field->selectedText(), u"$9");
+    EXPECT_TRUE(calculatorWindows().isEmpty());
+}
+
+TEST_F(Calculator, AClickElsewhereCommits)
+{
+    type(u"6-1"_s);
+    WQCalculateWindowController* calc = calculator();
+    ASSERT_NE(calc, nullptr);
+    // Through the window system, as a real click comes, so the toolkit's
+    // own handling of clicks outside a pop-up runs.
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, other->mapTo(window.get(), other->rect().center()));
+    EXPECT_EQ(calculator(), nullptr);
+    EXPECT_EQ(field->text(), u"$5.00");
+    test::spinFor(5);
+    EXPECT_TRUE(calculatorWindows().isEmpty());
+}
+
+TEST_F(Calculator, TheWindowGrowsUpwardsByOneRowPerOperator)
+{
+    type(u"1+"_s);
+    WQCalculateWindowController* calc = calculator();
+    ASSERT_NE(calc, nullptr);
+    const int L = calc->lineHeight();
+    const int W = field->width() + 18;
+    EXPECT_GT(L, field->fontMetrics().height());
+    const QStringList more{u"1+"_s, u"2*"_s, u"3/"_s, u"1+"_s};
+    for (int n = 1; n <= 5; ++n) {
+        SCOPED_TRACE(n);
+        const QRect frame = calc->window()->geometry();
+        const int H = (n + 2) * L + 6;
+        EXPECT_EQ(frame.size(), QSize(W, H));
+        EXPECT_EQ(frame.bottomLeft() + QPoint(0, 1), fieldBottomLeft() - QPoint(18, 0)) << "bottom edge fixed";
+        // Rows from the top: number 0, each operator beside the next number,
+        // the last beside the editing field, a band of 6 with the separator
+        // at its bottom, the total at the bottom.
+        const auto rows = calc->window()->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
+        ASSERT_EQ(rows.size(), 2 * n + 2);
+        for (int i = 0; i < n; ++i) {
+            EXPECT_EQ(rows[2 * i]->geometry(), QRect(16, i * L, W - 18, L));
+            EXPECT_EQ(rows[2 * i + 1]->geometry(), QRect(0, (i + 1) * L, 16, L));
+        }
+        EXPECT_EQ(calc->editingField()->geometry(), QRect(16, n * L, W - 18, L));
+        EXPECT_EQ(calc->totalField()->geometry(), QRect(0, H - L, W, L));
+        const auto lines = calc->window()->findChildren<QFrame*>(QString(), Qt::FindDirectChildrenOnly);
+        const auto separator = std::find_if(lines.begin(), lines.end(), [&](QFrame* f) {
+            return !qobject_cast<QLineEdit*>(f) && f != calc->window()->outline();
+        });
+        ASSERT_NE(separator, lines.end());
+        EXPECT_EQ((*separator)->geometry(), QRect(4, H - L - 1, W - 8, 1));
+        if (n < 5)
+            type(more[n - 1]);
+    }
+    EXPECT_EQ(calc->tape().operators, (QStringList{u"+"_s, u"+"_s, u"*"_s, u"/"_s, u"+"_s}));
+    type(u"\x1b"_s);
+}
+
+TEST_F(Calculator, StaysOnTheFieldsScreen)
+{
+    // A field at the screen's left edge: the operator column would fall off.
+    const QRect area = window->screen()->availableGeometry();
+    window->move(area.left(), area.top() + 300);
+    QCoreApplication::processEvents();
+    type(u"3+"_s);
+    ASSERT_NE(calculator(), nullptr);
+    const QRect frame = calculator()->window()->geometry();
+    EXPECT_EQ(frame.left(), area.left());
+    EXPECT_TRUE(area.contains(frame)) << "moved just enough";
+    EXPECT_EQ(frame.bottom() + 1, fieldBottomLeft().y());
+    type(u"\x1b"_s);
+}
+
+TEST_F(Calculator, OpensAndFinishesInsideAModalDialog)
+{
+    QDialog dialog(window.get());
+    auto* inDialog = new WQLineEdit(formatter, &dialog);
+    (new QVBoxLayout(&dialog))->addWidget(inDialog);
+    QString seen;
+    QTimer::singleShot(20, &dialog, [&] {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        inDialog->setFocus();
+        type(u"5+2"_s);
+        seen = calculator() ? calculator()->totalField()->text() : u"no calculator"_s;
+        type(u"="_s);
+        dialog.accept();
+    });
+    dialog.exec();
+    EXPECT_EQ(seen, u"$7.00");
+    EXPECT_EQ(inDialog->text(), u"$7.00");
+}
+
+TEST_F(Calculator, TheFieldOrItsWindowMayGoAwayWhileOpen)
+{
+    type(u"4+1"_s);
+    ASSERT_NE(calculator(), nullptr);
+    delete field;
+    field = nullptr;
+    EXPECT_EQ(calculator(), nullptr) << "the calculation goes with its field";
+    test::spinFor(5);
+    EXPECT_TRUE(calculatorWindows().isEmpty());
+
+    other->setFormatter(formatter);
+    other->setFocus();
+    type(u"4+1"_s);
+    ASSERT_NE(calculator(), nullptr);
+    QPointer<WQCalcWindow> popup = calculator()->window();
+    window.reset(); // a document closing
+    EXPECT_TRUE(popup.isNull());
+    EXPECT_EQ(calculator(), nullptr);
+    test::spinFor(5);
+}
+
+TEST_F(Calculator, ManyCalculationsLeaveNothingBehind)
+{
+    const qsizetype before = QApplication::allWidgets().size();
+    for (int i = 0; i < 60; ++i) {
+        field->selectAll();
+        type(i % 3 == 0 ? u"1+2*"_s : u"1+"_s);
+        type(i % 2 ? u"2="_s : u"\x1b"_s);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    EXPECT_EQ(QApplication::allWidgets().size(), before);
+}
+
+TEST_F(Calculator, TotalsAreSpokenAndTheTapeCopies)
+{
+    type(u"8+2"_s);
+    WQCalculateWindowController* calc = calculator();
+    ASSERT_NE(calc, nullptr);
+    EXPECT_EQ(calc->editingField()->accessibleDescription(), u"Total $10.00");
+    EXPECT_EQ(calc->totalField()->accessibleName(), u"Total");
+    EXPECT_EQ(calc->window()->accessibleName(), u"Calculator");
+
+    press(u'c', Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"$8.00\n+ $2\n= $10.00\n");
+    EXPECT_NE(calculator(), nullptr) << "copying is not the end";
+    type(u"\x1b"_s);
+}
+
+TEST_F(Calculator, DrawsAtTheScreensPixelRatio)
+{
+    type(u"3+"_s);
+    ASSERT_NE(calculator(), nullptr);
+    WQCalcWindow* popup = calculator()->window();
+    const QPixmap shot = popup->grab();
+    const qreal ratio = popup->devicePixelRatioF();
+    EXPECT_EQ(shot.devicePixelRatio(), ratio);
+    EXPECT_EQ(shot.size(), popup->size() * ratio) << "every device pixel drawn, none scaled up";
+    EXPECT_EQ(ratio, qgetenv("QT_SCALE_FACTOR").isEmpty() ? 1.0 : qgetenv("QT_SCALE_FACTOR").toDouble());
+    type(u"\x1b"_s);
+}
