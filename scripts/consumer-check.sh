@@ -10,3 +10,4 @@ cmake --install "$build" --prefix "$prefix" >/dev/null
 cmake -S examples/consumer -B "$consumer" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$consumer" >/dev/null
 "$consumer/consumer"
+if [ -x "$consumer/consumer_widgets" ]; then "$consumer/consumer_widgets"; fi
