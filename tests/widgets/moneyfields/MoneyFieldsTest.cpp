@@ -9,7 +9,11 @@
 #include "MoneyTestSupport.h"
 #include "WQTestSupport.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QTest>
 
 using namespace wq;
@@ -120,4 +124,63 @@ TEST(NumberFields, IntegerAndDecimalInLineEdits)
     EXPECT_DOUBLE_EQ(decimal.objectValue().toDouble(), 2.5);
     decimal.setObjectValue(2.5);
     EXPECT_EQ(decimal.QLineEdit::text(), u"2.50");
+}
+
+TEST_F(MoneyFields, UndoEscapeAndTheEndOfARefusal)
+{
+    test::ScopedLocale locale(u"en_US"_s);
+    const auto edit = field();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(edit.get()));
+    edit->setFocus();
+    QSignalSpy refusals(edit.get(), &WQLineEdit::editRefused);
+    QSignalSpy cleared(edit.get(), &WQLineEdit::refusalCleared);
+    edit->setObjectValue(12.5);
+    EXPECT_FALSE(edit->canUndoEdit()) << "a value from the program starts the history";
+
+    // Typed over the whole amount, each rewrite is a step back.
+    edit->selectAll();
+    steps(*edit, {{u"987"_s, u"$987"_s}});
+    for (const QString& back : {u"$98"_s, u"$9"_s, u"$12.50"_s}) {
+        QTest::keyClick(edit.get(), Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(edit->text(), back);
+    }
+    QTest::keyClick(edit.get(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(edit->text(), u"$12.50") << "nothing before the value";
+    QTest::keyClick(edit.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(edit->text(), u"$9");
+    steps(*edit, {{u"1"_s, u"$91"_s}});
+    EXPECT_FALSE(edit->canRedoEdit()) << "a new edit ends the redo trail";
+
+    // A refused key is announced; the next good one ends the refusal.
+    steps(*edit, {{u"x"_s, u"$91"_s}});
+    EXPECT_EQ(refusals.count(), 1);
+    EXPECT_EQ(cleared.count(), 0);
+    steps(*edit, {{u"2"_s, u"$912"_s}});
+    EXPECT_EQ(cleared.count(), 1);
+
+    // Escape gives the edit up, keeps the focus, and can itself be undone.
+    QTest::keyClick(edit.get(), Qt::Key_Escape);
+    EXPECT_EQ(edit->text(), u"$12.50");
+    EXPECT_EQ(edit->selectedText(), u"$12.50");
+    EXPECT_FALSE(edit->hasPendingEdit());
+    EXPECT_TRUE(edit->hasFocus());
+    // The context menu's Undo goes through the same history.
+    QString undoEnabled;
+    QTimer::singleShot(0, edit.get(), [&undoEnabled] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu)
+            return;
+        for (QAction* action : menu->actions())
+            if (action->objectName() == u"edit-undo") {
+                undoEnabled = action->isEnabled() ? u"enabled"_s : u"disabled"_s;
+                action->trigger();
+            }
+        menu->close();
+    });
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(4, 4), edit->mapToGlobal(QPoint(4, 4)));
+    QApplication::sendEvent(edit.get(), &menuKey);
+    EXPECT_EQ(undoEnabled, u"enabled");
+    EXPECT_EQ(edit->text(), u"$912");
+    EXPECT_TRUE(edit->validateEditing());
+    EXPECT_EQ(edit->objectValue().toDouble(), 912.0);
 }

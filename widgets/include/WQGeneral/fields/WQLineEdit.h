@@ -6,8 +6,13 @@
 // it showed). When editing ends (focus leaves, Return), the text is turned
 // into the field's object value; a text the formatter cannot read keeps the
 // focus. Refusals that come with a description are announced by signals for
-// the application to show. When the formatter announces a change of its
+// the application to show, and their end (the next edit the formatter takes
+// without complaint) too. When the formatter announces a change of its
 // display, the field shows its value again (unless the user is editing it).
+//
+// Undo and redo (Ctrl+Z, Ctrl+Shift+Z, the context menu) step through the
+// texts the user saw, one edit at a time, rewrites included; Escape gives up
+// the edit.
 //
 // While the formatter judges an edit, the field is the toolkit's key field
 // editor and the key being handled is its current event (Backspace as
@@ -21,6 +26,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <vector>
 
 namespace wq {
 
@@ -47,7 +53,14 @@ public:
     // True when the text was edited since the value was last set or read.
     bool hasPendingEdit() const noexcept { return _wq_pendingEdit; }
     // Gives up the edit: the value from before it shows again, all selected.
+    // What Escape does while there is an edit (it can be undone).
     void abortEditing();
+
+    // One step back or forth through the texts the user saw.
+    void undoEdit();
+    void redoEdit();
+    bool canUndoEdit() const noexcept { return !_wq_undoStack.empty(); }
+    bool canRedoEdit() const noexcept { return !_wq_redoStack.empty(); }
 
     // WQFieldEditor
     WQRange selectedRange() const override;
@@ -62,11 +75,14 @@ signals:
     void editRefused(const QString& errorDescription);
     // The finished text could not be read; the field keeps the focus.
     void valueRefused(const QString& errorDescription);
+    // The last refusal is over: an edit or a value went through since.
+    void refusalCleared();
 
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     struct State {
@@ -82,6 +98,11 @@ private:
     void _wq_noteTextChanged();
     QString _wq_displayString(const QVariant& value) const;
     void _wq_followFormatter();
+    // Shows a value; the text it replaces stays reachable by undo.
+    void _wq_showValue(const QVariant& value);
+    void _wq_remember(const State& seen);
+    void _wq_step(std::vector<State>& from, std::vector<State>& to);
+    void _wq_noteRefusal(bool refused);
 
     std::shared_ptr<WQFormatter> _wq_formatter;
     QVariant _wq_objectValue;
@@ -93,6 +114,9 @@ private:
     bool _wq_judging = false;
     bool _wq_showing = false;     // the field itself is changing the text
     bool _wq_pendingEdit = false;
+    bool _wq_refusalShown = false;
+    std::vector<State> _wq_undoStack;
+    std::vector<State> _wq_redoStack;
     WQObservation _wq_formatterObservation;
 };
 
