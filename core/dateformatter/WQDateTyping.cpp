@@ -10,33 +10,39 @@ namespace wq {
 
 using namespace dateformatter;
 
+std::optional<WQDateFormatter::IncrementStep> WQDateFormatter::incrementStep(const QString& insertedText,
+                                                                             bool optionKeyDown)
+{
+    IncrementStep step;
+    if (insertedText.contains(u'=') || insertedText.contains(u'+'))
+        (optionKeyDown ? step.months : step.days) = 1;
+    else if (insertedText.contains(u'-'))
+        (optionKeyDown ? step.months : step.days) = -1;
+    else if (insertedText.contains(QChar(kNotEqual)) || insertedText.contains(QChar(kPlusMinus)))
+        step.months = 1;
+    else if (insertedText.contains(QChar(kEnDash)))
+        step.months = -1;
+    else if (insertedText.contains(u't', Qt::CaseInsensitive))
+        step.today = true;
+    else
+        return std::nullopt;
+    return step;
+}
+
 bool WQDateFormatter::_wq_incrementDecrement(const QString& insertedText, const QString& originalString,
                                              QString* partialString, WQRange* proposedSelectedRange) const
 {
-    const bool option = WQToolkit::shared().currentEvent().optionKeyDown;
-    qint64 months = 0;
-    qint64 days = 0;
-    bool toToday = false;
-    if (insertedText.contains(u'=') || insertedText.contains(u'+')) {
-        (option ? months : days) = 1;
-    } else if (insertedText.contains(u'-')) {
-        (option ? months : days) = -1;
-    } else if (insertedText.contains(QChar(kNotEqual)) || insertedText.contains(QChar(kPlusMinus))) {
-        months = 1;
-    } else if (insertedText.contains(QChar(kEnDash))) {
-        months = -1;
-    } else if (insertedText.contains(u't', Qt::CaseInsensitive)) {
-        toToday = true;
-    } else {
+    const std::optional<IncrementStep> step =
+        incrementStep(insertedText, WQToolkit::shared().currentEvent().optionKeyDown);
+    if (!step)
         return true;
-    }
 
     // The text before the key is stepped, so the key never spoils the parse.
-    std::optional<WQDate> result = toToday ? today() : dateForString(originalString);
+    std::optional<WQDate> result = step->today ? today() : dateForString(originalString);
     if (!result)
         return false;
-    if (!toToday)
-        result = result->dateByAddingYears(0, months, days);
+    if (!step->today)
+        result = result->dateByAddingYears(0, step->months, step->days);
     const QString shown = _wq_render(*result);
     return rewriteProposal(partialString, proposedSelectedRange, shown, WQRange{shown.size(), 0});
 }

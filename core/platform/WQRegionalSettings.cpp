@@ -108,8 +108,10 @@ QString WQRegionalSettings::icuNameFromPosix(const QString& posixName)
     const qsizetype dot = name.indexOf(u'.');
     if (dot >= 0)
         name.truncate(dot);
+    // ICU's POSIX locale neither groups amounts nor whole numbers the same
+    // way; United States English keeps every field consistent.
     if (name.isEmpty() || name == u"C" || name == u"POSIX")
-        return QStringLiteral("en_US_POSIX");
+        return QStringLiteral("en_US");
     name.replace(u'-', u'_');
     return name;
 }

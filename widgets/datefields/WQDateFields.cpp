@@ -1,5 +1,6 @@
 #include <WQGeneral/datefields/WQDateFields.h>
 #include <WQGeneral/datefields/WQDatePicker.h>
+#include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
@@ -8,6 +9,9 @@
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <QBoxLayout>
+#include <QCalendarWidget>
+#include <QScreen>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QTimeZone>
 #include <QVariant>
@@ -100,6 +104,60 @@ private:
     WQObservation _observation{WQNotificationCenter::distributedCenter()};
 };
 
+// Drops the picker's calendar down under it, as its button does.
+void dropDownCalendar(QDateEdit& picker)
+{
+    QCalendarWidget* calendar = picker.calendarWidget(); // made on first use
+    QWidget* popup = calendar->window();
+    calendar->setSelectedDate(picker.date());
+    popup->adjustSize();
+    QRect frame(picker.mapToGlobal(QPoint(0, picker.height())), popup->size());
+    if (const QScreen* screen = picker.screen()) {
+        const QRect area = screen->availableGeometry();
+        if (frame.bottom() > area.bottom())
+            frame.moveBottom(picker.mapToGlobal(QPoint(0, 0)).y() - 1);
+        frame.moveLeft(std::clamp(frame.left(), area.left(), std::max(area.left(), area.right() + 1 - frame.width())));
+    }
+    popup->move(frame.topLeft());
+    popup->show();
+    calendar->setFocus(Qt::PopupFocusReason);
+}
+
+// The date field's increment keys on the picker: + or = a day on (Alt: a
+// month), - a day back, t today; Alt+Down or F4 drops the calendar down.
+// Lives as the picker's child.
+class IncrementKeys : public QObject {
+public:
+    explicit IncrementKeys(QDateEdit& picker) : QObject(&picker), _picker(picker) { picker.installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress || watched != &_picker)
+            return false;
+        const auto* key = static_cast<const QKeyEvent*>(event);
+        if (_picker.calendarPopup()
+            && (key->key() == Qt::Key_F4 || (key->key() == Qt::Key_Down && key->modifiers() == Qt::AltModifier))) {
+            dropDownCalendar(_picker);
+            return true;
+        }
+        if (key->text().isEmpty() || key->modifiers().testFlag(Qt::ControlModifier))
+            return false;
+        const std::optional<WQDateFormatter::IncrementStep> step =
+            WQDateFormatter::incrementStep(key->text(), key->modifiers().testFlag(Qt::AltModifier));
+        if (!step)
+            return false;
+        const std::optional<WQDate> date =
+            step->today ? WQDate::date() : std::optional(WQDateValue(_picker).dateByAddingYears(0, step->months, step->days));
+        if (date)
+            setWQDateValue(_picker, *date); // the picker keeps it within its range
+        return true;
+    }
+
+private:
+    QDateEdit& _picker;
+};
+
 } // namespace
 
 QDateEdit* WQSetupExtendedDateField(QWidget*& place, bool linkAndReplace, bool showDay)
@@ -109,8 +167,10 @@ QDateEdit* WQSetupExtendedDateField(QWidget*& place, bool linkAndReplace, bool s
 
     std::unique_ptr<QDateEdit> made = WQDatePicker::makePicker();
     QDateEdit& picker = *made;
-    picker.setCalendarPopup(false);
-    picker.setButtonSymbols(QAbstractSpinBox::UpDownArrows);
+    // A calendar drops down from the button or with Alt+Down; the arrow keys
+    // and the wheel still step the section under the caret.
+    picker.setCalendarPopup(true);
+    new IncrementKeys(picker); // owned by the picker
     picker.setFrame(true);
     picker.setAutoFillBackground(true);
     new FormatFollower(picker, showDay); // owned by the picker

@@ -1,5 +1,8 @@
 // Amounts shown as text and text read back as amounts.
 
+#include <WQGeneral/numbers/WQDecimalFormatter.h>
+#include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
+
 #include "MoneyTestSupport.h"
 #include "WQTestSupport.h"
 
@@ -137,4 +140,15 @@ TEST(MoneyTextLocales, SystemSettingsShowAndRead)
     test::TestDelegate owner;
     EXPECT_EQ(WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2)->stringForAmount(1234.5), u"￥1,234.50");
     test::removeOwner(owner);
+}
+
+TEST(MoneyTextLocales, APosixEnvironmentGroupsAmountsAndNumbersAlike)
+{
+    for (const QString& name : {u"C"_s, u"POSIX"_s, u"C.UTF-8"_s}) {
+        SCOPED_TRACE(name.toStdString());
+        test::ScopedLocale locale(name);
+        EXPECT_EQ(WQMoneyFormatter().stringForAmount(2500), u"$2,500.00");
+        EXPECT_EQ(WQPositiveIntegerFormatter().stringForObjectValue(1234567).value_or(QString()), u"1,234,567");
+        EXPECT_EQ(WQDecimalFormatter().stringForObjectValue(4.25).value_or(QString()), u"4.25");
+    }
 }

@@ -13,8 +13,8 @@ using DateStyle = WQRegionalSettings::DateStyle;
 TEST(RegionalSettings, PosixNamesBecomeIcuNames)
 {
     const std::pair<QString, QString> rows[] = {
-        {u"de_DE.UTF-8"_s, u"de_DE"_s}, {u"sr_RS.UTF-8@latin"_s, u"sr_RS"_s}, {u"C"_s, u"en_US_POSIX"_s},
-        {u"POSIX"_s, u"en_US_POSIX"_s}, {u"C.UTF-8"_s, u"en_US_POSIX"_s},     {u"pt-BR"_s, u"pt_BR"_s},
+        {u"de_DE.UTF-8"_s, u"de_DE"_s}, {u"sr_RS.UTF-8@latin"_s, u"sr_RS"_s}, {u"C"_s, u"en_US"_s},
+        {u"POSIX"_s, u"en_US"_s}, {u"C.UTF-8"_s, u"en_US"_s},     {u"pt-BR"_s, u"pt_BR"_s},
     };
     for (const auto& [posix, icu] : rows)
         EXPECT_EQ(WQRegionalSettings::icuNameFromPosix(posix).toStdString(), icu.toStdString());

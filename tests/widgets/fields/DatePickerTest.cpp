@@ -6,6 +6,7 @@
 
 #include <WQTestSupport.h>
 
+#include <QCalendarWidget>
 #include <QHBoxLayout>
 #include <QSignalSpy>
 
@@ -134,6 +135,40 @@ TEST_F(DatePickerSetup, ApplicationLayoutWithoutLayoutManager)
     QDateEdit* picker = WQSetupDateField(slot, true);
     EXPECT_EQ(picker->geometry(), QRect(10, 19, 104, 25));
     EXPECT_EQ(picker->parentWidget(), &free);
+}
+
+TEST_F(DatePickerSetup, TakesTheDateFieldsIncrementKeysAndDropsDownACalendar)
+{
+    QDateEdit* picker = WQSetupDateField(place, true);
+    setWQDateValue(*picker, WQDate(2024, 1, 31));
+    picker->setFocus();
+    const struct {
+        char key;
+        Qt::KeyboardModifiers modifiers;
+        WQDate expected;
+    } steps[] = {
+        {'+', Qt::NoModifier, WQDate(2024, 2, 1)},  {'=', Qt::NoModifier, WQDate(2024, 2, 2)},
+        {'-', Qt::NoModifier, WQDate(2024, 2, 1)},  {'=', Qt::AltModifier, WQDate(2024, 3, 1)},
+        {'-', Qt::AltModifier, WQDate(2024, 2, 1)},
+    };
+    for (const auto& step : steps) {
+        QTest::keyClick(picker, step.key, step.modifiers);
+        EXPECT_EQ(WQDateValue(*picker), step.expected) << step.key;
+    }
+    QTest::keyClick(picker, 't');
+    EXPECT_EQ(WQDateValue(*picker), WQDate::date().value());
+
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    QTest::keyClick(picker, Qt::Key_Down, Qt::AltModifier);
+    QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr) << "Alt+Down drops the calendar down";
+    EXPECT_EQ(popup, picker->calendarWidget()->window());
+    EXPECT_EQ(picker->calendarWidget()->selectedDate(), picker->date());
+    // A date chosen on the calendar is the picker's.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(WQDateValue(*picker), WQDate::date()->dateByAddingYears(0, 0, 1));
 }
 
 TEST(DateValue, SameCalendarDateInEveryZone)

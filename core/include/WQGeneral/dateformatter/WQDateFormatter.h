@@ -57,6 +57,16 @@ public:
                               const QString& originalString, WQRange originalSelectedRange,
                               QString* errorDescription) override;
 
+    // The step that typed text makes when it holds an increment key (the
+    // first kind found, in the order of the table above); nullopt otherwise.
+    // Date pickers use it for the same keys.
+    struct IncrementStep {
+        qint64 months = 0;
+        qint64 days = 0;
+        bool today = false;
+    };
+    static std::optional<IncrementStep> incrementStep(const QString& insertedText, bool optionKeyDown);
+
     // True when insertedText holds no increment key; otherwise steps the date
     // of originalString into *partialString (caret at its end) when that text
     // parses, and answers false either way.

@@ -1,7 +1,9 @@
 #pragma once
 // The user's regional settings, read from ICU (CLDR) with each category's
 // locale taken from the environment the way POSIX does: LC_ALL, then the
-// category's own variable, then LANG; "C" and "POSIX" mean en_US_POSIX.
+// category's own variable, then LANG; "C" and "POSIX" (C.UTF-8 too) mean
+// en_US, so dates, amounts, whole numbers and decimals agree: M/d/yy,
+// $1,234.50, 1,234,567 and 4.25.
 // An application may pin any category at run time; every change posts
 // kWQNotif_CurrentLocaleDidChange (and, for the numeric and monetary
 // categories, kWQNotif_AppleNumberPreferencesChanged) on the distributed centre.
@@ -19,8 +21,7 @@ public:
     enum class Category { Time, Numeric, Monetary, Messages };
     enum class DateStyle { Short, Medium, Long, Full };
 
-    // ICU locale identifier in force for a category, e.g. "en_US", "de_DE",
-    // "en_US_POSIX".
+    // ICU locale identifier in force for a category, e.g. "en_US", "de_DE".
     static QString localeName(Category category);
 
     // Pins a category to an ICU or POSIX locale name ("de_DE", "fr_FR.UTF-8",
