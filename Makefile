@@ -7,15 +7,18 @@ FUZZ_SECONDS ?= 30
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test test-asan bench fuzz clean
+.PHONY: all deps configure build run test test-asan package bench fuzz clean
 
 all: build
 
 deps:
 	@bash deps/install.sh
 
+# The main build makes shared libraries (tests still link the static
+# components); the sanitizer build keeps the static flavour, so both are tried.
 configure: deps
-	@cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS) >/dev/null
+	@cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBUILD_SHARED_LIBS=ON \
+	  -DCMAKE_INSTALL_PREFIX=/usr $(CMAKE_FLAGS) >/dev/null
 
 build: configure
 	@cmake --build $(BUILD) -j $(JOBS)
@@ -28,6 +31,11 @@ run: configure
 test: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS) --timeout 600
 	@bash scripts/consumer-check.sh $(BUILD)
+	@bash scripts/package-check.sh $(BUILD)
+
+# Debian packages of the main build, under build/packages.
+package: build
+	@rm -rf $(BUILD)/packages && cd $(BUILD) && cpack -G DEB
 
 # The same tests with AddressSanitizer and UndefinedBehaviorSanitizer.
 test-asan: deps
@@ -37,6 +45,8 @@ test-asan: deps
 	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp \
 	  ctest --test-dir $(BUILD_ASAN) --output-on-failure -j $(JOBS) --timeout 900
+	@ASAN_OPTIONS=detect_leaks=1 LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp \
+	  CONSUMER_FLAGS="-fsanitize=address,undefined" bash scripts/consumer-check.sh $(BUILD_ASAN)
 
 bench: deps
 	@cmake -S . -B $(BUILD_BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DWQ_BUILD_BENCH=ON \

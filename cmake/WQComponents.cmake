@@ -54,3 +54,58 @@ function(wq_add_subsystem_folders)
     endif()
   endforeach()
 endfunction()
+
+# wq_add_layer_library(<layer> <ExportName> PUBLIC_DEPS ... PRIVATE_DEPS ...
+#                      [LAYER_DEPS other layers] [WHOLE component])
+# makes wq_<layer>_static, every static component of the layer (the WHOLE one
+# linked whole, since nothing calls into it by name), and wq_<layer>, exported
+# as WQGeneral::<ExportName>: with BUILD_SHARED_LIBS one shared library
+# (libWQGeneral<ExportName>.so.<major>) made of the same objects, otherwise
+# the static set. Tests link the static set in either case, so no test
+# carries a second copy of a component beside the shared library.
+function(wq_add_layer_library layer export_name)
+  cmake_parse_arguments(ARG "" "WHOLE" "PUBLIC_DEPS;PRIVATE_DEPS;LAYER_DEPS" ${ARGN})
+  set(target wq_${layer})
+  get_property(components GLOBAL PROPERTY WQ_${layer}_COMPONENTS)
+
+  add_library(${target}_static INTERFACE)
+  set_target_properties(${target}_static PROPERTIES EXPORT_NAME ${layer}_static)
+  set(static_components ${components})
+  if(ARG_WHOLE)
+    list(REMOVE_ITEM static_components ${ARG_WHOLE})
+    string(REPLACE "wq_${layer}_" "WQGeneral::${layer}_" exported_whole ${ARG_WHOLE})
+    target_link_libraries(${target}_static INTERFACE
+      "$<BUILD_INTERFACE:$<LINK_LIBRARY:WHOLE_ARCHIVE,${ARG_WHOLE}>>"
+      "$<INSTALL_INTERFACE:$<LINK_LIBRARY:WHOLE_ARCHIVE,${exported_whole}>>")
+  endif()
+  foreach(dep IN LISTS ARG_LAYER_DEPS)
+    target_link_libraries(${target}_static INTERFACE wq_${dep}_static)
+  endforeach()
+  target_link_libraries(${target}_static INTERFACE ${ARG_PUBLIC_DEPS} ${static_components})
+
+  if(BUILD_SHARED_LIBS)
+    set(anchor ${CMAKE_CURRENT_BINARY_DIR}/wq_${layer}_library.cpp)
+    file(WRITE ${anchor} "// The library is made of its components' objects.\n")
+    set(objects)
+    foreach(component IN LISTS components)
+      list(APPEND objects $<TARGET_OBJECTS:${component}>)
+    endforeach()
+    add_library(${target} SHARED ${anchor} ${objects})
+    set_target_properties(${target} PROPERTIES
+      OUTPUT_NAME WQGeneral${export_name}
+      VERSION ${PROJECT_VERSION}
+      SOVERSION ${PROJECT_VERSION_MAJOR})
+    target_include_directories(${target} PUBLIC
+      $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${layer}/include>
+      $<INSTALL_INTERFACE:include>)
+    foreach(dep IN LISTS ARG_LAYER_DEPS)
+      target_link_libraries(${target} PUBLIC wq_${dep})
+    endforeach()
+    target_link_libraries(${target} PUBLIC ${ARG_PUBLIC_DEPS} PRIVATE ${ARG_PRIVATE_DEPS})
+  else()
+    add_library(${target} INTERFACE)
+    target_link_libraries(${target} INTERFACE ${target}_static)
+  endif()
+  add_library(WQGeneral::${export_name} ALIAS ${target})
+  set_target_properties(${target} PROPERTIES EXPORT_NAME ${export_name})
+endfunction()

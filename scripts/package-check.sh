@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Builds the Debian packages of a shared-library build, unpacks them into a
+# scratch root with dpkg -x and builds the example consumer against them.
+set -euo pipefail
+build=${1:-build}
+root=$(mktemp -d)
+trap 'rm -rf "$root"' EXIT
+rm -rf "$build/packages"
+(cd "$build" && cpack -G DEB >"$root.log" 2>&1) || { cat "$root.log"; rm -f "$root.log"; exit 1; }
+rm -f "$root.log"
+for deb in "$build"/packages/*.deb; do dpkg -x "$deb" "$root"; done
+echo "packages: $(cd "$build/packages" && echo *.deb)"
+# The tool finds its library beside it in the unpacked tree.
+"$root/usr/bin/wq" money format 1 >/dev/null
+bash scripts/consumer-build.sh "$root/usr"
