@@ -89,10 +89,10 @@ TEST(EncryptedDocument, PasswordEnvelopeSaltAndIV)
 TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
 {
     const QString documents[] = {
-        QString(),
         QStringLiteral("<doc/>"),
-        QStringLiteral("<doc>Gr\u00fc\u00dfe, \u65e5\u672c\u8a9e, \u0627\u0644\u0639\u0631\u0628\u064a\u0629 & <\"'></doc>"),
-        QStringLiteral("0123456789abcdef"),   // fills its block exactly
+        QStringLiteral("<?xml version='1.0'?><!DOCTYPE doc><doc a=\"1\">Gr\u00fc\u00dfe, \u65e5\u672c\u8a9e, "
+                       "\u0627\u0644\u0639\u0631\u0628\u064a\u0629 &amp; &lt;\"'&gt;<![CDATA[<&>]]></doc>\n"),
+        QStringLiteral("<a>0123456789</a>"),   // fills its block exactly
     };
     const QString passwords[] = {
         QStringLiteral("correct horse"), QString(), QStringLiteral("p\u00e4ssw\u00f6rd"),
@@ -107,6 +107,23 @@ TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
             EXPECT_TRUE(opensAs(keyed, password, document));
             EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(document, password, 1000), password, document));
         }
+    }
+}
+
+TEST(EncryptedDocument, ClassicEnvelopeOpensOnlyToAWellFormedDocument)
+{
+    // The classic envelope has nothing else to tell its own text from a
+    // changed one; the authenticated envelope's tag vouches for any text.
+    const QString texts[] = {
+        QString(), QStringLiteral("0123456789abcdef"), QStringLiteral("<a>1</a><b/>"), QStringLiteral("<a>&</a>"),
+        QStringLiteral("<a b='1' b='2'/>"), QStringLiteral("<a>\u0001</a>"), QStringLiteral("<a></b>"),
+        QStringLiteral("<a>&bogus;</a>"), QStringLiteral("<a>]]></a>"),
+    };
+    for (const QString& text : texts) {
+        EXPECT_EQ(xml_decryptDocumentWithPassword(xml_encryptDocumentWithPassword(text, QStringLiteral("pw")),
+                                                  QStringLiteral("pw")).error,
+                  WQEnvelopeError::WrongPasswordOrDamaged) << text.toStdString();
+        EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(text, QStringLiteral("pw"), 1), QStringLiteral("pw"), text));
     }
 }
 
@@ -225,9 +242,10 @@ TEST(EncryptedDocument, InspectClassicEnvelope)
 TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
 {
     // Large enough that the value runs over many of the reader's slices.
-    QString document;
+    QString document = QStringLiteral("<rows>");
     for (int i = 0; document.size() < 300000; ++i)
         document += QStringLiteral("<r>%1</r>").arg(i);
+    document += QStringLiteral("</rows>");
     const QString password = QStringLiteral("pw");
     const QString envelope = xml_encryptDocumentWithPassword(document, password);
     const qsizetype value = envelope.indexOf(u"<CipherValue>") + 13;
