@@ -160,11 +160,11 @@ WQDecryptedDocumentUTF8 decrypt(QByteArrayView envelope, const QString& password
     return result;
 }
 
-WQEnvelopeInfo inspect(QByteArrayView envelope, const WQEnvelopeLimits& limits)
+WQEnvelopeInfo inspect(QByteArrayView envelope, const WQEnvelopeLimits& limits, WQEnvelopeDetail detail)
 {
     ParsedEnvelope parsed = parseEnvelope(envelope, limits);
     WQEnvelopeInfo& info = parsed.info;
-    if (info.error != WQEnvelopeError::None)
+    if (info.error != WQEnvelopeError::None || detail == WQEnvelopeDetail::Structure)
         return std::move(info);
     info.error = WQEnvelopeError::DamagedValue;
     std::optional<QByteArray> compact;
@@ -206,9 +206,9 @@ bool tooLarge(const QString& envelope, const WQEnvelopeLimits& limits)
 
 } // namespace
 
-WQEnvelopeInfo xml_inspectEnvelopeUTF8(QByteArrayView envelope, const WQEnvelopeLimits& limits)
+WQEnvelopeInfo xml_inspectEnvelopeUTF8(QByteArrayView envelope, const WQEnvelopeLimits& limits, WQEnvelopeDetail detail)
 {
-    return inspect(envelope, limits);
+    return inspect(envelope, limits, detail);
 }
 
 WQEnvelopeInfo xml_inspectEnvelope(const QString& envelope, const WQEnvelopeLimits& limits)
@@ -218,7 +218,7 @@ WQEnvelopeInfo xml_inspectEnvelope(const QString& envelope, const WQEnvelopeLimi
         info.error = WQEnvelopeError::TooLarge;
         return info;
     }
-    return inspect(envelope.toUtf8(), limits);
+    return inspect(envelope.toUtf8(), limits, WQEnvelopeDetail::Everything);
 }
 
 WQDecryptedDocumentUTF8 xml_decryptDocumentUTF8WithPassword(QByteArrayView envelope, const QString& password,

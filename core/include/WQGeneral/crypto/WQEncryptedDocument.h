@@ -41,6 +41,9 @@ inline constexpr std::uint32_t kWQAuthenticatedIterationCount = 600000;
 // The reader refuses higher counts, so a hostile file cannot make opening
 // take minutes; a bit over three times the figure above (about a second).
 inline constexpr std::uint64_t kWQMaximumIterationCount = 2000000;
+// The longest password, in bytes of UTF-8, that applications should ask for
+// (the wq tool refuses longer ones and empty ones).
+inline constexpr qsizetype kWQMaximumPasswordLength = 4096;
 
 // The reader's default for the largest envelope it takes.
 inline constexpr qsizetype kWQDefaultMaximumEnvelopeSize = qsizetype(64) * 1024 * 1024;
@@ -93,9 +96,18 @@ struct WQEnvelopeInfo {
     QByteArray cipherText;             // with the tag at its end when authenticated
 };
 
+enum class WQEnvelopeDetail {
+    Everything,
+    // Algorithms, count and salt only: iv and cipherText stay empty and the
+    // cipher value is checked when it is decrypted, saving a pass and a
+    // copy over it.
+    Structure,
+};
+
 // Reads an envelope without decrypting it.
 WQEnvelopeInfo xml_inspectEnvelope(const QString& envelope, const WQEnvelopeLimits& limits = {});
-WQEnvelopeInfo xml_inspectEnvelopeUTF8(QByteArrayView envelope, const WQEnvelopeLimits& limits = {});
+WQEnvelopeInfo xml_inspectEnvelopeUTF8(QByteArrayView envelope, const WQEnvelopeLimits& limits = {},
+                                       WQEnvelopeDetail detail = WQEnvelopeDetail::Everything);
 
 struct WQDecryptedDocument {
     WQEnvelopeError error = WQEnvelopeError::NotAnEnvelope;
