@@ -38,9 +38,10 @@ int runRound(const QStringList& arguments)
             err(QStringLiteral("--split rounds to seven places; give 7 as PLACES"));
             return kExitUsage;
         }
-        // The whole part has to fit 32 bits.
-        if (!(value > -2147483649.0 && value < 2147483648.0)) {
-            err(QStringLiteral("%1 is out of range for --split: the whole part runs from -2147483648 to 2147483647")
+        // The whole part and its negation have to fit 32 bits; beyond that
+        // the rounding clamps or wraps.
+        if (!(value > -2147483648.0 && value <= 2147483647.0)) {
+            err(QStringLiteral("%1 is out of range for --split: values run from -2147483647.9999999 to 2147483647")
                     .arg(args[1]));
             return kExitUsage;
         }
