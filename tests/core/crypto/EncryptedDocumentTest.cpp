@@ -282,3 +282,88 @@ TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
               WQEnvelopeError::DamagedValue);
     EXPECT_EQ(xml_decryptDocumentWithPassword(envelope.left(value + 100000), password).error, WQEnvelopeError::DamagedValue);
 }
+
+TEST(EncryptedDocument, PaddingOracleReplayGetsOneAnswer)
+{
+    // The attack: change the IV byte by byte and ask whether decryption
+    // failed. Each of the 255 changes of the byte that decides the padding
+    // (and of the first byte, which decides the document) must give the
+    // same answer as a wrong password, with no text coming out.
+    const QByteArray salt = "saltsalt", iv = "IVIVIVIVIVIVIVIV";
+    const QString password = QStringLiteral("pw");
+    const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
+    const QString envelope = xml_encryptDocumentWithKey(QStringLiteral("<a>x</a>"), key.bytes(), salt, iv);
+    const QString ivText = QString::fromLatin1(iv.toBase64());
+    ASSERT_TRUE(opensAs(envelope, password, QStringLiteral("<a>x</a>")));
+    const WQEnvelopeError wrongPassword = xml_decryptDocumentWithPassword(envelope, QStringLiteral("guess")).error;
+    for (const int at : {15, 0}) {
+        for (int change = 1; change < 256; ++change) {
+            QByteArray changed = iv;
+            changed[at] = char(changed[at] ^ change);
+            const WQDecryptedDocument opened = xml_decryptDocumentWithPassword(
+                QString(envelope).replace(ivText, QString::fromLatin1(changed.toBase64())), password);
+            ASSERT_EQ(opened.error, wrongPassword) << at << " " << change;
+            ASSERT_TRUE(opened.document.isEmpty());
+        }
+    }
+}
+
+TEST(EncryptedDocument, PaddingIsCheckedWhole)
+{
+    const QByteArray key = "0123456789abcdef", iv = "IVIVIVIVIVIVIVIV";
+    const auto decrypt = [&](const QByteArray& plain) {
+        return AES128DecryptWithDerivedKey(*AES128EncryptWithDerivedKey(plain, key, iv), key, iv);
+    };
+    // Every valid padding length comes off; the blocks must be whole.
+    for (int n = 0; n <= 32; ++n) {
+        const QByteArray plain(n, 'p');
+        EXPECT_EQ(decrypt(plain), plain) << n;
+    }
+    const QByteArray block = *AES128EncryptWithDerivedKey(QByteArray(15, 'p'), key, iv);
+    EXPECT_FALSE(AES128DecryptWithDerivedKey(block.left(15), key, iv).has_value());
+    EXPECT_FALSE(AES128DecryptWithDerivedKey(QByteArray(), key, iv).has_value());
+    // Blocks ending in paddings that are not: 0, 17, and 3 bytes of which one differs.
+    const QByteArray last[] = {QByteArray(15, 'p') + '\x00', QByteArray(15, 'p') + '\x11',
+                               QByteArray(13, 'p') + "\x02\x03\x03", QByteArray(16, '\x10').replace(0, 1, "\x0f")};
+    for (const QByteArray& plain : last) {
+        const QByteArray sealed = AES128EncryptWithDerivedKey(plain, key, iv)->left(16);   // drop the added block
+        EXPECT_FALSE(AES128DecryptWithDerivedKey(sealed, key, iv).has_value()) << plain.toHex().toStdString();
+    }
+}
+
+TEST(EncryptedDocument, HostileShapesAreRefusedAtOnce)
+{
+    const QString good = keyedEnvelope();
+    const auto errorOf = [](const QString& envelope, WQEnvelopeLimits limits = {}) {
+        return xml_decryptDocumentWithPassword(envelope, QStringLiteral("pw"), limits).error;
+    };
+    const qsizetype root = good.indexOf(u"MimeType");
+    QString attributes;
+    for (int i = 0; i < 33; ++i)
+        attributes += QStringLiteral("a%1='' ").arg(i);
+    using E = WQEnvelopeError;
+    const std::pair<QString, E> cases[] = {
+        {QString(good).insert(root, attributes), E::TooLarge},
+        {QString(good).insert(good.indexOf(u"<CipherData>"), QStringLiteral("<x>").repeated(40)), E::TooLarge},
+        {QString(good).insert(good.indexOf(u"<CipherData>"), QStringLiteral("<x/>").repeated(1100)), E::TooLarge},
+        {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QString(2000, u'A')), E::TooLarge},
+        {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>") + QString(100, u' ') + QStringLiteral("1000")), E::TooLarge},
+        {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>99999999999999999999999")), E::DamagedValue},
+        {QStringLiteral("<?xml version='1.0'?><!DOCTYPE EncryptedData [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;'>]>")
+             + good.mid(good.indexOf(u"<EncryptedData")), E::NotAnEnvelope},
+        {QStringLiteral("<!DOCTYPE EncryptedData SYSTEM 'file:///etc/passwd'>") + good.mid(good.indexOf(u"<EncryptedData")),
+         E::NotAnEnvelope},
+        {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QStringLiteral("&xxe;")), E::DamagedValue},
+        {QString(good).replace(QStringLiteral("<ds:KeyInfo"), QStringLiteral("<q:KeyInfo")), E::DamagedValue},   // an undeclared prefix
+    };
+    for (const auto& [envelope, error] : cases)
+        EXPECT_EQ(errorOf(envelope), error) << envelope.left(200).toStdString();
+    // The size limit, and an application raising it.
+    WQEnvelopeLimits small;
+    small.maximumSize = good.size() - 1;
+    EXPECT_EQ(errorOf(good, small), E::TooLarge);
+    EXPECT_EQ(xml_inspectEnvelope(good, small).error, E::TooLarge);
+    small.maximumSize = good.size();
+    EXPECT_NE(errorOf(good, small), E::TooLarge);
+    EXPECT_FALSE(WQEnvelopeErrorDescription(E::TooLarge).isEmpty());
+}
