@@ -35,6 +35,9 @@ inline constexpr qsizetype kGCMIVCharacters = 16;
 inline constexpr qsizetype kMaximumDepth = 32;
 inline constexpr qsizetype kMaximumAttributes = 32;
 inline constexpr qsizetype kMaximumElements = 1024;
+// Namespace and algorithm identifiers longer than this are none the reader
+// knows, and are not copied.
+inline constexpr qsizetype kMaximumIdentifier = 1024;
 // Iteration count and key length: a few digits and white space.
 inline constexpr qsizetype kMaximumNumberText = 64;
 

@@ -43,8 +43,8 @@ struct Binding {
 
 class EnvelopeParser {
 public:
-    EnvelopeParser(QByteArrayView envelope)
-        : _wq_xml(envelope, xml::ScannerLimits{kMaximumDepth, kMaximumAttributes, kMaximumElements, false, false})
+    explicit EnvelopeParser(QByteArrayView envelope)
+        : _wq_envelope(envelope), _wq_xml(envelope, xml::ScannerLimits{kMaximumDepth, kMaximumAttributes, kMaximumElements, false, false})
     {
     }
 
@@ -63,6 +63,7 @@ private:
             _wq_error = error;
     }
 
+    QByteArrayView _wq_envelope;
     xml::Scanner _wq_xml;
     std::vector<Role> _wq_open;
     std::vector<Binding> _wq_bindings;
@@ -100,7 +101,9 @@ bool EnvelopeParser::bindNamespaces()
             prefix = attribute.name.sliced(6);
         else
             continue;
-        std::optional<QByteArray> uri = xml::decodedText(attribute.value, true);
+        // No namespace this reader knows is that long; keep no copy of one that is.
+        std::optional<QByteArray> uri = attribute.value.size() > kMaximumIdentifier
+            ? QByteArray("\x01") : xml::decodedText(attribute.value, true);
         if (!uri)
             return false;
         _wq_bindings.push_back({prefix.isEmpty() ? QByteArrayView() : prefix, std::move(*uri), depth});
@@ -166,6 +169,8 @@ void EnvelopeParser::startElement(Role role)
     const auto algorithm = [this]() -> QString {
         for (const xml::Attribute& attribute : _wq_xml.attributes()) {
             if (attribute.name == "Algorithm") {
+                if (attribute.value.size() > kMaximumIdentifier)
+                    return QStringLiteral("?");   // no algorithm this reader knows
                 const std::optional<QByteArray> value = xml::decodedText(attribute.value, true);
                 return value ? QString::fromUtf8(*value) : QString();
             }
@@ -358,6 +363,19 @@ ParsedEnvelope EnvelopeParser::parse()
             info.error = WQEnvelopeError::TooLarge;
             return std::move(_wq_result);
         }
+    }
+
+    // XML text is UTF-8 throughout. The cipher value, when it is still the
+    // envelope's own run, is checked character by character as it is decoded.
+    const QByteArrayView whole(_wq_envelope);
+    const QByteArrayView value = _wq_result.cipherValue;
+    const bool utf8 = value.isNull() || !_wq_result.cipherValueCopy.isNull()
+        ? whole.isValidUtf8()
+        : whole.first(value.data() - whole.data()).isValidUtf8()
+            && whole.sliced(value.data() + value.size() - whole.data()).isValidUtf8();
+    if (!utf8) {
+        info.error = WQEnvelopeError::NotAnEnvelope;
+        return std::move(_wq_result);
     }
 
     // Algorithms first: an envelope this reader cannot read says so even

@@ -155,23 +155,24 @@ Reference readReference(const char*& p, const char* end)
     return ref;
 }
 
-void appendUTF8(QByteArray& out, std::uint32_t c)
+char* putUTF8(char* to, std::uint32_t c)
 {
     if (c < 0x80) {
-        out.append(char(c));
+        *to++ = char(c);
     } else if (c < 0x800) {
-        out.append(char(0xC0 | (c >> 6)));
-        out.append(char(0x80 | (c & 0x3F)));
+        *to++ = char(0xC0 | (c >> 6));
+        *to++ = char(0x80 | (c & 0x3F));
     } else if (c < 0x10000) {
-        out.append(char(0xE0 | (c >> 12)));
-        out.append(char(0x80 | ((c >> 6) & 0x3F)));
-        out.append(char(0x80 | (c & 0x3F)));
+        *to++ = char(0xE0 | (c >> 12));
+        *to++ = char(0x80 | ((c >> 6) & 0x3F));
+        *to++ = char(0x80 | (c & 0x3F));
     } else {
-        out.append(char(0xF0 | (c >> 18)));
-        out.append(char(0x80 | ((c >> 12) & 0x3F)));
-        out.append(char(0x80 | ((c >> 6) & 0x3F)));
-        out.append(char(0x80 | (c & 0x3F)));
+        *to++ = char(0xF0 | (c >> 18));
+        *to++ = char(0x80 | ((c >> 12) & 0x3F));
+        *to++ = char(0x80 | ((c >> 6) & 0x3F));
+        *to++ = char(0x80 | (c & 0x3F));
     }
+    return to;
 }
 
 } // namespace
@@ -399,10 +400,20 @@ Scanner::Token Scanner::endTag()
 Scanner::Token Scanner::cdata()
 {
     const char* from = _p + 9;
-    const void* close = ::memmem(from, size_t(_end - from), "]]>", 3);
-    if (!close)
+    // The first ">" behind "]]": found by its ">", so that a run of "]" costs
+    // no more than any other text.
+    const char* to = nullptr;
+    for (const char* q = from + 2; q < _end; ++q) {
+        q = static_cast<const char*>(std::memchr(q, '>', size_t(_end - q)));
+        if (!q)
+            break;
+        if (q[-1] == ']' && q[-2] == ']') {
+            to = q - 2;
+            break;
+        }
+    }
+    if (!to)
         return fail(Failure::Malformed);
-    const char* to = static_cast<const char*>(close);
     if (_limits.checkCharacters)
         for (const char* q = from; q < to; ++q)
             if (classOf(*q) & kForbidden)
@@ -520,28 +531,36 @@ Scanner::Token Scanner::next()
 
 std::optional<QByteArray> decodedText(QByteArrayView raw, bool attributeValue)
 {
-    QByteArray out;
-    out.reserve(raw.size());
+    // Every reference and line end is at least as long as what it stands
+    // for, so the result never outgrows the text.
+    QByteArray out(raw.size(), Qt::Uninitialized);
+    char* to = out.data();
     const char* p = raw.data();
     const char* end = p + raw.size();
     while (p < end) {
-        const char c = *p;
-        if (c == '&') {
+        const char* special = p;
+        while (special < end && *special != '&' && *special != '\r' && !(attributeValue && (*special == '\t' || *special == '\n')))
+            ++special;
+        std::memcpy(to, p, size_t(special - p));
+        to += special - p;
+        p = special;
+        if (p == end)
+            break;
+        if (*p == '&') {
             const Reference ref = readReference(p, end);
             if (!ref.wellFormed || (ref.named && ref.codePoint == 0))
                 return std::nullopt;
-            appendUTF8(out, ref.codePoint);
-            continue;
-        }
-        if (c == '\r') {
+            to = putUTF8(to, ref.codePoint);
+        } else if (*p == '\r') {
             // CR LF and a lone CR both read as LF.
-            out.append(attributeValue ? ' ' : '\n');
+            *to++ = attributeValue ? ' ' : '\n';
             p += p + 1 < end && p[1] == '\n' ? 2 : 1;
-            continue;
+        } else {
+            *to++ = ' ';
+            ++p;
         }
-        out.append(attributeValue && (c == '\t' || c == '\n') ? ' ' : c);
-        ++p;
     }
+    out.truncate(to - out.constData());
     return out;
 }
 
