@@ -5,7 +5,11 @@
 #include "WQCipher.h"
 #include "WQEnvelopeFormat.h"
 #include "WQEnvelopeParser.h"
+#include "WQLargeBuffers.h"
+#include "WQTextBytes.h"
 #include "WQXmlScanner.h"
+
+#include <QStringDecoder>
 
 #include <openssl/crypto.h>
 
@@ -74,6 +78,7 @@ Outcome open(QByteArrayView text, bool authenticated, const std::uint8_t* key, Q
     if (!cipher.start(authenticated ? WQCipherStream::Mode::GCMDecrypt : WQCipherStream::Mode::CBCDecryptBlocks, key, *iv))
         return Outcome::Refused;
     plain = QByteArray(cipherLength + kAESBlock, Qt::Uninitialized);
+    _wq_prepareForWriting(plain.data(), plain.size());
     auto* out = reinterpret_cast<std::uint8_t*>(plain.data());
     qsizetype written = 0;
     std::array<std::uint8_t, kGCMTagLength> tag{};
@@ -218,7 +223,7 @@ WQEnvelopeInfo xml_inspectEnvelope(const QString& envelope, const WQEnvelopeLimi
         info.error = WQEnvelopeError::TooLarge;
         return info;
     }
-    return inspect(envelope.toUtf8(), limits, WQEnvelopeDetail::Everything);
+    return inspect(_wq_toUTF8(envelope), limits, WQEnvelopeDetail::Everything);
 }
 
 WQDecryptedDocumentUTF8 xml_decryptDocumentUTF8WithPassword(QByteArrayView envelope, const QString& password,
@@ -235,10 +240,17 @@ WQDecryptedDocument xml_decryptDocumentWithPassword(const QString& envelope, con
         result.error = WQEnvelopeError::TooLarge;
         return result;
     }
-    const WQDecryptedDocumentUTF8 opened = decrypt(envelope.toUtf8(), password, limits);
+    const WQDecryptedDocumentUTF8 opened = decrypt(_wq_toUTF8(envelope), password, limits);
     result.error = opened.error;
-    if (opened.ok())
-        result.document = QString::fromUtf8(opened.document);
+    if (opened.ok()) {
+        // Checked UTF-8: decoded straight into text of its final size at most.
+        QString document(opened.document.size(), Qt::Uninitialized);
+        _wq_prepareForWriting(document.data(), document.size() * qsizetype(sizeof(QChar)), false);
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        const QChar* end = decoder.appendToBuffer(document.data(), opened.document);
+        document.truncate(end - document.constData());
+        result.document = std::move(document);
+    }
     return result;
 }
 

@@ -3,6 +3,8 @@
 
 #include "WQCipher.h"
 #include "WQEnvelopeFormat.h"
+#include "WQLargeBuffers.h"
+#include "WQTextBytes.h"
 
 #include <openssl/crypto.h>
 
@@ -134,7 +136,9 @@ using CharOf = std::conditional_t<std::is_same_v<Result, QString>, char16_t, cha
 template <typename Result>
 Result allocate(qsizetype length)
 {
-    return Result(length, Qt::Uninitialized);
+    Result out(length, Qt::Uninitialized);
+    _wq_prepareForWriting(out.data(), length * qsizetype(sizeof(CharOf<Result>)));
+    return out;
 }
 
 template <typename Result>
@@ -223,7 +227,7 @@ Result authenticatedEnvelope(QByteArrayView document, const QString& password, s
 
 QString xml_encryptDocumentWithPassword(const QString& document, const QString& password)
 {
-    return passwordEnvelope<QString>(document.toUtf8(), password);
+    return passwordEnvelope<QString>(_wq_toUTF8(document), password);
 }
 
 QByteArray xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password)
@@ -235,13 +239,13 @@ QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, 
 {
     const WQAESKey aesKey(key);
     // The key variant writes nothing in place of a failed encryption.
-    return classicEnvelope<QString>(document.toUtf8(), aesKey.isValid() ? aesKey.data() : nullptr, salt, iv, "");
+    return classicEnvelope<QString>(_wq_toUTF8(document), aesKey.isValid() ? aesKey.data() : nullptr, salt, iv, "");
 }
 
 QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, const QString& password,
                                                      std::uint32_t iterationCount)
 {
-    return authenticatedEnvelope<QString>(document.toUtf8(), password, iterationCount);
+    return authenticatedEnvelope<QString>(_wq_toUTF8(document), password, iterationCount);
 }
 
 QByteArray xml_encryptDocumentUTF8AuthenticatedWithPassword(QByteArrayView document, const QString& password,

@@ -85,17 +85,20 @@ bool isCharacter(std::uint32_t c)
         || (c >= 0x10000 && c <= 0x10FFFF);
 }
 
-constexpr std::array<std::pair<const char*, char>, 5> kPredefined{{
-    {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"apos", '\''}, {"quot", '"'},
-}};
-
 // The predefined entity that name stands for, or 0.
 char predefined(QByteArrayView name)
 {
-    for (const auto& [entity, character] : kPredefined)
-        if (name == QByteArrayView(entity))
-            return character;
-    return 0;
+    const char* n = name.data();
+    switch (name.size()) {
+    case 2:
+        return n[1] != 't' ? 0 : n[0] == 'l' ? '<' : n[0] == 'g' ? '>' : 0;
+    case 3:
+        return std::memcmp(n, "amp", 3) == 0 ? '&' : 0;
+    case 4:
+        return std::memcmp(n, "apos", 4) == 0 ? '\'' : std::memcmp(n, "quot", 4) == 0 ? '"' : 0;
+    default:
+        return 0;
+    }
 }
 
 // Reads the reference at p ("&...;"), moving p past it. Answers the code
@@ -385,13 +388,18 @@ Scanner::Token Scanner::startTag()
 Scanner::Token Scanner::endTag()
 {
     _p += 2;
-    const char* name = _p;
-    while (_p < _end && (classOf(*_p) & kName))
-        ++_p;
-    _name = QByteArrayView(name, _p - name);
-    skipSpace();
-    if (_p >= _end || *_p != '>' || _name != _open.back())
+    // The name must be the open element's, and end there.
+    const QByteArrayView open = _open.back();
+    if (_end - _p <= open.size() || std::memcmp(_p, open.data(), size_t(open.size())) != 0
+        || (classOf(_p[open.size()]) & kName))
         return fail(Failure::Malformed);
+    _name = open;
+    _p += open.size();
+    if (*_p != '>') {
+        skipSpace();
+        if (_p >= _end || *_p != '>')
+            return fail(Failure::Malformed);
+    }
     ++_p;
     _open.pop_back();
     return Token::EndElement;
@@ -509,22 +517,21 @@ Scanner::Token Scanner::next()
             return fail(Failure::Malformed);
         if (*_p != '<')
             return textRun();
-        if (startsWith("</", 2))
+        const char second = _p + 1 < _end ? _p[1] : 0;
+        if (second == '/')
             return endTag();
-        if (startsWith("<!--", 4)) {
-            if (!skipComment())
+        if (second == '!') {
+            if (startsWith("<![CDATA[", 9))
+                return cdata();
+            if (!startsWith("<!--", 4) || !skipComment())
                 return fail(Failure::Malformed);
             continue;
         }
-        if (startsWith("<![CDATA[", 9))
-            return cdata();
-        if (startsWith("<?", 2)) {
+        if (second == '?') {
             if (!skipProcessingInstruction(false))
                 return fail(Failure::Malformed);
             continue;
         }
-        if (startsWith("<!", 2))
-            return fail(Failure::Malformed);
         return startTag();
     }
 }

@@ -4,6 +4,10 @@
 
 #include <QRegularExpression>
 
+#include "WQTextBytes.h"
+
+#include <random>
+
 using namespace wq;
 
 namespace {
@@ -366,4 +370,21 @@ TEST(EncryptedDocument, HostileShapesAreRefusedAtOnce)
     small.maximumSize = good.size();
     EXPECT_NE(errorOf(good, small), E::TooLarge);
     EXPECT_FALSE(WQEnvelopeErrorDescription(E::TooLarge).isEmpty());
+}
+
+TEST(EncryptedDocument, TextBecomesTheSameUTF8AsQtMakesIt)
+{
+    // Random runs of ASCII, two- and three-byte characters, pairs and lone
+    // surrogates: the envelopes' own conversion must agree byte for byte.
+    std::mt19937 random(17);
+    const char16_t pieces[] = {u'a', u'<', 0x00E9, 0x07FF, 0x0800, 0x65E5, 0xFFFD, 0xD83D, 0xDE00, 0xDBFF, 0xDC00};
+    for (int round = 0; round < 300; ++round) {
+        QString text;
+        const int length = int(random() % 80);
+        for (int i = 0; i < length; ++i) {
+            const bool run = random() % 3 == 0;
+            text += run ? QString(int(random() % 40), QChar(u'x')) : QString(QChar(pieces[random() % std::size(pieces)]));
+        }
+        ASSERT_EQ(_wq_toUTF8(text), text.toUtf8()) << round;
+    }
 }
