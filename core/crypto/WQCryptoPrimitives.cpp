@@ -11,6 +11,7 @@
 #include <openssl/rand.h>
 #include <openssl/sha.h>
 
+#include <algorithm>
 #include <limits>
 #include <cstring>
 #include <memory>
@@ -129,25 +130,43 @@ WQAESKey pkcs_pbkdf2_derive_aes128_key_with_salt(const QString& password, QByteA
 
 // --- ciphers --------------------------------------------------------------
 
-namespace {
-
-struct CipherContextFree {
-    void operator()(EVP_CIPHER_CTX* context) const { EVP_CIPHER_CTX_free(context); }
-};
-using CipherContext = std::unique_ptr<EVP_CIPHER_CTX, CipherContextFree>;
-
-// EVP takes int lengths: feed big inputs in slices.
-constexpr qsizetype kSlice = qsizetype(1) << 30;
-
-bool update(EVP_CIPHER_CTX* context, std::uint8_t* out, qsizetype& written, const std::uint8_t* in, qsizetype length,
-            bool encrypt)
+void WQCipherStream::Free::operator()(evp_cipher_ctx_st* context) const
 {
+    EVP_CIPHER_CTX_free(context);   // also wipes the key schedule
+}
+
+WQCipherStream::WQCipherStream() : _wq_context(EVP_CIPHER_CTX_new()) {}
+
+WQCipherStream::~WQCipherStream() = default;
+
+bool WQCipherStream::start(Mode mode, const std::uint8_t* key, QByteArrayView iv)
+{
+    _wq_mode = mode;
+    EVP_CIPHER_CTX* context = _wq_context.get();
+    if (!context)
+        return false;
+    const auto* ivBytes = reinterpret_cast<const unsigned char*>(iv.data());
+    const int encrypt = mode == Mode::CBCEncrypt || mode == Mode::GCMEncrypt ? 1 : 0;
+    if (mode == Mode::CBCEncrypt || mode == Mode::CBCDecryptBlocks) {
+        if (iv.size() < kAESBlock || EVP_CipherInit_ex(context, EVP_aes_128_cbc(), nullptr, key, ivBytes, encrypt) != 1)
+            return false;
+        // Decryption leaves the padding to the constant-time check.
+        return mode == Mode::CBCEncrypt || EVP_CIPHER_CTX_set_padding(context, 0) == 1;
+    }
+    return iv.size() > 0 && iv.size() <= 64
+        && EVP_CipherInit_ex(context, EVP_aes_128_gcm(), nullptr, nullptr, nullptr, encrypt) == 1
+        && EVP_CIPHER_CTX_ctrl(context, EVP_CTRL_GCM_SET_IVLEN, int(iv.size()), nullptr) == 1
+        && EVP_CipherInit_ex(context, nullptr, nullptr, key, ivBytes, encrypt) == 1;
+}
+
+bool WQCipherStream::update(const std::uint8_t* in, qsizetype length, std::uint8_t* out, qsizetype& written)
+{
+    // EVP takes int lengths: feed big inputs in slices.
+    constexpr qsizetype kSlice = qsizetype(1) << 30;
     for (qsizetype done = 0; done < length;) {
         const int slice = int(std::min(kSlice, length - done));
         int n = 0;
-        const int ok = encrypt ? EVP_EncryptUpdate(context, out + written, &n, in + done, slice)
-                               : EVP_DecryptUpdate(context, out + written, &n, in + done, slice);
-        if (ok != 1)
+        if (EVP_CipherUpdate(_wq_context.get(), out + written, &n, in + done, slice) != 1)
             return false;
         written += n;
         done += slice;
@@ -155,49 +174,94 @@ bool update(EVP_CIPHER_CTX* context, std::uint8_t* out, qsizetype& written, cons
     return true;
 }
 
+bool WQCipherStream::finish(std::uint8_t* out, qsizetype& written)
+{
+    int n = 0;
+    if (EVP_CipherFinal_ex(_wq_context.get(), out + written, &n) != 1)
+        return false;
+    written += n;
+    return true;
+}
+
+bool WQCipherStream::tag(std::uint8_t* out) const
+{
+    return EVP_CIPHER_CTX_ctrl(_wq_context.get(), EVP_CTRL_GCM_GET_TAG, kGCMTagLength, out) == 1;
+}
+
+bool WQCipherStream::setTag(const std::uint8_t* tag)
+{
+    return EVP_CIPHER_CTX_ctrl(_wq_context.get(), EVP_CTRL_GCM_SET_TAG, kGCMTagLength,
+                               const_cast<std::uint8_t*>(tag)) == 1;
+}
+
+namespace {
+
+// All ones when a < b, else 0; both below 2^31.
+inline std::uint32_t maskLess(std::uint32_t a, std::uint32_t b)
+{
+    return 0u - ((a - b) >> 31);
+}
+
+inline std::uint32_t maskEqual(std::uint32_t a, std::uint32_t b)
+{
+    return 0u - (((a ^ b) - 1u) >> 31);
+}
+
 } // namespace
+
+qsizetype _wq_unpadCBC(const std::uint8_t* blocks, qsizetype length, std::uint32_t& valid)
+{
+    valid = 0;
+    if (length < kAESBlock || length % kAESBlock != 0)
+        return length;
+    const std::uint8_t* last = blocks + length - kAESBlock;
+    const std::uint32_t pad = last[kAESBlock - 1];
+    // 1 <= pad <= 16, and the last pad bytes all equal pad; every byte of
+    // the block is looked at whatever pad is.
+    std::uint32_t good = maskLess(0, pad) & maskLess(pad, kAESBlock + 1);
+    for (std::uint32_t i = 0; i < std::uint32_t(kAESBlock); ++i) {
+        const std::uint32_t inPadding = maskLess(i, pad);
+        good &= ~inPadding | maskEqual(last[kAESBlock - 1 - i], pad);
+    }
+    valid = good;
+    return length - qsizetype(pad & good);
+}
 
 std::optional<QByteArray> _wq_aes128CBC(QByteArrayView data, const std::uint8_t* key, QByteArrayView iv, bool encrypt)
 {
-    if (iv.size() < 16)
+    WQCipherStream cipher;
+    if (!cipher.start(encrypt ? WQCipherStream::Mode::CBCEncrypt : WQCipherStream::Mode::CBCDecryptBlocks, key, iv))
         return std::nullopt;
-    CipherContext context(EVP_CIPHER_CTX_new());
-    if (!context
-        || EVP_CipherInit_ex(context.get(), EVP_aes_128_cbc(), nullptr, key,
-                             reinterpret_cast<const unsigned char*>(iv.data()), encrypt ? 1 : 0) != 1)
+    if (!encrypt && (data.isEmpty() || data.size() % kAESBlock != 0))
         return std::nullopt;
     // Room for the input plus one block, as the one-shot cipher call wants.
-    QByteArray out(data.size() + 16, Qt::Uninitialized);
+    QByteArray out(data.size() + kAESBlock, Qt::Uninitialized);
     auto* outBytes = reinterpret_cast<std::uint8_t*>(out.data());
     qsizetype written = 0;
-    int last = 0;
-    if (!update(context.get(), outBytes, written, reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), encrypt)
-        || (encrypt ? EVP_EncryptFinal_ex(context.get(), outBytes + written, &last)
-                    : EVP_DecryptFinal_ex(context.get(), outBytes + written, &last)) != 1) {
+    const bool ok = cipher.update(reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), outBytes, written)
+        && cipher.finish(outBytes, written);
+    std::uint32_t valid = ~0u;
+    if (ok && !encrypt)
+        written = _wq_unpadCBC(outBytes, written, valid);
+    if (!ok || !valid) {
         if (!encrypt)
             OPENSSL_cleanse(out.data(), size_t(out.size()));
         return std::nullopt;
     }
-    out.truncate(written + last);
+    out.truncate(written);
     return out;
 }
 
 std::optional<QByteArray> _wq_aes128GCMEncrypt(QByteArrayView data, const std::uint8_t* key, QByteArrayView iv)
 {
-    CipherContext context(EVP_CIPHER_CTX_new());
-    if (!context || EVP_EncryptInit_ex(context.get(), EVP_aes_128_gcm(), nullptr, nullptr, nullptr) != 1
-        || EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_IVLEN, int(iv.size()), nullptr) != 1
-        || EVP_EncryptInit_ex(context.get(), nullptr, nullptr, key, reinterpret_cast<const unsigned char*>(iv.data())) != 1)
+    WQCipherStream cipher;
+    if (!cipher.start(WQCipherStream::Mode::GCMEncrypt, key, iv))
         return std::nullopt;
-    QByteArray out(data.size() + kGCMTagLength, Qt::Uninitialized);
+    QByteArray out(data.size() + kAESBlock + kGCMTagLength, Qt::Uninitialized);
     auto* outBytes = reinterpret_cast<std::uint8_t*>(out.data());
     qsizetype written = 0;
-    int last = 0;
-    if (!update(context.get(), outBytes, written, reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), true)
-        || EVP_EncryptFinal_ex(context.get(), outBytes + written, &last) != 1)
-        return std::nullopt;
-    written += last;
-    if (EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_GET_TAG, kGCMTagLength, outBytes + written) != 1)
+    if (!cipher.update(reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), outBytes, written)
+        || !cipher.finish(outBytes, written) || !cipher.tag(outBytes + written))
         return std::nullopt;
     out.truncate(written + kGCMTagLength);
     return out;
@@ -208,24 +272,20 @@ std::optional<QByteArray> _wq_aes128GCMDecrypt(QByteArrayView dataAndTag, const 
     if (dataAndTag.size() < kGCMTagLength)
         return std::nullopt;
     const QByteArrayView data = dataAndTag.first(dataAndTag.size() - kGCMTagLength);
-    QByteArray tag = dataAndTag.last(kGCMTagLength).toByteArray();
-    CipherContext context(EVP_CIPHER_CTX_new());
-    if (!context || EVP_DecryptInit_ex(context.get(), EVP_aes_128_gcm(), nullptr, nullptr, nullptr) != 1
-        || EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_IVLEN, int(iv.size()), nullptr) != 1
-        || EVP_DecryptInit_ex(context.get(), nullptr, nullptr, key, reinterpret_cast<const unsigned char*>(iv.data())) != 1)
+    WQCipherStream cipher;
+    if (!cipher.start(WQCipherStream::Mode::GCMDecrypt, key, iv))
         return std::nullopt;
-    QByteArray out(data.size() + 16, Qt::Uninitialized);
+    QByteArray out(data.size() + kAESBlock, Qt::Uninitialized);
     auto* outBytes = reinterpret_cast<std::uint8_t*>(out.data());
     qsizetype written = 0;
-    int last = 0;
-    if (!update(context.get(), outBytes, written, reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), false)
-        || EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_TAG, kGCMTagLength, tag.data()) != 1
-        || EVP_DecryptFinal_ex(context.get(), outBytes + written, &last) != 1) {
+    if (!cipher.update(reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), outBytes, written)
+        || !cipher.setTag(reinterpret_cast<const std::uint8_t*>(dataAndTag.data() + data.size()))
+        || !cipher.finish(outBytes, written)) {
         // Never let unauthenticated plain text out.
         OPENSSL_cleanse(out.data(), size_t(out.size()));
         return std::nullopt;
     }
-    out.truncate(written + last);
+    out.truncate(written);
     return out;
 }
 

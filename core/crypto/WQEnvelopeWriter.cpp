@@ -3,8 +3,14 @@
 
 #include "WQCipher.h"
 #include "WQEnvelopeFormat.h"
+#include "WQLargeBuffers.h"
+#include "WQTextBytes.h"
 
 #include <openssl/crypto.h>
+
+#include <array>
+#include <cstring>
+#include <type_traits>
 
 namespace wq {
 
@@ -13,122 +19,239 @@ namespace {
 using namespace envelope;
 
 struct Template {
-    QStringView cipher;
-    QStringView prf;
+    QLatin1StringView cipher;
+    QLatin1StringView prf;
     std::uint32_t iterations;
 };
 
+const Template kClassic{kAES128CBC, kHMACSHA1, 1000};
+
 // Everything up to and including "<Salt><Specified>".
-void appendHead(QString& out, const Template& t)
+QByteArray head(const Template& t)
 {
-    out += u"<?xml version='1.0' encoding='UTF-8'?>";
-    out += u"<EncryptedData xmlns='";
-    out += kXencNamespace;
-    out += u"' MimeType='text/xml'><EncryptionMethod Algorithm='";
-    out += t.cipher;
-    out += u"'/><ds:KeyInfo xmlns:ds='";
-    out += kDsigNamespace;
-    out += u"'><xenc11:DerivedKey xmlns:xsi='";
-    out += kXsiNamespace;
-    out += u"' xmlns:xenc='";
-    out += kXencNamespace;
-    out += u"' xmlns:xenc11='";
-    out += kXenc11Namespace;
-    out += u"' xmlns:pkcs-5='";
-    out += kPkcs5Namespace;
-    out += u"'><xenc11:KeyDerivationMethod Algorithm='";
-    out += kPBKDF2;
-    out += u"'><pkcs-5:PBKDF2-params><Salt><Specified>";
+    QByteArray out;
+    out.reserve(640);
+    out += "<?xml version='1.0' encoding='UTF-8'?>";
+    out += "<EncryptedData xmlns='";
+    out += bytes(kXencNamespace);
+    out += "' MimeType='text/xml'><EncryptionMethod Algorithm='";
+    out += bytes(t.cipher);
+    out += "'/><ds:KeyInfo xmlns:ds='";
+    out += bytes(kDsigNamespace);
+    out += "'><xenc11:DerivedKey xmlns:xsi='";
+    out += bytes(kXsiNamespace);
+    out += "' xmlns:xenc='";
+    out += bytes(kXencNamespace);
+    out += "' xmlns:xenc11='";
+    out += bytes(kXenc11Namespace);
+    out += "' xmlns:pkcs-5='";
+    out += bytes(kPkcs5Namespace);
+    out += "'><xenc11:KeyDerivationMethod Algorithm='";
+    out += bytes(kPBKDF2);
+    out += "'><pkcs-5:PBKDF2-params><Salt><Specified>";
+    return out;
 }
 
 // From "</Specified></Salt>" to "<CipherValue>".
-void appendMiddle(QString& out, const Template& t)
+QByteArray middle(const Template& t)
 {
-    out += u"</Specified></Salt><IterationCount>";
-    out += QString::number(t.iterations);
-    out += u"</IterationCount><KeyLength>16</KeyLength><PRF Algorithm='";
-    out += t.prf;
-    out += u"'/></pkcs-5:PBKDF2-params></xenc11:KeyDerivationMethod></xenc11:DerivedKey></ds:KeyInfo>"
-           u"<CipherData><CipherValue>";
+    QByteArray out;
+    out.reserve(400);
+    out += "</Specified></Salt><IterationCount>";
+    out += QByteArray::number(t.iterations);
+    out += "</IterationCount><KeyLength>16</KeyLength><PRF Algorithm='";
+    out += bytes(t.prf);
+    out += "'/></pkcs-5:PBKDF2-params></xenc11:KeyDerivationMethod></xenc11:DerivedKey></ds:KeyInfo>"
+           "<CipherData><CipherValue>";
+    return out;
 }
 
-void appendTail(QString& out)
-{
-    out += u"</CipherValue></CipherData></EncryptedData>";
-}
+constexpr QByteArrayView kTail("</CipherValue></CipherData></EncryptedData>");
 
-constexpr qsizetype kTemplateLength = 900;
-
-qsizetype base64Length(qsizetype bytes)
+constexpr qsizetype base64Length(qsizetype bytes)
 {
     return (bytes + 2) / 3 * 4;
 }
 
-const Template kClassic{kAES128CBC, kHMACSHA1, 1000};
+// The envelope's text written once into storage of its exact final size,
+// as bytes (char) or as text (char16_t).
+template <typename Char>
+class Writer {
+public:
+    explicit Writer(Char* at) : _wq_at(at) {}
 
-} // namespace
+    void put(QByteArrayView ascii)
+    {
+        std::copy(ascii.begin(), ascii.end(), _wq_at);
+        _wq_at += ascii.size();
+    }
+    void putBase64(QByteArrayView data) { put(base64EncodedBytes(data)); }
+    Char* position() const { return _wq_at; }
 
-QString xml_encryptDocumentWithPassword(const QString& document, const QString& password)
+private:
+    Char* _wq_at;
+};
+
+// Slices of the document encrypted and encoded at a time: a multiple of 3
+// and of the AES block, small enough that the cipher text never leaves the
+// cache before it is encoded.
+constexpr qsizetype kSlice = 48 * 1024;
+
+// Encrypts document and writes the Base64 of the cipher text (and of the
+// tag, for GCM) as it goes. False when the cipher failed.
+template <typename Char>
+bool sealInto(Writer<Char>& out, QByteArrayView document, WQCipherStream& cipher, bool authenticated)
+{
+    // Room for a slice, the cipher's last block or tag, and up to two bytes
+    // carried over to keep every encoded piece a multiple of 3.
+    QByteArray stage(kSlice + 2 * kAESBlock + kGCMTagLength, Qt::Uninitialized);
+    auto* staged = reinterpret_cast<std::uint8_t*>(stage.data());
+    qsizetype pending = 0;
+    const auto flush = [&](bool last) {
+        const qsizetype whole = last ? pending : pending / 3 * 3;
+        out.putBase64(QByteArrayView(staged, whole));
+        std::memmove(staged, staged + whole, size_t(pending - whole));
+        pending -= whole;
+    };
+    const auto* in = reinterpret_cast<const std::uint8_t*>(document.data());
+    for (qsizetype at = 0; at < document.size(); at += kSlice) {
+        if (!cipher.update(in + at, std::min(kSlice, document.size() - at), staged, pending))
+            return false;
+        flush(false);
+    }
+    if (!cipher.finish(staged, pending))
+        return false;
+    if (authenticated) {
+        if (!cipher.tag(staged + pending))
+            return false;
+        pending += kGCMTagLength;
+    }
+    flush(true);
+    return true;
+}
+
+template <typename Result>
+using CharOf = std::conditional_t<std::is_same_v<Result, QString>, char16_t, char>;
+
+template <typename Result>
+Result allocate(qsizetype length)
+{
+    Result out(length, Qt::Uninitialized);
+    _wq_prepareForWriting(out.data(), length * qsizetype(sizeof(CharOf<Result>)));
+    return out;
+}
+
+template <typename Result>
+CharOf<Result>* dataOf(Result& result)
+{
+    return reinterpret_cast<CharOf<Result>*>(result.data());
+}
+
+// The classic envelope. Without a usable key, the cipher value ends after
+// the IV and is followed by missing (what the writers put there instead).
+template <typename Result>
+Result classicEnvelope(QByteArrayView document, const std::uint8_t* key, QByteArrayView salt, QByteArrayView iv,
+                       QByteArrayView missing)
+{
+    const QByteArray start = head(kClassic);
+    const QByteArray between = middle(kClassic);
+    WQCipherStream cipher;
+    const bool sealing = key && cipher.start(WQCipherStream::Mode::CBCEncrypt, key, iv);
+    const qsizetype cipherLength = (document.size() / kAESBlock + 1) * kAESBlock;
+    const qsizetype length = start.size() + base64Length(salt.size()) + between.size() + base64Length(iv.size())
+        + (sealing ? base64Length(cipherLength) : missing.size()) + kTail.size();
+    Result out = allocate<Result>(length);
+    Writer writer(dataOf(out));
+    writer.put(start);
+    writer.putBase64(salt);
+    writer.put(between);
+    writer.putBase64(iv);
+    if (sealing) {
+        if (!sealInto(writer, document, cipher, false))
+            return classicEnvelope<Result>(document, nullptr, salt, iv, missing);
+    } else {
+        writer.put(missing);
+    }
+    writer.put(kTail);
+    Q_ASSERT(writer.position() == dataOf(out) + length);
+    return out;
+}
+
+template <typename Result>
+Result passwordEnvelope(QByteArrayView document, const QString& password)
 {
     const std::uint8_t saltLength = std::uint8_t(std::uint8_t(randomDataOfLength(1).at(0)) % 9 + 8);
     const QByteArray salt = randomDataOfLength(saltLength);
     const QByteArray iv = randomDataOfLength(16);
-    const std::optional<QByteArray> cipherText = AES128EncryptWithPassword(document.toUtf8(), password, salt, iv);
-
-    QString out;
-    out.reserve(kTemplateLength + base64Length(cipherText ? cipherText->size() : 0));
-    appendHead(out, kClassic);
-    base64AppendEncoding(out, salt);
-    appendMiddle(out, kClassic);
-    base64AppendEncoding(out, iv);
-    if (cipherText)
-        base64AppendEncoding(out, *cipherText);
-    else
-        out += u"(null)";   // what stored files show for a failed encryption
-    appendTail(out);
-    return out;
+    const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
+    // A failed encryption shows as "(null)", as stored files have it.
+    return classicEnvelope<Result>(document, key.isValid() ? key.data() : nullptr, salt, iv, "(null)");
 }
 
-QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, QByteArrayView salt, QByteArrayView iv)
-{
-    const std::optional<QByteArray> cipherText = AES128EncryptWithDerivedKey(document.toUtf8(), key, iv);
-    QString out;
-    out.reserve(kTemplateLength + base64Length(salt.size()) + base64Length(cipherText ? cipherText->size() : 0));
-    appendHead(out, kClassic);
-    base64AppendEncoding(out, salt);
-    appendMiddle(out, kClassic);
-    base64AppendEncoding(out, iv);
-    if (cipherText)
-        base64AppendEncoding(out, *cipherText);
-    appendTail(out);
-    return out;
-}
-
-QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, const QString& password,
-                                                     std::uint32_t iterationCount)
+template <typename Result>
+Result authenticatedEnvelope(QByteArrayView document, const QString& password, std::uint32_t iterationCount)
 {
     const Template authenticated{kAES128GCM, kHMACSHA256, std::max<std::uint32_t>(iterationCount, 1)};
     const QByteArray salt = randomDataOfLength(16);
     const QByteArray iv = randomDataOfLength(kGCMIVLength);
     std::array<std::uint8_t, WQAESKey::kLength> key{};
-    std::optional<QByteArray> sealed;
-    if (_wq_pbkdf2(_wq_passwordBytes(password, false), salt, authenticated.iterations, WQDigest::SHA256, key.data(),
-                   WQAESKey::kLength))
-        sealed = _wq_aes128GCMEncrypt(document.toUtf8(), key.data(), iv);
+    WQCipherStream cipher;
+    const bool started = _wq_pbkdf2(_wq_passwordBytes(password, false), salt, authenticated.iterations,
+                                    WQDigest::SHA256, key.data(), WQAESKey::kLength)
+        && cipher.start(WQCipherStream::Mode::GCMEncrypt, key.data(), iv);
     OPENSSL_cleanse(key.data(), key.size());
-    if (!sealed)
-        return QString();
+    if (!started)
+        return Result();
 
-    QString out;
-    out.reserve(kTemplateLength + base64Length(iv.size() + sealed->size()));
-    appendHead(out, authenticated);
-    base64AppendEncoding(out, salt);
-    appendMiddle(out, authenticated);
-    // XML Encryption 1.1 lays out the GCM cipher value as IV, cipher text, tag.
-    sealed->prepend(iv);
-    base64AppendEncoding(out, *sealed);
-    appendTail(out);
+    const QByteArray start = head(authenticated);
+    const QByteArray between = middle(authenticated);
+    // XML Encryption 1.1 lays out the GCM cipher value as IV, cipher text,
+    // tag; the IV's 12 bytes encode to 16 characters without padding, so
+    // its Base64 and the rest's simply follow each other.
+    const qsizetype length = start.size() + base64Length(salt.size()) + between.size() + base64Length(iv.size())
+        + base64Length(document.size() + kGCMTagLength) + kTail.size();
+    Result out = allocate<Result>(length);
+    Writer writer(dataOf(out));
+    writer.put(start);
+    writer.putBase64(salt);
+    writer.put(between);
+    writer.putBase64(iv);
+    if (!sealInto(writer, document, cipher, true))
+        return Result();
+    writer.put(kTail);
+    Q_ASSERT(writer.position() == dataOf(out) + length);
     return out;
+}
+
+} // namespace
+
+QString xml_encryptDocumentWithPassword(const QString& document, const QString& password)
+{
+    return passwordEnvelope<QString>(_wq_toUTF8(document), password);
+}
+
+QByteArray xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password)
+{
+    return passwordEnvelope<QByteArray>(document, password);
+}
+
+QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, QByteArrayView salt, QByteArrayView iv)
+{
+    const WQAESKey aesKey(key);
+    // The key variant writes nothing in place of a failed encryption.
+    return classicEnvelope<QString>(_wq_toUTF8(document), aesKey.isValid() ? aesKey.data() : nullptr, salt, iv, "");
+}
+
+QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, const QString& password,
+                                                     std::uint32_t iterationCount)
+{
+    return authenticatedEnvelope<QString>(_wq_toUTF8(document), password, iterationCount);
+}
+
+QByteArray xml_encryptDocumentUTF8AuthenticatedWithPassword(QByteArrayView document, const QString& password,
+                                                            std::uint32_t iterationCount)
+{
+    return authenticatedEnvelope<QByteArray>(document, password, iterationCount);
 }
 
 } // namespace wq

@@ -1,6 +1,7 @@
 #include <WQGeneral/log/WQLogClass.h>
 #include <WQGeneral/files/WQFiles.h>
 
+#include "WQLogLocking.h"
 #include "WQLogReading.h"
 
 #include <QCoreApplication>
@@ -46,7 +47,18 @@ QString _wq_baseFolder()
 
 } // namespace
 
-WQLogClass::WQLogClass() : WQLogClass(QCoreApplication::applicationName()) {}
+WQLogClass::WQLogClass()
+    : WQLogClass(QCoreApplication::applicationName().isEmpty() ? QStringLiteral("Default")
+                                                               : QCoreApplication::applicationName())
+{
+}
+
+bool WQLogClass::isUsableApplicationName(const QString& name)
+{
+    // One path component, so that the log stays inside the maker's folder.
+    return !name.isEmpty() && name != u"." && name != u".." && !name.contains(u'/') && !name.contains(u'\\')
+        && !name.contains(QChar(0));
+}
 
 WQLogClass::WQLogClass(const QString& applicationName)
 {
@@ -63,7 +75,9 @@ WQLogClass::~WQLogClass()
 
 void WQLogClass::_wq_setUp(const QString& applicationName)
 {
-    const QString name = applicationName.isEmpty() ? QStringLiteral("Default") : applicationName;
+    if (!isUsableApplicationName(applicationName))
+        return;
+    const QString& name = applicationName;
     const QString folder = _wq_baseFolder() + QStringLiteral("/Veltrano Studio/") + name;
     // Whatever already stands there counts, even an ordinary file: the
     // records then simply fail to be written.
@@ -83,10 +97,6 @@ void WQLogClass::log(const QString& message) const
 {
     if (!_wq_is_enabled || _wq_full_file_path.isEmpty())
         return;
-    const int fd = ::open(QFile::encodeName(_wq_full_file_path).constData(),
-                          O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
-    if (fd < 0)
-        return;
     char record[kRecordBufferSize];
     record[0] = '\0';
     const std::time_t now = std::time(nullptr);
@@ -101,9 +111,12 @@ void WQLogClass::log(const QString& message) const
     // i.e. 4095 bytes and the terminating zero, and no line feed.
     const std::size_t length = _wq_strlcat(record, "\n", sizeof record);
     const std::size_t toWrite = std::min(length, sizeof record);
+    const int fd = _wq_openForAppending(QFile::encodeName(_wq_full_file_path));
+    if (fd < 0)
+        return;
     const ssize_t written = ::write(fd, record, toWrite);
     Q_UNUSED(written); // a log never reports its own failures
-    ::close(fd);
+    ::close(fd);   // and with it the lock
 }
 
 void WQLogClass::cleanLogFile() const

@@ -3,33 +3,48 @@
 #include "detail/WQTextEditing.h"
 
 #include <charconv>
+#include <limits>
 
 namespace wq {
 namespace {
 
 // The leading decimal number: ASCII digits with at most one point. Nothing
-// to read reads as 0.
+// to read reads as 0; a number past the largest double reads as that double
+// (the conversion would otherwise give back nothing at all, shown as 0).
 double leadingNumber(QStringView text)
 {
+    // Leading zeros say nothing and would take up the buffer.
+    qsizetype start = 0;
+    while (start + 1 < text.size() && text[start] == u'0' && text[start + 1] != u'.')
+        ++start;
     char buffer[352];
     std::size_t length = 0;
     buffer[length++] = '0';
     bool point = false;
-    for (QChar c : text) {
-        if (length >= sizeof buffer)
+    bool wholeDigits = false;
+    bool cut = false;
+    for (QChar c : text.sliced(start)) {
+        const bool digit = c >= u'0' && c <= u'9';
+        if (!digit && !(c == u'.' && !point))
             break;
-        if (c >= u'0' && c <= u'9') {
+        if (length >= sizeof buffer) {
+            // Only whole digits still matter: enough of them overflow anyway.
+            cut = !point && digit;
+            break;
+        }
+        if (digit) {
             buffer[length++] = char(c.unicode());
-        } else if (c == u'.' && !point) {
+            wholeDigits = wholeDigits || (!point && c != u'0');
+        } else {
             point = true;
             buffer[length++] = '.';
-        } else {
-            break;
         }
     }
     double value = 0;
-    std::from_chars(buffer, buffer + length, value);
-    return value;
+    const std::from_chars_result read = std::from_chars(buffer, buffer + length, value);
+    if (cut || (read.ec == std::errc::result_out_of_range && wholeDigits))
+        return std::numeric_limits<double>::max();
+    return read.ec == std::errc() ? value : 0.0;
 }
 
 } // namespace

@@ -29,6 +29,10 @@ double RoundDoubleToPlaces(std::uint32_t factor, double x)
     const bool negative = x < 0;
     const double f = double(factor);
     double y = x * f;
+    // A value too large to scale has no places left to round: every double
+    // that large is whole. Without this it would come back infinite.
+    if (std::isinf(y) && std::isfinite(x))
+        return x;
     if (negative)
         y = -y;
     double integral = 0;

@@ -1,9 +1,11 @@
 // wq encrypt [--authenticated] [--iterations N] [password option] IN OUT
-// wq decrypt [password option] IN OUT
-// wq inspect ENVELOPE
+// wq decrypt [--max-size MIB] [password option] IN OUT
+// wq inspect [--max-size MIB] ENVELOPE
 // Password options: --password-file FILE, --password-stdin; otherwise the
 // terminal is asked, without echo. A password is never taken from the
 // command line, where other users could read it.
+//
+// Documents and envelopes stay in their UTF-8 bytes from file to file.
 
 #include "EncToolSupport.h"
 
@@ -26,6 +28,24 @@ bool checkFiles(const QStringList& args, const PasswordSource& password, const c
     return true;
 }
 
+// --max-size in mebibytes, or the reader's default.
+std::optional<wq::WQEnvelopeLimits> takeLimits(QStringList& args)
+{
+    wq::WQEnvelopeLimits limits;
+    const QString text = takeOption(args, QStringLiteral("--max-size"));
+    if (text.isNull())
+        return limits;
+    bool ok = false;
+    const qlonglong mebibytes = text.toLongLong(&ok);
+    constexpr qlonglong kMost = 1024 * 1024;   // a tebibyte
+    if (!ok || mebibytes < 1 || mebibytes > kMost) {
+        err(QStringLiteral("--max-size takes a number of mebibytes from 1 to %1, not \"%2\"").arg(kMost).arg(text));
+        return std::nullopt;
+    }
+    limits.maximumSize = qsizetype(mebibytes) * 1024 * 1024;
+    return limits;
+}
+
 int runEncrypt(const QStringList& arguments)
 {
     static const char* usage =
@@ -45,82 +65,85 @@ int runEncrypt(const QStringList& arguments)
             return kExitUsage;
         }
     }
-    const std::optional<QByteArray> input = readAll(args[0]);
-    if (!input)
-        return kExitUsage;
-    const std::optional<QString> document = utf8Text(*input, args[0]);
+    const std::optional<QByteArray> document = readAll(args[0]);
     if (!document)
         return kExitUsage;
+    if (!QByteArrayView(*document).isValidUtf8()) {
+        err(QStringLiteral("%1 is not UTF-8 text").arg(args[0]));
+        return kExitUsage;
+    }
     std::optional<QString> password = readPassword(source, true);
     if (!password)
         return kExitUsage;
-    const QString envelope = authenticated
-        ? wq::xml_encryptDocumentAuthenticatedWithPassword(*document, *password, iterations)
-        : wq::xml_encryptDocumentWithPassword(*document, *password);
+    const QByteArray envelope = authenticated
+        ? wq::xml_encryptDocumentUTF8AuthenticatedWithPassword(*document, *password, iterations)
+        : wq::xml_encryptDocumentUTF8WithPassword(*document, *password);
     forget(*password);
     if (envelope.isEmpty()) {
         err(QStringLiteral("the document could not be encrypted"));
         return kExitFailure;
     }
-    return writeAll(args[1], envelope.toUtf8()) ? kExitOK : kExitFailure;
+    return writeAll(args[1], envelope) ? kExitOK : kExitFailure;
 }
-
-struct Envelope {
-    QString text;
-    wq::WQEnvelopeInfo info;
-};
 
 // Reads an envelope file and checks its shape; otherwise says why and
 // answers nothing.
-std::optional<Envelope> readEnvelope(const QString& path)
+std::optional<QByteArray> readEnvelope(const QString& path, const wq::WQEnvelopeLimits& limits, wq::WQEnvelopeInfo* info,
+                                       wq::WQEnvelopeDetail detail)
 {
-    const std::optional<QByteArray> input = readAll(path);
-    if (!input)
+    std::optional<QByteArray> envelope = readAll(path, limits.maximumSize);
+    if (!envelope)
         return std::nullopt;
-    std::optional<QString> text = utf8Text(*input, path);
-    if (!text)
-        return std::nullopt;
-    wq::WQEnvelopeInfo info = wq::xml_inspectEnvelope(*text);
-    if (info.error != wq::WQEnvelopeError::None) {
-        err(QStringLiteral("%1: %2").arg(path, wq::WQEnvelopeErrorDescription(info.error)));
+    wq::WQEnvelopeInfo inspected = wq::xml_inspectEnvelopeUTF8(*envelope, limits, detail);
+    if (inspected.error != wq::WQEnvelopeError::None) {
+        err(QStringLiteral("%1: %2").arg(path, wq::WQEnvelopeErrorDescription(inspected.error)));
         return std::nullopt;
     }
-    return Envelope{std::move(*text), std::move(info)};
+    if (info)
+        *info = std::move(inspected);
+    return envelope;
 }
 
 int runDecrypt(const QStringList& arguments)
 {
-    static const char* usage = "usage: wq decrypt [--password-file FILE | --password-stdin] IN OUT";
+    static const char* usage = "usage: wq decrypt [--max-size MIB] [--password-file FILE | --password-stdin] IN OUT";
     QStringList args = arguments;
+    const std::optional<wq::WQEnvelopeLimits> limits = takeLimits(args);
     const PasswordSource source = takePasswordSource(args);
-    if (!checkFiles(args, source, usage))
+    if (!limits || !checkFiles(args, source, usage))
         return kExitUsage;
     // Refuse what is not an envelope before asking for a password.
-    const std::optional<Envelope> envelope = readEnvelope(args[0]);
+    wq::WQEnvelopeInfo info;
+    const std::optional<QByteArray> envelope = readEnvelope(args[0], *limits, &info, wq::WQEnvelopeDetail::Structure);
     if (!envelope)
         return kExitUsage;
+    if (!info.authenticated)
+        err(QStringLiteral("note: %1 is a classic envelope, which is not protected against tampering "
+                           "(wq encrypt --authenticated makes one that is)").arg(args[0]));
     std::optional<QString> password = readPassword(source, false);
     if (!password)
         return kExitUsage;
-    const wq::WQDecryptedDocument opened = wq::xml_decryptDocumentWithPassword(envelope->text, *password);
+    const wq::WQDecryptedDocumentUTF8 opened = wq::xml_decryptDocumentUTF8WithPassword(*envelope, *password, *limits);
     forget(*password);
     if (!opened.ok()) {
         err(QStringLiteral("%1: %2").arg(args[0], wq::WQEnvelopeErrorDescription(opened.error)));
         return opened.error == wq::WQEnvelopeError::WrongPasswordOrDamaged ? kExitFailure : kExitUsage;
     }
-    return writeAll(args[1], opened.document.toUtf8()) ? kExitOK : kExitFailure;
+    // Plain text: readable by its owner only.
+    return writeAll(args[1], opened.document, true) ? kExitOK : kExitFailure;
 }
 
-int runInspect(const QStringList& args)
+int runInspect(const QStringList& arguments)
 {
-    if (args.size() != 1) {
-        err(QStringLiteral("usage: wq inspect ENVELOPE"));
+    QStringList args = arguments;
+    const std::optional<wq::WQEnvelopeLimits> limits = takeLimits(args);
+    if (!limits || args.size() != 1) {
+        err(QStringLiteral("usage: wq inspect [--max-size MIB] ENVELOPE"));
         return kExitUsage;
     }
-    const std::optional<Envelope> envelope = readEnvelope(args[0]);
-    if (!envelope)
+    wq::WQEnvelopeInfo info;
+    if (!readEnvelope(args[0], *limits, &info, wq::WQEnvelopeDetail::Everything))
         return kExitUsage;
-    const wq::WQEnvelopeInfo& info = envelope->info;
     out(QStringLiteral("encryption:      %1%2").arg(info.encryptionAlgorithm,
                                                       info.authenticated ? QStringLiteral(" (authenticated)") : QString()));
     out(QStringLiteral("key derivation:  %1").arg(info.keyDerivationAlgorithm));
@@ -140,8 +163,10 @@ const Registrar encryptRegistrar{
     QStringLiteral("encrypt"),
     QStringLiteral("encrypt [--authenticated [--iterations N]] [--password-file FILE | --password-stdin] IN OUT"),
     &runEncrypt};
-const Registrar decryptRegistrar{QStringLiteral("decrypt"),
-                                 QStringLiteral("decrypt [--password-file FILE | --password-stdin] IN OUT"), &runDecrypt};
-const Registrar inspectRegistrar{QStringLiteral("inspect"), QStringLiteral("inspect ENVELOPE"), &runInspect};
+const Registrar decryptRegistrar{
+    QStringLiteral("decrypt"),
+    QStringLiteral("decrypt [--max-size MIB] [--password-file FILE | --password-stdin] IN OUT"), &runDecrypt};
+const Registrar inspectRegistrar{QStringLiteral("inspect"), QStringLiteral("inspect [--max-size MIB] ENVELOPE"),
+                                 &runInspect};
 
 } // namespace

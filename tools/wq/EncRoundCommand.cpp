@@ -6,6 +6,9 @@
 
 #include <QLocale>
 
+#include <cmath>
+#include <limits>
+
 namespace {
 
 using namespace wq::tool;
@@ -26,13 +29,20 @@ int runRound(const QStringList& arguments)
     }
     // The value is read the C way (a point for decimals), whatever the locale.
     const double value = QLocale::c().toDouble(args[1], &ok);
-    if (!ok) {
+    if (!ok || !std::isfinite(value)) {
         err(QStringLiteral("\"%1\" is not a number").arg(args[1]));
         return kExitUsage;
     }
     if (split) {
         if (places != 7) {
             err(QStringLiteral("--split rounds to seven places; give 7 as PLACES"));
+            return kExitUsage;
+        }
+        // The whole part and its negation have to fit 32 bits; beyond that
+        // the rounding clamps or wraps.
+        if (!(value > -2147483648.0 && value <= 2147483647.0)) {
+            err(QStringLiteral("%1 is out of range for --split: values run from -2147483647.9999999 to 2147483647")
+                    .arg(args[1]));
             return kExitUsage;
         }
         std::int32_t whole = 0, fraction = 0;
@@ -43,6 +53,13 @@ int runRound(const QStringList& arguments)
     std::uint32_t factor = 1;
     for (uint i = 0; i < places; ++i)
         factor *= 10;
+    // Scaled past the largest double the value cannot be rounded (the
+    // library hands it back as it is).
+    if (!std::isfinite(value * double(factor))) {
+        err(QStringLiteral("%1 is out of range: rounded to %2 places, a value must stay below %3 in size")
+                .arg(args[1]).arg(places).arg(std::numeric_limits<double>::max() / factor, 0, 'g', 6));
+        return kExitUsage;
+    }
     out(QString::number(wq::RoundDoubleToPlaces(factor, value), 'f', int(places)));
     return kExitOK;
 }

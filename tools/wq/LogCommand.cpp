@@ -50,6 +50,11 @@ int runLog(const QStringList& arguments)
         err(QStringLiteral("log needs one of: path, write, tail, trim-before, clean"));
         return kExitUsage;
     }
+    if (!wq::WQLogClass::isUsableApplicationName(app)) {
+        err(QStringLiteral("\"%1\" cannot name an application's log: give one folder name, not empty, "
+                           "\".\" or \"..\", without \"/\" or \"\\\"").arg(app));
+        return kExitUsage;
+    }
     const QString action = args.takeFirst();
     const wq::WQLogClass log(app);
     if (!log.isEnabled()) {

@@ -9,6 +9,8 @@
 
 #include <QLocale>
 
+#include <cmath>
+
 namespace {
 
 using namespace wq;
@@ -71,12 +73,21 @@ void readSettings(QStringList& args, CommandOwner& owner, qint8& places)
 
 QString quoted(const QString& text) { return u'"' + text + u'"'; }
 
+// The display shows whole parts up to 64 bits; beyond that it clamps.
+bool withinDisplay(double amount)
+{
+    return std::isfinite(amount) && std::fabs(amount) < 9223372036854775808.0;
+}
+
 int format(const std::shared_ptr<WQMoneyFormatter>& formatter, const QString& amountText)
 {
     bool ok = false;
-    const double amount = amountText.toDouble(&ok);
-    if (!ok)
+    const double amount = QLocale::c().toDouble(amountText, &ok);
+    if (!ok || !std::isfinite(amount))
         throw UsageError{QStringLiteral("AMOUNT must be a number such as -1234.5, not \"%1\"").arg(amountText)};
+    if (!withinDisplay(amount))
+        throw UsageError{QStringLiteral("AMOUNT %1 is out of range: amounts run from -9223372036854775807 to "
+                                        "9223372036854775807").arg(amountText)};
     out(formatter->stringForAmount(amount));
     return kExitOK;
 }
@@ -86,6 +97,9 @@ int parse(const std::shared_ptr<WQMoneyFormatter>& formatter, const QString& tex
     QVariant value;
     QString error;
     const bool ok = formatter->getObjectValue(&value, text, &error);
+    if (!withinDisplay(value.toDouble()))
+        throw UsageError{QStringLiteral("\"%1\" is out of range: amounts run from -9223372036854775807 to "
+                                        "9223372036854775807").arg(text)};
     out(QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest));
     if (ok)
         return kExitOK;

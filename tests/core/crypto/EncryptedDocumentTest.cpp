@@ -4,6 +4,10 @@
 
 #include <QRegularExpression>
 
+#include "WQTextBytes.h"
+
+#include <random>
+
 using namespace wq;
 
 namespace {
@@ -89,10 +93,10 @@ TEST(EncryptedDocument, PasswordEnvelopeSaltAndIV)
 TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
 {
     const QString documents[] = {
-        QString(),
         QStringLiteral("<doc/>"),
-        QStringLiteral("<doc>Gr\u00fc\u00dfe, \u65e5\u672c\u8a9e, \u0627\u0644\u0639\u0631\u0628\u064a\u0629 & <\"'></doc>"),
-        QStringLiteral("0123456789abcdef"),   // fills its block exactly
+        QStringLiteral("<?xml version='1.0'?><!DOCTYPE doc><doc a=\"1\">Gr\u00fc\u00dfe, \u65e5\u672c\u8a9e, "
+                       "\u0627\u0644\u0639\u0631\u0628\u064a\u0629 &amp; &lt;\"'&gt;<![CDATA[<&>]]></doc>\n"),
+        QStringLiteral("<a>0123456789</a>"),   // fills its block exactly
     };
     const QString passwords[] = {
         QStringLiteral("correct horse"), QString(), QStringLiteral("p\u00e4ssw\u00f6rd"),
@@ -107,6 +111,23 @@ TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
             EXPECT_TRUE(opensAs(keyed, password, document));
             EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(document, password, 1000), password, document));
         }
+    }
+}
+
+TEST(EncryptedDocument, ClassicEnvelopeOpensOnlyToAWellFormedDocument)
+{
+    // The classic envelope has nothing else to tell its own text from a
+    // changed one; the authenticated envelope's tag vouches for any text.
+    const QString texts[] = {
+        QString(), QStringLiteral("0123456789abcdef"), QStringLiteral("<a>1</a><b/>"), QStringLiteral("<a>&</a>"),
+        QStringLiteral("<a b='1' b='2'/>"), QStringLiteral("<a>\u0001</a>"), QStringLiteral("<a></b>"),
+        QStringLiteral("<a>&bogus;</a>"), QStringLiteral("<a>]]></a>"),
+    };
+    for (const QString& text : texts) {
+        EXPECT_EQ(xml_decryptDocumentWithPassword(xml_encryptDocumentWithPassword(text, QStringLiteral("pw")),
+                                                  QStringLiteral("pw")).error,
+                  WQEnvelopeError::WrongPasswordOrDamaged) << text.toStdString();
+        EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(text, QStringLiteral("pw"), 1), QStringLiteral("pw"), text));
     }
 }
 
@@ -225,9 +246,10 @@ TEST(EncryptedDocument, InspectClassicEnvelope)
 TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
 {
     // Large enough that the value runs over many of the reader's slices.
-    QString document;
+    QString document = QStringLiteral("<rows>");
     for (int i = 0; document.size() < 300000; ++i)
         document += QStringLiteral("<r>%1</r>").arg(i);
+    document += QStringLiteral("</rows>");
     const QString password = QStringLiteral("pw");
     const QString envelope = xml_encryptDocumentWithPassword(document, password);
     const qsizetype value = envelope.indexOf(u"<CipherValue>") + 13;
@@ -263,4 +285,106 @@ TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
     EXPECT_EQ(xml_decryptDocumentWithPassword(marked.insert(value + 150000, QStringLiteral("<b/>")), password).error,
               WQEnvelopeError::DamagedValue);
     EXPECT_EQ(xml_decryptDocumentWithPassword(envelope.left(value + 100000), password).error, WQEnvelopeError::DamagedValue);
+}
+
+TEST(EncryptedDocument, PaddingOracleReplayGetsOneAnswer)
+{
+    // The attack: change the IV byte by byte and ask whether decryption
+    // failed. Each of the 255 changes of the byte that decides the padding
+    // (and of the first byte, which decides the document) must give the
+    // same answer as a wrong password, with no text coming out.
+    const QByteArray salt = "saltsalt", iv = "IVIVIVIVIVIVIVIV";
+    const QString password = QStringLiteral("pw");
+    const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
+    const QString envelope = xml_encryptDocumentWithKey(QStringLiteral("<a>x</a>"), key.bytes(), salt, iv);
+    const QString ivText = QString::fromLatin1(iv.toBase64());
+    ASSERT_TRUE(opensAs(envelope, password, QStringLiteral("<a>x</a>")));
+    const WQEnvelopeError wrongPassword = xml_decryptDocumentWithPassword(envelope, QStringLiteral("guess")).error;
+    for (const int at : {15, 0}) {
+        for (int change = 1; change < 256; ++change) {
+            QByteArray changed = iv;
+            changed[at] = char(changed[at] ^ change);
+            const WQDecryptedDocument opened = xml_decryptDocumentWithPassword(
+                QString(envelope).replace(ivText, QString::fromLatin1(changed.toBase64())), password);
+            ASSERT_EQ(opened.error, wrongPassword) << at << " " << change;
+            ASSERT_TRUE(opened.document.isEmpty());
+        }
+    }
+}
+
+TEST(EncryptedDocument, PaddingIsCheckedWhole)
+{
+    const QByteArray key = "0123456789abcdef", iv = "IVIVIVIVIVIVIVIV";
+    const auto decrypt = [&](const QByteArray& plain) {
+        return AES128DecryptWithDerivedKey(*AES128EncryptWithDerivedKey(plain, key, iv), key, iv);
+    };
+    // Every valid padding length comes off; the blocks must be whole.
+    for (int n = 0; n <= 32; ++n) {
+        const QByteArray plain(n, 'p');
+        EXPECT_EQ(decrypt(plain), plain) << n;
+    }
+    const QByteArray block = *AES128EncryptWithDerivedKey(QByteArray(15, 'p'), key, iv);
+    EXPECT_FALSE(AES128DecryptWithDerivedKey(block.left(15), key, iv).has_value());
+    EXPECT_FALSE(AES128DecryptWithDerivedKey(QByteArray(), key, iv).has_value());
+    // Blocks ending in paddings that are not: 0, 17, and 3 bytes of which one differs.
+    const QByteArray last[] = {QByteArray(15, 'p') + '\x00', QByteArray(15, 'p') + '\x11',
+                               QByteArray(13, 'p') + "\x02\x03\x03", QByteArray(16, '\x10').replace(0, 1, "\x0f")};
+    for (const QByteArray& plain : last) {
+        const QByteArray sealed = AES128EncryptWithDerivedKey(plain, key, iv)->left(16);   // drop the added block
+        EXPECT_FALSE(AES128DecryptWithDerivedKey(sealed, key, iv).has_value()) << plain.toHex().toStdString();
+    }
+}
+
+TEST(EncryptedDocument, HostileShapesAreRefusedAtOnce)
+{
+    const QString good = keyedEnvelope();
+    const auto errorOf = [](const QString& envelope, WQEnvelopeLimits limits = {}) {
+        return xml_decryptDocumentWithPassword(envelope, QStringLiteral("pw"), limits).error;
+    };
+    const qsizetype root = good.indexOf(u"MimeType");
+    QString attributes;
+    for (int i = 0; i < 33; ++i)
+        attributes += QStringLiteral("a%1='' ").arg(i);
+    using E = WQEnvelopeError;
+    const std::pair<QString, E> cases[] = {
+        {QString(good).insert(root, attributes), E::TooLarge},
+        {QString(good).insert(good.indexOf(u"<CipherData>"), QStringLiteral("<x>").repeated(40)), E::TooLarge},
+        {QString(good).insert(good.indexOf(u"<CipherData>"), QStringLiteral("<x/>").repeated(1100)), E::TooLarge},
+        {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QString(2000, u'A')), E::TooLarge},
+        {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>") + QString(100, u' ') + QStringLiteral("1000")), E::TooLarge},
+        {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>99999999999999999999999")), E::DamagedValue},
+        {QStringLiteral("<?xml version='1.0'?><!DOCTYPE EncryptedData [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;'>]>")
+             + good.mid(good.indexOf(u"<EncryptedData")), E::NotAnEnvelope},
+        {QStringLiteral("<!DOCTYPE EncryptedData SYSTEM 'file:///etc/passwd'>") + good.mid(good.indexOf(u"<EncryptedData")),
+         E::NotAnEnvelope},
+        {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QStringLiteral("&xxe;")), E::DamagedValue},
+        {QString(good).replace(QStringLiteral("<ds:KeyInfo"), QStringLiteral("<q:KeyInfo")), E::DamagedValue},   // an undeclared prefix
+    };
+    for (const auto& [envelope, error] : cases)
+        EXPECT_EQ(errorOf(envelope), error) << envelope.left(200).toStdString();
+    // The size limit, and an application raising it.
+    WQEnvelopeLimits small;
+    small.maximumSize = good.size() - 1;
+    EXPECT_EQ(errorOf(good, small), E::TooLarge);
+    EXPECT_EQ(xml_inspectEnvelope(good, small).error, E::TooLarge);
+    small.maximumSize = good.size();
+    EXPECT_NE(errorOf(good, small), E::TooLarge);
+    EXPECT_FALSE(WQEnvelopeErrorDescription(E::TooLarge).isEmpty());
+}
+
+TEST(EncryptedDocument, TextBecomesTheSameUTF8AsQtMakesIt)
+{
+    // Random runs of ASCII, two- and three-byte characters, pairs and lone
+    // surrogates: the envelopes' own conversion must agree byte for byte.
+    std::mt19937 random(17);
+    const char16_t pieces[] = {u'a', u'<', 0x00E9, 0x07FF, 0x0800, 0x65E5, 0xFFFD, 0xD83D, 0xDE00, 0xDBFF, 0xDC00};
+    for (int round = 0; round < 300; ++round) {
+        QString text;
+        const int length = int(random() % 80);
+        for (int i = 0; i < length; ++i) {
+            const bool run = random() % 3 == 0;
+            text += run ? QString(int(random() % 40), QChar(u'x')) : QString(QChar(pieces[random() % std::size(pieces)]));
+        }
+        ASSERT_EQ(_wq_toUTF8(text), text.toUtf8()) << round;
+    }
 }

@@ -8,6 +8,10 @@
 #include <QDateTime>
 #include <QTimeZone>
 
+#include <atomic>
+#include <thread>
+#include <vector>
+
 #include <unistd.h>
 
 using namespace wq;
@@ -119,4 +123,44 @@ TEST(LogTrimming, TimeStampsParseOnlyInTheirExactForm)
         EXPECT_FALSE(at(bad).has_value()) << bad;
     EXPECT_FALSE(_wq_parseLogTimeStamp(QByteArrayView("2024-05-01 13:45:07 +02\xC3\xA9")).has_value());
     EXPECT_EQ(_wq_parseLogTimeStamp(QByteArrayView("2024-05-01 13:45:07 +0200")), at("2024-05-01 13:45:07 +0200"));
+}
+
+TEST(LogTrimming, WritersLoseNothingToRepeatedTrims)
+{
+    // Old records to trim away a slice at a time, while writers append new
+    // ones throughout; every new record must survive every rewrite.
+    ScratchLog scratch;
+    constexpr int kOld = 60000;
+    constexpr int kRounds = 30;
+    writeBytes(scratch.path, records(kOld));
+    QFile::setPermissions(scratch.path, QFile::ReadOwner | QFile::WriteOwner);
+    std::atomic<bool> trimming{true};
+    std::atomic<int> written{0};
+    std::vector<std::thread> writers;
+    for (int w = 0; w < 3; ++w) {
+        writers.emplace_back([&, w] {
+            // Each writer its own object, as separate processes would have.
+            WQLogClass log(QStringLiteral("Scratch"));
+            log.setLogFilePath(scratch.path);
+            for (int i = 0; trimming || i < 50; ++i) {
+                log.log(QStringLiteral("writer %1 record %2").arg(w).arg(i));
+                ++written;
+            }
+        });
+    }
+    for (int round = 1; round <= kRounds; ++round)
+        scratch.log.clearLogDataBeforeDate(kStart.addSecs(60 * qint64(kOld) * round / (kRounds + 1)));
+    trimming = false;
+    for (std::thread& writer : writers)
+        writer.join();
+
+    const QByteArray bytes = readBytes(scratch.path);
+    EXPECT_EQ(bytes.count("| writer "), written.load());
+    for (int w = 0; w < 3; ++w)
+        EXPECT_EQ(bytes.count(QStringLiteral("| writer %1 record 49\n").arg(w).toUtf8()), 1);
+    // The old records were trimmed all the same.
+    EXPECT_FALSE(bytes.contains(stamp(kOld / 2)));
+    EXPECT_TRUE(bytes.contains(stamp(kOld - 1)));
+    EXPECT_EQ(modeOf(scratch.path), mode_t(0600));
+    RecordProperty("records_written", written.load());
 }

@@ -29,10 +29,25 @@ TEST(LogFile, FolderAndFileFollowTheApplicationName)
     EXPECT_TRUE(named.isEnabled());
     EXPECT_EQ(named.logFilePath(), studio + QStringLiteral("/Budget Book/Budget Book.log"));
     EXPECT_TRUE(QFileInfo(studio + QStringLiteral("/Budget Book")).isDir());
-    EXPECT_EQ(WQLogClass(QString{}).logFilePath(), studio + QStringLiteral("/Default/Default.log"));
     const WQLogClass current;
     EXPECT_EQ(current.logFilePath(), studio + QStringLiteral("/%1/%1.log").arg(QCoreApplication::applicationName()));
     EXPECT_EQ(WQLogClass::sharedLog().logFilePath(), current.logFilePath());
+
+    // A name is one path component: nothing is made or written outside the
+    // maker's folder, and nothing there is deleted.
+    writeBytes(studio + QStringLiteral("/x.log"), "keep");
+    for (const QString& name : {QString(), QStringLiteral("."), QStringLiteral(".."), QStringLiteral("../../x"),
+                                QStringLiteral("a/b"), QStringLiteral("..\\x"), QStringLiteral("nul\u0000x")}) {
+        const WQLogClass refused(name);
+        EXPECT_FALSE(refused.isEnabled()) << name.toStdString();
+        EXPECT_TRUE(refused.logFilePath().isNull());
+        refused.log(QStringLiteral("outside"));
+        refused.cleanLogFile();
+        EXPECT_FALSE(WQLogClass::isUsableApplicationName(name));
+    }
+    EXPECT_EQ(readBytes(studio + QStringLiteral("/x.log")), "keep");
+    EXPECT_FALSE(QFileInfo::exists(studio + QStringLiteral("/../x")));
+    EXPECT_TRUE(WQLogClass::isUsableApplicationName(QStringLiteral("..x")));
 
     // An ordinary file where the folder should be counts as there: logging is
     // on, and records are lost quietly.

@@ -152,3 +152,31 @@ TEST(MoneyTextLocales, APosixEnvironmentGroupsAmountsAndNumbersAlike)
         EXPECT_EQ(WQDecimalFormatter().stringForObjectValue(4.25).value_or(QString()), u"4.25");
     }
 }
+
+TEST_F(MoneyText, OutOfRangeAmountsAreClampedNotUndefined)
+{
+    const WQMoneyFormatter& f = with(test::dollarDict());
+    const double inf = std::numeric_limits<double>::infinity();
+    const struct { double amount; const char16_t* text; } shown[] = {
+        {1e308, u"$9,223,372,036,854,775,807.00"},   {inf, u"$9,223,372,036,854,775,807.00"},
+        {-1e308, u"-$9,223,372,036,854,775,808.00"}, {-inf, u"-$9,223,372,036,854,775,808.00"},
+        {std::nan(""), u"$0.00"},                    {9.2e18, u"$9,200,000,000,000,000,000.00"},
+    };
+    for (const auto& row : shown)
+        EXPECT_EQ(f.stringForAmount(row.amount), row.text) << row.amount;
+
+    // Past the largest double reads as that double, never as 0 or infinity;
+    // leading zeros and underflow read as what they are.
+    const QString huge = u"1"_s + QString(309, u'0');
+    const struct { QString text; double amount; } read[] = {
+        {huge, std::numeric_limits<double>::max()},
+        {u"-"_s + huge + u".5"_s, -std::numeric_limits<double>::max()},
+        {u"1"_s + QString(400, u'0'), std::numeric_limits<double>::max()},
+        {QString(400, u'0') + u"5"_s, 5},
+        {u"0."_s + QString(400, u'0') + u"1"_s, 0},
+        {u"0."_s + QString(330, u'0') + u"1"_s, 0},
+        {u"1"_s + QString(300, u'0'), 1e300},
+    };
+    for (const auto& row : read)
+        EXPECT_EQ(parse(f, row.text).amount, row.amount) << row.text.size();
+}

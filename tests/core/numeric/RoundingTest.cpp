@@ -81,3 +81,20 @@ TEST(Rounding, SevenPlacesSplitDecidesOnTheEighthDigitOnly)
         EXPECT_EQ(whole, kMin) << low;
     }
 }
+
+TEST(Rounding, ValuesTooLargeToScaleComeBackWhole)
+{
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(RoundDoubleToTwoPlaces(1e308), 1e308);
+    EXPECT_EQ(RoundDoubleToSevenPlaces(-1e305), -1e305);
+    EXPECT_EQ(RoundDoubleToPlaces(1000000000, std::numeric_limits<double>::max()), std::numeric_limits<double>::max());
+    EXPECT_EQ(RoundDoubleToTwoPlaces(inf), inf);
+    EXPECT_EQ(RoundDoubleToTwoPlaces(-inf), -inf);
+    EXPECT_TRUE(std::isnan(RoundDoubleToTwoPlaces(std::nan(""))));
+    // Just inside the scalable range the arithmetic still runs.
+    EXPECT_EQ(RoundDoubleToTwoPlaces(1e306), 1e306);
+    std::int32_t whole = 0, fraction = -1;
+    EXPECT_EQ(RoundDoubleToSevenPlacesReturn32BitIntegers(inf, whole, fraction), inf);
+    EXPECT_EQ(whole, 2147483647);
+    EXPECT_EQ(fraction, 0);
+}

@@ -4,6 +4,13 @@
 // "YYYY-MM-DD HH:MM:SS +ZZZZ | message" in local time, written with one
 // open/write/close so the file is complete even if the process dies next.
 // Failures are never reported: a log must not take the application down.
+//
+// Writers and the trimmer share an advisory lock (flock) on the file:
+// writers hold it shared for their one write, the trimmer exclusively while
+// it carries over what was appended since it read the file and puts the
+// trimmed file in place. No record is lost to a trim in this process or in
+// any other that uses this class; a writer that finds the file replaced
+// while it waited writes to the new one.
 
 #include <QDateTime>
 #include <QMetaObject>
@@ -17,7 +24,9 @@ class WQLogClass {
 public:
     // The log of QCoreApplication::applicationName() ("Default" when empty).
     WQLogClass();
-    // The log of another application of the maker.
+    // The log of another application of the maker. The name is one folder
+    // and file name: an empty one, ".", "..", or one holding "/", "\\" or
+    // NUL leaves the log disabled, with no path.
     explicit WQLogClass(const QString& applicationName);
     WQLogClass(const WQLogClass&) = delete;
     WQLogClass& operator=(const WQLogClass&) = delete;
@@ -25,6 +34,9 @@ public:
 
     // The process-wide log, made on first use.
     static WQLogClass& sharedLog();
+
+    // Whether name can name an application's log (see the constructor).
+    static bool isUsableApplicationName(const QString& name);
 
     // Null when the log folder could not be made.
     QString logFilePath() const { return _wq_full_file_path; }

@@ -60,10 +60,14 @@ public:
 
     // Numbers as amounts, strings unchanged, anything else nullopt.
     std::optional<QString> stringForObjectValue(const QVariant& value) const override;
-    // The display of one amount.
+    // The display of one amount. Whole parts beyond 64 bits (and infinities)
+    // show as the nearest of -9223372036854775808 and 9223372036854775807
+    // with no fraction; NaN shows as 0.
     QString stringForAmount(double amount) const;
     // Always fills value with the amount (0 for an absent text); false only
-    // for a second, separate decimal separator.
+    // for a second, separate decimal separator. A number too large for a
+    // double reads as the largest double, never as infinity; one too small
+    // reads as 0.
     bool getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const override;
     // Standard or ATM typing, as the owner says.
     bool isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,

@@ -9,7 +9,10 @@
 namespace wq {
 
 // x rounded to the places that factor (a power of ten, 100 for two places)
-// stands for. A scaled value within 1e-7 of a half counts as a half.
+// stands for. A scaled value within 1e-7 of a half counts as a half. Every
+// input has a defined answer: a finite x so large that x * factor overflows
+// comes back unchanged (it is whole already), infinities and NaN come back
+// as they are, and a factor of 0 gives NaN.
 double RoundDoubleToPlaces(std::uint32_t factor, double x);
 double RoundDoubleToTwoPlaces(double x);
 double RoundDoubleToSevenPlaces(double x);
@@ -17,8 +20,11 @@ double RoundDoubleToSevenPlaces(double x);
 // Rounds to seven places on an eight-digit truncation: only the eighth digit
 // decides (above 5 up, exactly 5 up when the seventh is odd). Stores the
 // whole part and the fraction in units of 1e-7, both with the sign of x.
-// Values above 2147483647 store 2147483647 and 0 and come back unrounded;
-// values below -2147483648 store what the processor's truncation gives.
+// Values above 2147483647 (and +infinity) store 2147483647 and 0 and come
+// back unrounded. Values below -2147483648, -infinity and NaN are not
+// caught: they take the processor's truncation, the most negative 32-bit
+// value, with no undefined conversion, and the answer is then meaningless
+// (for -1e10 even positive). Callers check the range first, as wq does.
 double RoundDoubleToSevenPlacesReturn32BitIntegers(double x, std::int32_t& wholePart, std::int32_t& fraction);
 
 // The vector unit this asked about is never present.

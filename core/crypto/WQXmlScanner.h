@@ -1,0 +1,102 @@
+#pragma once
+// A small XML 1.0 reader over UTF-8 bytes, for the envelope and for checking
+// that a decrypted document is well-formed. Its time is linear in the input
+// (repeated attribute names are found by sorting, never pairwise), its
+// memory is bounded by its limits, and it expands no entity beyond the five
+// predefined ones and character references: nothing outside the given bytes
+// is ever read, and a document type declaration is either refused or skipped
+// unexpanded.
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <optional>
+#include <vector>
+
+namespace wq::xml {
+
+struct Attribute {
+    QByteArrayView name;
+    QByteArrayView value;   // as written between the quotes
+};
+
+struct ScannerLimits {
+    qsizetype maximumDepth;
+    qsizetype maximumAttributes;   // on one element
+    qsizetype maximumElements;
+    bool allowDocumentType;
+    // Character data is checked character by character (control
+    // characters, "]]>"); otherwise only its end and its references are
+    // found, for values whose own decoder checks every character anyway.
+    bool checkCharacters;
+};
+
+class Scanner {
+public:
+    enum class Token { StartElement, EndElement, Text, End, Error };
+    enum class Failure { None, Malformed, LimitExceeded, DocumentType };
+
+    Scanner(QByteArrayView document, const ScannerLimits& limits);
+
+    Token next();
+
+    // The qualified name of the element just started or ended.
+    QByteArrayView name() const { return _name; }
+    // The attributes of the element just started.
+    const std::vector<Attribute>& attributes() const { return _attributes; }
+    // Character data as written: references and line ends not yet decoded
+    // unless isLiteral (a CDATA section, whose line ends are still raw).
+    QByteArrayView text() const { return _text; }
+    bool isLiteral() const { return _literal; }
+    bool hasReference() const { return _reference; }
+    // Elements open after the token.
+    qsizetype depth() const { return qsizetype(_open.size()); }
+    bool sawRoot() const { return _sawRoot; }
+    Failure failure() const { return _failure; }
+
+private:
+    Token fail(Failure failure);
+    Token startTag();
+    Token endTag();
+    Token textRun();
+    Token cdata();
+    bool skipComment();
+    bool skipProcessingInstruction(bool declarationAllowed);
+    bool skipDocumentType();
+    bool reference(const char*& p) const;
+    bool attributeValue(const char* from, const char* to) const;
+    bool distinctAttributes();
+    void skipSpace();
+    bool startsWith(const char* literal, qsizetype length) const;
+
+    const char* _begin;
+    const char* _p;
+    const char* _end;
+    ScannerLimits _limits;
+    std::vector<QByteArrayView> _open;
+    std::vector<Attribute> _attributes;
+    std::vector<QByteArrayView> _sorted;
+    QByteArrayView _name;
+    QByteArrayView _text;
+    qsizetype _elements = 0;
+    Failure _failure = Failure::None;
+    bool _literal = false;
+    bool _reference = false;
+    bool _pendingEnd = false;
+    bool _sawRoot = false;
+    bool _sawDocumentType = false;
+};
+
+// Character data or an attribute value with its references replaced and its
+// line ends normalised (attribute values also turn white space into blanks);
+// nothing for a malformed reference or one to an entity it does not know.
+std::optional<QByteArray> decodedText(QByteArrayView raw, bool attributeValue);
+
+// A well-formed XML 1.0 document in valid UTF-8: one root element, matched
+// tags, quoted and distinct attributes, known references, no control
+// characters. A document type declaration is skipped unread, and references
+// to the entities it may declare are taken on trust. Namespaces are not
+// checked. Nesting deeper than 100,000 elements is refused.
+bool isWellFormedDocument(QByteArrayView utf8);
+
+} // namespace wq::xml

@@ -1,0 +1,53 @@
+// The calculating money formatter's keystroke judgement on arbitrary edits,
+// with its deferred calculator opening run after each one (no toolkit is
+// there to show it).
+#include "FuzzEdit.h"
+
+#include <WQGeneral/money/WQCalculateMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyConstants.h>
+#include <WQGeneral/money/WQMoneyFormatterDelegate.h>
+
+#include <QCoreApplication>
+
+#include <memory>
+
+namespace {
+
+class Owner : public wq::WQMoneyFormatterDelegate {
+public:
+    std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
+    bool user_input_like_ATM() const override { return atm; }
+    std::optional<QVariantMap> dict;
+    bool atm = false;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static int argc = 1;
+    static char name[] = "fuzz_calculate";
+    static char* argv[] = {name, nullptr};
+    static QCoreApplication application(argc, argv);
+
+    wq::fuzz::Input in(data, size);
+    const std::uint8_t mode = in.byte();
+    Owner owner;
+    owner.atm = mode & 1;
+    if (mode & 2) {
+        owner.dict = QVariantMap{
+            {wq::kWQCurrencyKey_CurrencySymbol, in.text()},
+            {wq::kWQCurrencyKey_PositiveCurrencyFormatString, in.text()},
+            {wq::kWQCurrencyKey_NegativeCurrencyFormatString, in.text()},
+            {wq::kWQCurrencyKey_ThousandsSeparator, in.text()},
+            {wq::kWQCurrencyKey_DecimalSeparator, in.text()},
+        };
+    }
+    const auto formatter = std::make_shared<wq::WQCalculateMoneyFormatter>(&owner);
+    // A few edits in a row, as a user types into one field.
+    for (int edit = 0; edit < 1 + (mode >> 4) % 4; ++edit) {
+        wq::fuzz::judgeEdit(*formatter, in);
+        QCoreApplication::processEvents();
+    }
+    return 0;
+}

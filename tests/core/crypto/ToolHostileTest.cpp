@@ -1,0 +1,250 @@
+// The wq tool against careless and hostile use: tampered envelopes,
+// passwords out of bounds, names and numbers out of range, large inputs.
+
+#include "ToolProcess.h"
+
+#include <WQGeneral/encoding/WQBase64.h>
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QStandardPaths>
+
+#include <sys/stat.h>
+
+using namespace wq::test;
+
+namespace {
+
+const char* const kTool = WQ_TOOL_PATH;
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+ToolResult run(const QStringList& args, const QString& input = QStringLiteral("/dev/null"))
+{
+    return runMeasured(kTool, args, input);
+}
+
+class HostileTool : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
+    QString withPassword(const QByteArray& password)
+    {
+        const QString file = path("password");
+        write(file, password);
+        return file;
+    }
+};
+
+} // namespace
+
+TEST_F(HostileTool, EveryFailureAfterTheKeyLooksTheSame)
+{
+    // One block: the IV's last byte decides the padding.
+    write(path("a.xml"), "<a>x</a>");
+    const QString password = withPassword("pw\n");
+    ASSERT_EQ(run({"encrypt", "--password-file", password, path("a.xml"), path("a.enc")}).exitCode, 0);
+    const QByteArray envelope = contents(path("a.enc"));
+    const qsizetype value = envelope.indexOf("<CipherValue>") + 13;
+    const QByteArray iv = QByteArray::fromBase64(envelope.mid(value, 24));
+    const auto withIV = [&](int at, char byte) {
+        QByteArray changed = iv;
+        changed[at] = byte;
+        return QByteArray(envelope).replace(value, 24, changed.toBase64());
+    };
+    // Padding 0x01 is valid: the old reader answered with altered text. Then
+    // a broken padding, a broken document, a wrong password.
+    const std::pair<QByteArray, QByteArray> cases[] = {
+        {withIV(15, char(iv[15] ^ 0x08 ^ 0x01)), "pw\n"},
+        {withIV(15, char(iv[15] ^ 0x55)), "pw\n"},
+        {withIV(0, char(iv[0] ^ '<' ^ '(')), "pw\n"},
+        {envelope, "not pw\n"},
+    };
+    std::optional<ToolResult> first;
+    for (const auto& [tampered, guess] : cases) {
+        write(path("t.enc"), tampered);
+        const ToolResult r = run({"decrypt", "--password-file", withPassword(guess), path("t.enc"), path("out.xml")});
+        EXPECT_EQ(r.exitCode, 1);
+        EXPECT_FALSE(QFile::exists(path("out.xml")));
+        EXPECT_EQ(r.err.count("not protected against tampering"), 1);
+        if (first)
+            EXPECT_EQ(r.err, first->err);
+        else
+            first = r;
+    }
+}
+
+TEST_F(HostileTool, PlainTextIsWrittenForItsOwnerOnly)
+{
+    const mode_t saved = ::umask(022);
+    write(path("a.xml"), "<a>secret</a>");
+    const QString password = withPassword("pw");
+    for (const bool authenticated : {false, true}) {
+        QStringList encrypt{"encrypt", "--password-file", password, path("a.xml"), path("a.enc")};
+        if (authenticated)
+            encrypt = QStringList{"encrypt", "--authenticated", "--iterations", "10"} + encrypt.mid(1);
+        ASSERT_EQ(run(encrypt).exitCode, 0);
+        write(path("out.xml"), "old");   // an existing file's mode is not kept either
+        ::chmod(QFile::encodeName(path("out.xml")).constData(), 0644);
+        const ToolResult r = run({"decrypt", "--password-file", password, path("a.enc"), path("out.xml")});
+        ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+        EXPECT_EQ(contents(path("out.xml")), "<a>secret</a>");
+        struct stat info;
+        ASSERT_EQ(::stat(QFile::encodeName(path("out.xml")).constData(), &info), 0);
+        EXPECT_EQ(info.st_mode & 0777, 0600u);
+        EXPECT_EQ(r.err.contains("not protected against tampering"), !authenticated);
+    }
+    ::umask(saved);
+}
+
+TEST_F(HostileTool, PasswordsOutOfBoundsAreRefused)
+{
+    write(path("a.xml"), "<a/>");
+    write(path("empty"), "");
+    write(path("long"), QByteArray(4097, 'x'));
+    write(path("longest"), QByteArray(4096, 'x') + "\r\n");
+    const struct { QStringList source; QString input; const char* message; } cases[] = {
+        {{"--password-stdin"}, path("empty"), "the password is empty"},
+        {{"--password-file", path("empty")}, "/dev/null", "the password is empty"},
+        {{"--password-stdin"}, path("long"), "longer than 4096 bytes"},
+        {{"--password-file", "/dev/zero"}, "/dev/null", "longer than 4096 bytes"},
+        {{"--password-stdin"}, "/dev/zero", "longer than 4096 bytes"},
+    };
+    for (const auto& c : cases) {
+        const ToolResult r = run(QStringList{"encrypt"} + c.source + QStringList{path("a.xml"), path("a.enc")}, c.input);
+        EXPECT_EQ(r.exitCode, 2) << c.message;
+        EXPECT_TRUE(r.err.contains(c.message)) << r.err.toStdString();
+        EXPECT_LT(r.peakKiB, 200 * 1024 * kBudgetScale);
+        EXPECT_FALSE(QFile::exists(path("a.enc")));
+    }
+    // 4096 bytes and a line break are just right.
+    EXPECT_EQ(run({"encrypt", "--password-file", path("longest"), path("a.xml"), path("a.enc")}).exitCode, 0);
+    EXPECT_EQ(run({"decrypt", "--password-stdin", path("a.enc"), "-"}, path("longest")).out, "<a/>");
+}
+
+TEST_F(HostileTool, NamesAndNumbersOutOfRangeAreRefused)
+{
+    const QString studio = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/Veltrano Studio");
+    const QStringList refused[] = {
+        {"log", "--app", "../../x", "write", "hi"}, {"log", "--app", "a/b", "clean"}, {"log", "--app", "..", "path"},
+        {"log", "--app", "", "write", "hi"},
+        {"money", "format", "1e308"}, {"money", "format", "inf"}, {"money", "format", "-inf"}, {"money", "format", "nan"},
+        {"money", "format", "9223372036854775808"},
+        {"money", "parse", QStringLiteral("1") + QString(309, u'0')}, {"money", "parse", QString(30, u'9')},
+        {"round", "2", "1e308"}, {"round", "2", "inf"}, {"round", "2", "nan"},
+        {"round", "7", "-1e10", "--split"}, {"round", "7", "-2147483648", "--split"},
+        {"round", "7", "2147483647.5", "--split"},
+    };
+    for (const QStringList& args : refused) {
+        const ToolResult r = run(args);
+        EXPECT_EQ(r.exitCode, 2) << args.join(u' ').toStdString();
+        EXPECT_TRUE(r.out.isEmpty()) << r.out.toStdString();
+        EXPECT_TRUE(r.err.startsWith("wq: ")) << args.join(u' ').toStdString();
+    }
+    EXPECT_FALSE(QFileInfo::exists(QDir::cleanPath(studio + QStringLiteral("/../x"))));
+    EXPECT_FALSE(QFileInfo::exists(QDir::cleanPath(studio + QStringLiteral("/../../x.log"))));
+    // The edges that are in range still work.
+    const std::pair<QStringList, QByteArray> accepted[] = {
+        {{"money", "format", "9.2e18", "--locale", "en_US"}, "$9,200,000,000,000,000,000.00\n"},
+        {{"round", "7", "-2147483647.25", "--split"}, "-2147483647.2500000 -2147483647 -2500000\n"},
+        {{"round", "7", "2147483647", "--split"}, "2147483647.0000000 2147483647 0\n"},
+        {{"round", "2", "1e300"}, QString::number(1e300, 'f', 2).toLatin1() + '\n'},
+    };
+    for (const auto& [args, out] : accepted) {
+        const ToolResult r = run(args);
+        EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
+        EXPECT_EQ(r.out, out);
+    }
+}
+
+TEST_F(HostileTool, Base64StreamsWithTheWholeTextsResult)
+{
+    // Pieces of the input are read a mebibyte at a time: texts longer than
+    // that, with junk, line breaks and padding in awkward places, must give
+    // the library's answer for the whole text.
+    QRandomGenerator random(20240613);
+    QByteArray data(3 * 1024 * 1024 + 7, Qt::Uninitialized);
+    for (char& c : data)
+        c = char(random.bounded(256));
+    const QByteArray encoded = wq::base64EncodedBytes(data);
+    QByteArray junky;
+    for (qsizetype i = 0; i < encoded.size(); ++i)
+        junky += (i % 97 == 0 ? QByteArray(" \n-_") : QByteArray()) + encoded[i];
+    const QByteArray texts[] = {
+        encoded, junky,
+        encoded.left(1024 * 1024 - 1) + "R===" + encoded.mid(1024 * 1024),   // a short group at the "="
+        encoded.left(4 * 262145 + 2),                                        // unpadded: the tail is dropped
+        "QUJDR===",
+    };
+    for (const QByteArray& text : texts) {
+        write(path("in.txt"), text);
+        const ToolResult r = run({"base64", "decode", path("in.txt")});
+        EXPECT_EQ(r.exitCode, 0);
+        EXPECT_EQ(r.out, wq::dataWithBase64EncodedString(QByteArrayView(text)).value_or(QByteArray()))
+            << text.size();
+    }
+    write(path("in.bin"), data);
+    for (const std::uint32_t length : {0u, 4u, 6u, 76u, 1000001u}) {
+        const ToolResult r = run({"base64", "encode", "--line-length", QString::number(length), path("in.bin")});
+        QByteArray expected = wq::base64EncodingWithLineLength(data, length, wq::WQBase64Encoder::Own).toLatin1();
+        if (!expected.endsWith('\n'))
+            expected += '\n';
+        EXPECT_EQ(r.out, expected) << length;
+    }
+    // Bytes beyond ASCII are refused, even after the "=".
+    write(path("in.txt"), "QQ==\xc3\xa9");
+    EXPECT_EQ(run({"base64", "decode", path("in.txt")}).exitCode, 2);
+}
+
+TEST_F(HostileTool, PeakMemoryOnLargeInputs)
+{
+    // 64 MiB through Base64 both ways in fixed-size pieces, from a file
+    // and through standard input and output alike.
+    QByteArray data(64 * 1024 * 1024, Qt::Uninitialized);
+    QRandomGenerator random(7);
+    random.fillRange(reinterpret_cast<quint32*>(data.data()), data.size() / 4);
+    write(path("big.bin"), data);
+    const ToolResult encoded = run({"base64", "encode", "-", path("big.b64")}, path("big.bin"));
+    ASSERT_EQ(encoded.exitCode, 0);
+    const ToolResult decoded = run({"base64", "decode", path("big.b64"), "-"});
+    ASSERT_EQ(decoded.exitCode, 0);
+    EXPECT_TRUE(decoded.out == data);
+    EXPECT_LT(encoded.peakKiB, 64 * 1024 * kBudgetScale);
+    EXPECT_LT(decoded.peakKiB, 64 * 1024 * kBudgetScale);
+    data.clear();
+
+    // A 10 MiB document: the envelope's work stays within three times its size.
+    QByteArray document = "<ledger>";
+    for (int i = 0; document.size() < 10 * 1024 * 1024; ++i)
+        document += "<row n='" + QByteArray::number(i) + "'>Caf\xc3\xa9 &amp; co</row>\n";
+    document += "</ledger>";
+    write(path("doc.xml"), document);
+    const QString password = withPassword("pw");
+    const ToolResult sealed = run({"encrypt", "--password-file", password, path("doc.xml"), path("doc.enc")});
+    ASSERT_EQ(sealed.exitCode, 0);
+    const ToolResult opened = run({"decrypt", "--password-file", password, path("doc.enc"), path("back.xml")});
+    ASSERT_EQ(opened.exitCode, 0);
+    EXPECT_TRUE(contents(path("back.xml")) == document);
+    const long envelopeKiB = long(QFileInfo(path("doc.enc")).size() / 1024);
+    // Measured against the process's own start-up (Qt, ICU data).
+    const long baseline = run({"inspect", "/dev/null"}).peakKiB;
+    EXPECT_LT(sealed.peakKiB - baseline, 3 * envelopeKiB * kBudgetScale);
+    EXPECT_LT(opened.peakKiB - baseline, 3 * envelopeKiB * kBudgetScale);
+    RecordProperty("base64_encode_peak_kib", int(encoded.peakKiB));
+    RecordProperty("decrypt_peak_kib", int(opened.peakKiB));
+}
