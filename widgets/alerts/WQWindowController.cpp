@@ -29,9 +29,6 @@ void WQWindowController::_wq_adoptWindow()
 
 WQWindowController::~WQWindowController()
 {
-    // The toolbar must not ask a controller that is gone.
-    if (_wq_toolbar && _wq_toolbar->delegate() == this)
-        _wq_toolbar->setDelegate(nullptr);
     for (const QPointer<QMessageBox>& waiting : _wq_waitingSheets)
         delete waiting.data();
     if (_wq_window) {

@@ -86,7 +86,11 @@ std::unique_ptr<WQToolbarItem> WQToolbar::makeItem(const QString& itemIdentifier
 
 void WQToolbar::setDelegate(WQToolbarDelegate* delegate)
 {
+    disconnect(_wq_delegateGuard);
     _wq_delegate = delegate;
+    // A delegate that is a QObject is forgotten when it goes.
+    if (auto* object = dynamic_cast<QObject*>(delegate))
+        _wq_delegateGuard = connect(object, &QObject::destroyed, this, [this] { setDelegate(nullptr); });
     if (!delegate) {
         setItemIdentifiers({});
         return;

@@ -217,6 +217,9 @@ void WQToolbarCustomizationDialog::_wq_fillPalette()
         return;
     _wq_paletteList->clear();
     for (const QString& identifier : _wq_toolbar->allowedItemIdentifiers()) {
+        // Offer only what the toolbar can show.
+        if (!_wq_toolbar->makeItem(identifier, false))
+            continue;
         const Entry entry = entryFor(*_wq_toolbar, identifier, palette());
         auto* row = new QListWidgetItem(entry.icon, entry.text, _wq_paletteList);
         row->setData(WQToolbarItemList::kIdentifierRole, identifier);

@@ -34,8 +34,9 @@ public:
     // Names the toolbar in the user's settings.
     const QString& identifier() const noexcept { return _wq_identifier; }
 
-    // The delegate is not owned. Setting it shows its items: the user's saved
-    // choice brought up to date, or the default set. Null empties the toolbar.
+    // The delegate is not owned (one that is a QObject is forgotten when it is
+    // destroyed). Setting it shows its items: the user's saved choice brought
+    // up to date, or the default set. Null empties the toolbar.
     void setDelegate(WQToolbarDelegate* delegate);
     WQToolbarDelegate* delegate() const noexcept { return _wq_delegate; }
 
@@ -88,6 +89,7 @@ private:
 
     QString _wq_identifier;
     WQToolbarDelegate* _wq_delegate = nullptr;
+    QMetaObject::Connection _wq_delegateGuard;
     QList<WQToolbarItem*> _wq_items;
     QPointer<WQToolbarCustomizationDialog> _wq_palette;
     bool _wq_allowsCustomization = true;
