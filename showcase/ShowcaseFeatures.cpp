@@ -4,6 +4,10 @@ namespace showcase {
 
 std::unique_ptr<ShowcaseFeature> makeDateFields();
 std::unique_ptr<ShowcaseFeature> makeMoneyFields();
+std::unique_ptr<ShowcaseFeature> makeAccountsTree();
+std::unique_ptr<ShowcaseFeature> makeWindowMenus();
+std::unique_ptr<ShowcaseFeature> makeWindowToolbar();
+std::unique_ptr<ShowcaseFeature> makeAlertSheets();
 
 std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
 {
@@ -11,6 +15,10 @@ std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
     // One line per feature, in entry-row order.
     features.push_back(makeDateFields());
     features.push_back(makeMoneyFields());
+    features.push_back(makeAccountsTree());
+    features.push_back(makeWindowMenus());
+    features.push_back(makeWindowToolbar());
+    features.push_back(makeAlertSheets());
     return features;
 }
 

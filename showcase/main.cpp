@@ -12,6 +12,8 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QSettings>
+#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -41,6 +43,11 @@ int main(int argc, char** argv)
     }
     if (parser.isSet(locale))
         wq::WQRegionalSettings::setAllLocales(parser.value(locale));
+    // The tour silences warnings and customizes the toolbar: in settings of
+    // its own, which start empty and go when it ends.
+    QTemporaryDir tourSettings;
+    if (parser.isSet(tour))
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, tourSettings.path());
 
     showcase::RegisterWindow window;
     const auto features = showcase::makeFeatures();
@@ -49,7 +56,7 @@ int main(int argc, char** argv)
 
     if (parser.isSet(tour))
         return showcase::runTour(window, features, parser.value(tour));
-    window.resize(900, 420);
+    window.resize(1000, 560);
     window.show();
     return app.exec();
 }

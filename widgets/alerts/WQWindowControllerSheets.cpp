@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -130,6 +131,15 @@ QMessageBox* WQWindowController::_wq_newSheet(const QString& title, const QStrin
     sheet->setTextFormat(Qt::PlainText);
     sheet->setText(title);
     sheet->setInformativeText(message);
+    // The title stands out above the explanation, as alert titles do.
+    if (auto* heading = sheet->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        QFont bold = heading->font();
+        bold.setBold(true);
+        heading->setFont(bold);
+    }
+    // Long explanations read better as a paragraph than as a column.
+    if (auto* information = sheet->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
+        information->setMinimumWidth(std::min(380, _wq_window->width()));
     return sheet;
 }
 

@@ -28,7 +28,14 @@ void WQHeaderIndicatorStyle::drawPrimitive(PrimitiveElement element, const QStyl
         const QString name = widget->property(kImageProperty).toString();
         const QVariant section = widget->property(kSectionProperty);
         const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
-        const QIcon image = name.isEmpty() ? QIcon() : WQImageNamed(name);
+        const QIcon image = name.isEmpty() || name == kDescendingImageName ? QIcon() : WQImageNamed(name);
+        if (header && section.isValid() && header->section == section.toInt() && name == kDescendingImageName) {
+            // The style's own downward arrow, whatever order the header holds.
+            QStyleOptionHeader down(*header);
+            down.sortIndicator = QStyleOptionHeader::SortDown;
+            QProxyStyle::drawPrimitive(element, &down, painter, widget);
+            return;
+        }
         if (header && !image.isNull() && section.isValid() && header->section == section.toInt()) {
             const int side = qMin(option->rect.width(), option->rect.height());
             QRect square(0, 0, side, side);

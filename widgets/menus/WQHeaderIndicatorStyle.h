@@ -15,6 +15,8 @@ public:
     // Header properties: the image's name, and the section it marks.
     static constexpr char kImageProperty[] = "wqIndicatorImage";
     static constexpr char kSectionProperty[] = "wqIndicatorSection";
+    // The name that stands for the style's descending-sort (downward) arrow.
+    static constexpr char kDescendingImageName[] = "NSDescendingSortIndicator";
 
     // Gives the header this style (once; the header owns it). Sorting by
     // clicking a section afterwards removes the image.

@@ -12,7 +12,7 @@
 namespace wq {
 namespace {
 
-const QString kDescendingSortIndicator = QStringLiteral("NSDescendingSortIndicator");
+const QString kDescendingSortIndicator = QString::fromLatin1(WQHeaderIndicatorStyle::kDescendingImageName);
 
 // Visits the view's rows from the top in display order. The number of
 // children is read afresh at every step, so rows added on the way, and the
@@ -141,6 +141,18 @@ int levelForRow(const QTreeView& view, int row)
 {
     RowWalker walker(view);
     return row >= 0 && walker.advanceTo(row) ? walker.level() : -1;
+}
+
+int rowForItem(const QTreeView& view, const QModelIndex& item)
+{
+    if (!item.isValid() || item.model() != view.model())
+        return -1;
+    const QModelIndex first = item.siblingAtColumn(0);
+    RowWalker walker(view);
+    while (walker.next())
+        if (walker.index() == first)
+            return walker.row();
+    return -1;
 }
 
 int parentRowForRow(const QTreeView& view, int row)

@@ -49,6 +49,20 @@ QIcon standardItemIcon(const QString& identifier, const QPalette& palette)
     return QIcon(picture);
 }
 
+// A control in a toolbar, for items that show a widget of their own.
+QIcon viewIcon(const QPalette& palette)
+{
+    QPixmap picture(48, 48);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette.color(QPalette::Text), 2));
+    painter.setBrush(palette.color(QPalette::Base));
+    painter.drawRoundedRect(QRectF(4, 14, 40, 20), 4, 4);
+    painter.drawLine(12, 19, 12, 29);
+    return QIcon(picture);
+}
+
 // What the lists show for an item: its palette label (else its label, else
 // its identifier) and its image (else a picture of its widget).
 struct Entry {
@@ -71,8 +85,14 @@ Entry entryFor(WQToolbar& toolbar, const QString& identifier, const QPalette& pa
     entry.toolTip = item->toolTip();
     if (!item->icon().isNull())
         entry.icon = item->icon();
-    else if (QWidget* view = item->view())
-        entry.icon = QIcon(view->grab());
+    else if (item->view())
+        entry.icon = viewIcon(palette);
+    if (entry.icon.isNull()) {
+        // An empty picture keeps the labels in line.
+        QPixmap blank(48, 48);
+        blank.fill(Qt::transparent);
+        entry.icon = QIcon(blank);
+    }
     return entry;
 }
 
@@ -197,7 +217,7 @@ WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
     _wq_fillPalette();
     _wq_fillToolbarList({});
     _wq_updateButtons();
-    resize(620, 440);
+    resize(580, 400);
 }
 
 WQToolbarCustomizationDialog::~WQToolbarCustomizationDialog() = default;

@@ -21,7 +21,7 @@ WQToolbarItemList::WQToolbarItemList(Role role, QWidget* parent) : QListWidget(p
     setDragDropOverwriteMode(false);
     setDefaultDropAction(Qt::MoveAction);
     setIconSize(QSize(24, 24));
-    setUniformItemSizes(true);
+    setSpacing(1);
 }
 
 QMimeData* WQToolbarItemList::encode(const Payload& payload)

@@ -78,6 +78,9 @@ TEST(TreeViewExtensions, RowsAreTheViewsOwnRowsWithTheirLevels)
     EXPECT_FALSE(itemAtRow(t.view, 8).isValid());
     EXPECT_FALSE(itemAtRow(t.view, -1).isValid());
     EXPECT_EQ(levelForRow(t.view, 8), -1);
+    const QModelIndex vacation = t.model.index(1, 1, t.model.index(1, 0, t.model.index(0, 0)));
+    EXPECT_EQ(rowForItem(t.view, vacation), 4);
+    EXPECT_EQ(rowForItem(t.view, QModelIndex()), -1);
 
     // Hidden rows and a root index are honoured as the view honours them.
     const QModelIndex savings = t.model.index(1, 0, t.model.index(0, 0));
@@ -85,6 +88,8 @@ TEST(TreeViewExtensions, RowsAreTheViewsOwnRowsWithTheirLevels)
     EXPECT_EQ(plain(ourRows(t.view)), qtRows(t.view));
     t.view.setRootIndex(t.model.index(0, 0));
     EXPECT_EQ(ourRows(t.view), QStringList({"Checking", "Savings", ".Vacation"}));
+    EXPECT_EQ(rowForItem(t.view, vacation), 2);
+    EXPECT_EQ(rowForItem(t.view, t.model.index(1, 0)), -1);
     EXPECT_EQ(plain(ourRows(t.view)), qtRows(t.view));
 }
 

@@ -21,6 +21,8 @@ int numberOfRows(const QTreeView& view);
 QModelIndex itemAtRow(const QTreeView& view, int row);
 // The row's level; -1 outside 0 ... numberOfRows() - 1.
 int levelForRow(const QTreeView& view, int row);
+// The row showing an item (any column of it); -1 when it is not shown.
+int rowForItem(const QTreeView& view, const QModelIndex& item);
 
 // The nearest row above `row` whose level is lower than its own: its parent's
 // row. -1 for a negative row, a row at level 0 or past the end, and when no
