@@ -126,17 +126,34 @@ void RegisterWindow::addFieldGroup(const QString& label, QWidget* field, const Q
     field->setParent(group);
     layout->addWidget(field);
     _entryLayout->insertWidget(place, group, field->objectName() == QStringLiteral("payee") ? 2 : 1);
-    _groups.append({field, column});
+    _groups.append({field, column, label});
     if (auto* lineEdit = qobject_cast<wq::WQLineEdit*>(field))
         watch(lineEdit);
 }
 
 void RegisterWindow::watch(wq::WQLineEdit* field)
 {
-    connect(field, &wq::WQLineEdit::editRefused, this, &RegisterWindow::showMessage, Qt::UniqueConnection);
-    connect(field, &wq::WQLineEdit::valueRefused, this, &RegisterWindow::showMessage, Qt::UniqueConnection);
+    if (field->property("showcaseWatched").toBool())
+        return;
+    field->setProperty("showcaseWatched", true);
+    connect(field, &wq::WQLineEdit::editRefused, this, [this, field](const QString& m) { _refuse(field, m); });
+    connect(field, &wq::WQLineEdit::valueRefused, this, [this, field](const QString& m) { _refuse(field, m); });
     // The complaint goes once the field takes an edit or a value again.
-    connect(field, &wq::WQLineEdit::refusalCleared, _message, &QLabel::clear, Qt::UniqueConnection);
+    connect(field, &wq::WQLineEdit::refusalCleared, _message, &QLabel::clear);
+}
+
+void RegisterWindow::_refuse(wq::WQLineEdit* field, const QString& message)
+{
+    if (!_presenter || message.isEmpty()) {
+        showMessage(message);
+        return;
+    }
+    QString label = field->objectName();
+    for (const Group& group : std::as_const(_groups))
+        if (group.field == field)
+            label = group.label;
+    emit refusalShown(message);
+    _presenter(*field, label, message);
 }
 
 void RegisterWindow::showMessage(const QString& message)

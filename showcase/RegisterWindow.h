@@ -1,7 +1,7 @@
 #pragma once
 // The showcase's window: a register of transactions above an entry row of
 // labelled fields, an Enter button that records the row, and a message line
-// for refusals (alert sheets come later).
+// for refusals unless a feature shows them another way (alert sheets).
 
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
@@ -9,6 +9,7 @@
 #include <QTableWidget>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class QHBoxLayout;
@@ -33,8 +34,11 @@ public:
     // after the payee); with a column (Date, Payee, Amount), Enter copies the
     // field's text (and a date value) into that column of the new row.
     void addFieldGroup(const QString& label, QWidget* field, const QString& column = QString(), int place = -1);
-    // Refusals of the field go to the message line and to refusalShown.
+    // Refusals of the field go to the presenter (the message line when there
+    // is none) and to refusalShown.
     void watch(wq::WQLineEdit* field);
+    using RefusalPresenter = std::function<void(wq::WQLineEdit& field, const QString& label, const QString& message)>;
+    void setRefusalPresenter(RefusalPresenter presenter) { _presenter = std::move(presenter); }
 
     void showMessage(const QString& message);
     QTableWidget& table() { return *_table; }
@@ -51,6 +55,7 @@ signals:
 private:
     void _seed();
     void _renderDates();
+    void _refuse(wq::WQLineEdit* field, const QString& message);
 
     QTableWidget* _table = nullptr;
     QWidget* _entryRow = nullptr;
@@ -59,8 +64,10 @@ private:
     struct Group {
         QWidget* field;
         QString column;
+        QString label;
     };
     QList<Group> _groups;
+    RefusalPresenter _presenter;
     std::unique_ptr<wq::WQDateFormatter> _dates;
     std::shared_ptr<wq::WQMoneyFormatter> _amounts;
     wq::WQObservation _localeObservation{wq::WQNotificationCenter::distributedCenter()};

@@ -5,6 +5,10 @@ namespace showcase {
 std::unique_ptr<ShowcaseFeature> makeDateFields();
 std::unique_ptr<ShowcaseFeature> makeMoneyFields();
 std::unique_ptr<ShowcaseFeature> makeCalculatorTour();
+std::unique_ptr<ShowcaseFeature> makeAccountsTree();
+std::unique_ptr<ShowcaseFeature> makeWindowMenus();
+std::unique_ptr<ShowcaseFeature> makeWindowToolbar();
+std::unique_ptr<ShowcaseFeature> makeAlertSheets();
 
 std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
 {
@@ -13,6 +17,10 @@ std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
     features.push_back(makeDateFields());
     features.push_back(makeMoneyFields());
     features.push_back(makeCalculatorTour());
+    features.push_back(makeAccountsTree());
+    features.push_back(makeWindowMenus());
+    features.push_back(makeWindowToolbar());
+    features.push_back(makeAlertSheets());
     return features;
 }
 

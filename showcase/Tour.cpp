@@ -6,10 +6,13 @@
 
 #include <WQGeneral/calculator/WQCalcWindow.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QMessageBox>
 #include <QPainter>
+#include <QPushButton>
 #include <QPixmap>
 #include <QRegularExpression>
 #include <QStringList>
@@ -41,6 +44,56 @@ void print(const QString& line)
     std::fputc('\n', stdout);
 }
 
+// The window as the user sees it: its open sheets, dialogs and menus are
+// windows of their own, drawn over it where they stand.
+QPixmap screenshot(QWidget& window)
+{
+    QPixmap shot = window.grab();
+    QPainter painter(&shot);
+    const QPoint origin = window.mapToGlobal(QPoint(0, 0));
+    painter.setPen(QColor(0, 0, 0, 110));
+    // Sheets and menus are the window's children; the calculator's pop-up
+    // may be a top-level window of its own.
+    QList<QWidget*> windows = window.findChildren<QWidget*>();
+    for (QWidget* popup : QApplication::topLevelWidgets())
+        if (qobject_cast<wq::WQCalcWindow*>(popup) && !windows.contains(popup))
+            windows.append(popup);
+    for (QWidget* child : windows) {
+        if (!child->isWindow() || !child->isVisible())
+            continue;
+        const QPoint at = child->mapToGlobal(QPoint(0, 0)) - origin;
+        painter.drawPixmap(at, child->grab());
+        painter.drawRect(QRect(at, child->size()).adjusted(-1, -1, 0, 0));
+    }
+    return shot;
+}
+
+// A user answers a sheet before going on: the tour prints it and presses
+// its default button.
+void answerSheets(QWidget& window)
+{
+    for (int guard = 0; guard < 20; ++guard) {
+        QMessageBox* sheet = nullptr;
+        for (QMessageBox* box : window.findChildren<QMessageBox*>())
+            if (box->isVisible())
+                sheet = box;
+        if (!sheet)
+            return;
+        QAbstractButton* answer = sheet->defaultButton();
+        for (QAbstractButton* button : sheet->buttons())
+            if (!answer && sheet->buttonRole(button) == QMessageBox::AcceptRole)
+                answer = button;
+        print(QStringLiteral("     sheet: \"%1\"%2, answered %3")
+                  .arg(sheet->text(), sheet->checkBox() ? QStringLiteral(" with \"Don't show again\"") : QString(),
+                       answer ? answer->text().remove(u'&') : QStringLiteral("by closing")));
+        if (answer)
+            answer->click();
+        else
+            sheet->reject();
+        settle();
+    }
+}
+
 } // namespace
 
 int runTour(RegisterWindow& window, const std::vector<std::unique_ptr<ShowcaseFeature>>& features,
@@ -50,7 +103,7 @@ int runTour(RegisterWindow& window, const std::vector<std::unique_ptr<ShowcaseFe
         std::fprintf(stderr, "wq-showcase: cannot create %s\n", qPrintable(directory));
         return 1;
     }
-    window.resize(900, 420);
+    window.resize(1000, 560);
     window.show();
     window.activateWindow();
     settle();
@@ -64,14 +117,7 @@ int runTour(RegisterWindow& window, const std::vector<std::unique_ptr<ShowcaseFe
     auto shoot = [&](const QString& title) {
         const QString file = QDir(directory).filePath(
             QStringLiteral("%1-%2.png").arg(number, 2, 10, QLatin1Char('0')).arg(slug(title)));
-        // Pop-ups are windows of their own: paint them where they stand.
-        QPixmap shot = window.grab();
-        QPainter painter(&shot);
-        for (QWidget* popup : QApplication::topLevelWidgets())
-            if (qobject_cast<wq::WQCalcWindow*>(popup) && popup->isVisible())
-                painter.drawPixmap(popup->geometry().topLeft() - window.geometry().topLeft(), popup->grab());
-        painter.end();
-        if (!shot.save(file)) {
+        if (!screenshot(window).save(file)) {
             ++failures;
             print(QStringLiteral("     (could not save %1)").arg(file));
         }
@@ -95,6 +141,7 @@ int runTour(RegisterWindow& window, const std::vector<std::unique_ptr<ShowcaseFe
             for (const QString& refusal : refusals)
                 print(QStringLiteral("     refused: %1").arg(refusal));
             shoot(step.title);
+            answerSheets(window);
         }
     }
     print(QStringLiteral("%1 screenshots in %2").arg(number + 1).arg(QDir(directory).absolutePath()));

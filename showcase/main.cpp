@@ -16,6 +16,8 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QSettings>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <cstring>
@@ -79,6 +81,11 @@ int main(int argc, char** argv)
     }
     if (parser.isSet(locale))
         wq::WQRegionalSettings::setAllLocales(parser.value(locale));
+    // The tour silences warnings and customizes the toolbar: in settings of
+    // its own, which start empty and go when it ends.
+    QTemporaryDir tourSettings;
+    if (parser.isSet(tour))
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, tourSettings.path());
 
     showcase::RegisterWindow window;
     const auto features = showcase::makeFeatures();
@@ -92,10 +99,10 @@ int main(int argc, char** argv)
             std::fputs("wq-showcase: --keys FIELD takes the keys to type as one argument\n", stderr);
             return 2;
         }
-        window.resize(900, 420);
+        window.resize(1000, 560);
         return showcase::runKeys(window, parser.value(keys), parser.positionalArguments().front());
     }
-    window.resize(900, 420);
+    window.resize(1000, 560);
     window.show();
     return app.exec();
 }

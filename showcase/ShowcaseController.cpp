@@ -1,0 +1,267 @@
+#include "ShowcaseController.h"
+
+#include "AccountsPanel.h"
+#include "RegisterWindow.h"
+
+#include <WQGeneral/alerts/WQWarningSettingsPage.h>
+#include <WQGeneral/alerts/WQWarningSuppression.h>
+#include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/menus/WQMenuExtensions.h>
+#include <WQGeneral/toolbar/WQToolbar.h>
+#include <WQGeneral/toolbar/WQToolbarItem.h>
+#include <WQGeneral/toolbar/WQToolbarKeys.h>
+
+#include <QAction>
+#include <QActionGroup>
+#include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLayout>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSettings>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace showcase {
+namespace {
+
+const QString kCalculatorKey = QStringLiteral("Showcase/calculatorEnabled");
+
+QVariantMap item(const char* label, const char* paletteLabel, const char* toolTip)
+{
+    return {{wq::kWQToolbarItemKey_Label, QString::fromUtf8(label)},
+            {wq::kWQToolbarItemKey_PaletteLabel, QString::fromUtf8(paletteLabel)},
+            {wq::kWQToolbarItemKey_ToolTip, QString::fromUtf8(toolTip)}};
+}
+
+QVariantMap button(const char* label, const char* paletteLabel, const char* toolTip, const char* image,
+                   const char* action)
+{
+    QVariantMap description = item(label, paletteLabel, toolTip);
+    description.insert(wq::kWQToolbarItemKey_ImageName, QString::fromUtf8(image));
+    description.insert(wq::kWQToolbarItemKey_Action, QString::fromUtf8(action));
+    return description;
+}
+
+QVariantMap view(const char* label, const char* paletteLabel, const char* toolTip, const char* property)
+{
+    QVariantMap description = item(label, paletteLabel, toolTip);
+    description.insert(wq::kWQToolbarItemKey_View, QString::fromUtf8(property));
+    return description;
+}
+
+} // namespace
+
+ShowcaseController& ShowcaseController::of(RegisterWindow& window)
+{
+    if (auto* existing = qobject_cast<ShowcaseController*>(controllerOf(&window)))
+        return *existing;
+    return *new ShowcaseController(window);
+}
+
+ShowcaseController::ShowcaseController(RegisterWindow& window)
+    : wq::WQWindowController(window), _register(window),
+      _calculatorEnabled(QSettings().value(kCalculatorKey, false).toBool())
+{
+    _search = new QLineEdit(&window);
+    _search->setObjectName(QStringLiteral("search"));
+    _search->setPlaceholderText(QStringLiteral("Search payees"));
+    _search->setClearButtonEnabled(true);
+    _search->resize(180, _search->sizeHint().height());
+    _search->hide();
+    connect(_search, &QLineEdit::textChanged, this, &ShowcaseController::_filterRegister);
+
+    // The currency pop-up works the currency choice of the entry row.
+    _currency = new QToolButton(&window);
+    _currency->setObjectName(QStringLiteral("currencyMenu"));
+    _currency->setPopupMode(QToolButton::InstantPopup);
+    _currency->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    // The text carries its own arrow.
+    _currency->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; width: 0px; }"));
+    _currency->hide();
+    auto* menu = new QMenu(_currency);
+    auto* choices = new QActionGroup(menu);
+    const QStringList names = {QStringLiteral("System currency"), QStringLiteral("Swiss francs")};
+    for (int index = 0; index < names.size(); ++index) {
+        QAction* choice = menu->addAction(names[index]);
+        choice->setCheckable(true);
+        choice->setData(index);
+        choices->addAction(choice);
+    }
+    _currency->setMenu(menu);
+    auto follow = [this, menu, names](int index) {
+        _currency->setText(names.value(index, names.first()) + QStringLiteral(" \u25BE"));
+        for (QAction* choice : menu->actions())
+            choice->setChecked(choice->data().toInt() == index);
+    };
+    follow(0);
+    connect(menu, &QMenu::triggered, this, [this, follow](QAction* choice) {
+        if (auto* combo = _register.findChild<QComboBox*>(QStringLiteral("currency")))
+            combo->setCurrentIndex(choice->data().toInt());
+        follow(choice->data().toInt());
+    });
+    // The entry row's own choice may change too.
+    if (auto* combo = window.findChild<QComboBox*>(QStringLiteral("currency")))
+        connect(combo, &QComboBox::currentIndexChanged, this, follow);
+}
+
+std::optional<QVariantMap> ShowcaseController::toolbarDictionary() const
+{
+    const QVariantMap items{
+        {QStringLiteral("NewTransaction"),
+         button("New", "New Transaction", "Record the entry row as a new transaction", "NewTransaction",
+                "newTransaction")},
+        {QStringLiteral("DeleteTransaction"),
+         button("Delete", "Delete Transaction", "Delete the selected transactions", "DeleteTransaction",
+                "deleteTransaction")},
+        {QStringLiteral("Calculator"),
+         button("Calculator", "Calculator On/Off", "Open the calculator when an operator is typed in an amount",
+                "Calculator", "toggleCalculator")},
+        {QStringLiteral("Search"), view("Search", "Search Field", "Show only the transactions of matching payees",
+                                        "searchField")},
+        {QStringLiteral("Currency"),
+         view("Currency", "Currency Menu", "The currency amounts are typed in", "currencyMenu")},
+        {QStringLiteral("ExpandAccounts"),
+         button("Expand", "Expand All Accounts", "Show every account", "", "expandAllAccounts")},
+        {QStringLiteral("CollapseAccounts"),
+         button("Collapse", "Collapse All Accounts", "Show the top-level accounts only", "", "collapseAllAccounts")},
+    };
+    return QVariantMap{
+        {wq::kWQToolbarKey_ItemInfoByIdentifier, items},
+        {wq::kWQToolbarKey_DefaultItemIdentifiers,
+         QStringList{"NewTransaction", "DeleteTransaction", wq::kWQToolbarSeparatorItemIdentifier, "Calculator",
+                     "Currency", wq::kWQToolbarFlexibleSpaceItemIdentifier, "Search"}},
+        {wq::kWQToolbarKey_AllowedItemIdentifiers,
+         QStringList{"NewTransaction", "DeleteTransaction", "Calculator", "Currency", "Search", "ExpandAccounts",
+                     "CollapseAccounts"}},
+    };
+}
+
+std::unique_ptr<wq::WQToolbarItem> ShowcaseController::toolbarItemForItemIdentifier(wq::WQToolbar& toolbar,
+                                                                                    const QString& itemIdentifier,
+                                                                                    bool willBeInsertedIntoToolbar)
+{
+    std::unique_ptr<wq::WQToolbarItem> item =
+        wq::WQWindowController::toolbarItemForItemIdentifier(toolbar, itemIdentifier, willBeInsertedIntoToolbar);
+    if (item && itemIdentifier == u"Calculator") {
+        item->setCheckable(true);
+        item->setChecked(_calculatorEnabled);
+    }
+    return item;
+}
+
+QWidget* ShowcaseController::searchField() const
+{
+    return _search;
+}
+
+QWidget* ShowcaseController::currencyMenu() const
+{
+    return _currency;
+}
+
+void ShowcaseController::setCalculatorEnabled(bool enabled)
+{
+    if (enabled == _calculatorEnabled)
+        return;
+    _calculatorEnabled = enabled;
+    QSettings().setValue(kCalculatorKey, enabled);
+    // Every item that switches it, in the menus and in the toolbar.
+    for (QWidget* holder : {static_cast<QWidget*>(_register.layout()->menuBar()), static_cast<QWidget*>(toolbar())})
+        if (holder)
+            if (const auto items = wq::itemsWithAction(*holder, "toggleCalculator", true))
+                for (QAction* item : *items)
+                    item->setChecked(enabled);
+    emit calculatorEnabledChanged(enabled);
+}
+
+void ShowcaseController::setAccountsPanel(AccountsPanel* panel)
+{
+    _accounts = panel;
+}
+
+void ShowcaseController::newTransaction()
+{
+    auto* payee = _register.findChild<wq::WQLineEdit*>(QStringLiteral("payee"));
+    if (payee && payee->text().trimmed().isEmpty()) {
+        sheetForBlankTextField(payee, QStringLiteral("Payee"));
+        return;
+    }
+    if (!_register.enterTransaction())
+        return;
+    if (payee) {
+        payee->setObjectValue(QString());
+        payee->setFocus();
+    }
+}
+
+void ShowcaseController::deleteTransaction()
+{
+    QTableWidget& table = _register.table();
+    QList<int> rows;
+    for (const QModelIndex& index : table.selectionModel()->selectedRows())
+        rows << index.row();
+    std::sort(rows.begin(), rows.end(), std::greater<>());
+    for (int row : rows)
+        table.removeRow(row);
+}
+
+void ShowcaseController::toggleCalculator(QObject* sender)
+{
+    const auto* action = qobject_cast<QAction*>(sender);
+    setCalculatorEnabled(action && action->isCheckable() ? action->isChecked() : !_calculatorEnabled);
+}
+
+void ShowcaseController::expandAllAccounts()
+{
+    if (_accounts)
+        _accounts->expandAll();
+}
+
+void ShowcaseController::collapseAllAccounts()
+{
+    if (_accounts)
+        _accounts->collapseAll();
+}
+
+void ShowcaseController::customizeToolbar()
+{
+    if (toolbar())
+        toolbar()->runCustomizationPalette();
+}
+
+void ShowcaseController::showWarningSettings()
+{
+    if (auto* open = _register.findChild<QDialog*>(QStringLiteral("warningSettings"))) {
+        open->raise();
+        return;
+    }
+    auto* dialog = new QDialog(&_register);
+    dialog->setObjectName(QStringLiteral("warningSettings"));
+    dialog->setWindowTitle(QStringLiteral("Warnings"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    auto* layout = new QVBoxLayout(dialog);
+    layout->addWidget(new wq::WQWarningSettingsPage(dialog));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);
+    connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    layout->addWidget(buttons);
+    dialog->resize(460, 240);
+    dialog->open();
+}
+
+void ShowcaseController::showAllWarningsAgain()
+{
+    wq::WQWarningSuppression::showAllAgain();
+}
+
+void ShowcaseController::_filterRegister(const QString& text)
+{
+    QTableWidget& table = _register.table();
+    for (int row = 0; row < table.rowCount(); ++row) {
+        const QTableWidgetItem* payee = table.item(row, 1);
+        table.setRowHidden(row, !text.isEmpty() && !(payee && payee->text().contains(text, Qt::CaseInsensitive)));
+    }
+}
+
+} // namespace showcase

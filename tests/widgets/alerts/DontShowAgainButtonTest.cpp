@@ -1,0 +1,130 @@
+#include "FieldTesting.h"
+
+#include <WQGeneral/alerts/WQAddDontShowAgainButton.h>
+
+#include <WQTestSupport.h>
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+
+using namespace wq;
+
+namespace {
+
+class PanelOwner : public QObject {
+    Q_OBJECT
+public:
+    QStringList calls;
+    QVariant attached;
+public slots:
+    void boxToggled(QObject* sender)
+    {
+        calls << QStringLiteral("box");
+        attached = sender->property(kWQRepresentedObjectProperty);
+    }
+    void buttonPressed(QAbstractButton* sender) { calls << QStringLiteral("button:") + sender->text(); }
+    void cancelled() { calls << QStringLiteral("cancel"); }
+};
+
+QCheckBox* checkBoxOf(const QWidget& panel)
+{
+    return panel.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+QPushButton* buttonTitled(const QWidget& panel, const QString& title)
+{
+    for (QPushButton* button : panel.findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly))
+        if (button->text() == title)
+            return button;
+    return nullptr;
+}
+
+// An alert panel laid out by hand: icon, message, two buttons at the bottom
+// right (in Qt's coordinates, y counting down from the top).
+struct Panel {
+    Panel()
+    {
+        widget.resize(420, 160);
+        (new QLabel(QStringLiteral("!"), &widget))->setGeometry(20, 20, 32, 32);
+        (new QLabel(QStringLiteral("The message."), &widget))->setGeometry(72, 20, 320, 60);
+        ok = new QPushButton(QStringLiteral("OK"), &widget);
+        ok->setGeometry(320, 112, 82, 32);
+        other = new QPushButton(QStringLiteral("Later"), &widget);
+        other->setGeometry(236, 114, 90, 30);
+    }
+    QWidget widget;
+    QPushButton* ok;
+    QPushButton* other;
+};
+
+TEST(DontShowAgainButton, LinesUpWithTheLastButtonAndTheMessage)
+{
+    Panel panel;
+    PanelOwner owner;
+    int oldConnectionCalls = 0;
+    QObject::connect(panel.ok, &QPushButton::clicked, [&oldConnectionCalls] { ++oldConnectionCalls; });
+    WQAddDontShowAgainButton(&owner, &panel.widget, QStringLiteral("integer warning"), "boxToggled", "buttonPressed",
+                             "cancelled");
+
+    QCheckBox* box = checkBoxOf(panel.widget);
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), u"Don't show again");
+    // Left edge from the message (x 72 > 40), top 4 below the last button's
+    // top (the "Later" button, last in order), width and height fitted.
+    EXPECT_EQ(box->geometry(), QRect(QPoint(72, 114 + 4), box->sizeHint()));
+
+    // Cancel takes the last button's frame moved left by its width less 4.
+    QPushButton* cancel = buttonTitled(panel.widget, QStringLiteral("Cancel"));
+    ASSERT_NE(cancel, nullptr);
+    EXPECT_EQ(cancel->geometry(), QRect(236 - 86, 114, 90, 30));
+
+    panel.widget.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&panel.widget));
+    QTest::mouseClick(box, Qt::LeftButton);
+    QTest::mouseClick(panel.ok, Qt::LeftButton);
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    EXPECT_EQ(owner.calls, QStringList({"box", "button:OK", "cancel"}));
+    EXPECT_EQ(owner.attached.toString(), u"integer warning");
+    // The buttons' earlier connections are replaced.
+    EXPECT_EQ(oldConnectionCalls, 0);
+
+    // Escape is Cancel's key.
+    panel.widget.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel.widget));
+    QTest::keyClick(&panel.widget, Qt::Key_Escape);
+    EXPECT_TRUE(test::spinUntil([&owner] { return owner.calls.size() == 4; }));
+    EXPECT_EQ(owner.calls.value(3), u"cancel");
+}
+
+TEST(DontShowAgainButton, APanelWithoutButtonsStartsFromItsBottomLeftCorner)
+{
+    QWidget panel;
+    panel.resize(300, 120);
+    (new QLabel(QStringLiteral("icon"), &panel))->setGeometry(10, 10, 30, 30);
+    PanelOwner owner;
+    WQAddDontShowAgainButton(&owner, &panel, QVariant(), "boxToggled", "buttonPressed", "cancelled");
+
+    QCheckBox* box = checkBoxOf(panel);
+    ASSERT_NE(box, nullptr);
+    // Nothing past x = 40: the left edge stays 20. The zero frame is the
+    // bottom-left corner, so the box lies 4 below the bottom edge.
+    EXPECT_EQ(box->geometry(), QRect(QPoint(20, 120 + 4), box->sizeHint()));
+    QPushButton* cancel = buttonTitled(panel, QStringLiteral("Cancel"));
+    ASSERT_NE(cancel, nullptr);
+    EXPECT_EQ(cancel->geometry(), QRect(0, 120 - 80, 230, 80));
+
+    // Without a cancel action there is no Cancel button.
+    QWidget bare;
+    bare.resize(300, 120);
+    WQAddDontShowAgainButton(&owner, &bare, QVariant(), "boxToggled", "buttonPressed");
+    EXPECT_EQ(buttonTitled(bare, QStringLiteral("Cancel")), nullptr);
+    ASSERT_NE(checkBoxOf(bare), nullptr);
+
+    // Nothing to add to.
+    WQAddDontShowAgainButton(&owner, nullptr, QVariant(), "boxToggled", "buttonPressed", "cancelled");
+}
+
+} // namespace
+
+#include "DontShowAgainButtonTest.moc"

@@ -1,0 +1,215 @@
+#include "AlertTesting.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTranslator>
+
+using namespace wq;
+using namespace wq::test;
+
+namespace {
+
+using Sheets = AlertTest;
+
+const QString kDateMessage = QStringLiteral(
+    "The Date text field accepts any of the digits \"0\" through \"9\" and the separator \"/\".  You can also use the "
+    "\"+\" and \"=\" keys to increment the day; \"-\" key to decrement the day; \"option +\" and \"option =\" to "
+    "increment the month; \"option -\" to decrement the month; \"t\" sets the date to today.\n\nThe date must be "
+    "entered as a day, month, and year.  The order of the three values depends on your Short Date settings in the "
+    "International pane of System Preferences.");
+
+TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAndAnswersNo)
+{
+    // The decimal separator comes from the numeric locale.
+    ScopedLocale locale(QStringLiteral("de_DE"));
+    WQWindowController& c = *controller;
+    struct Case {
+        const char* what;
+        std::function<bool()> show;
+        QString title;
+        QString message;
+        bool suppressible;
+    };
+    const Case cases[] = {
+        {"blank", [&] { return c.sheetForBlankTextField(field, QStringLiteral("Payee")); },
+         QStringLiteral("The Payee field is blank."), QStringLiteral("This field can not be left empty."), false},
+        {"blank, no name", [&] { return c.sheetForBlankTextField(field); }, QStringLiteral("The  field is blank."),
+         QStringLiteral("This field can not be left empty."), false},
+        {"negative", [&] { return c.sheetForNegativeTextField(field, QString()); },
+         QStringLiteral("The  field is negative."), QStringLiteral("This field can not be negative."), false},
+        {"negative or zero", [&] { return c.sheetForNegativeOrZeroTextField(field, QStringLiteral("Rate")); },
+         QStringLiteral("The Rate field is negative or zero."), QStringLiteral("This field can not be negative or zero."),
+         false},
+        {"integer",
+         [&] { return c.sheetForIntegerTextFieldValidationFailure(field, QStringLiteral("Payments"), "Digits only"); },
+         QStringLiteral("Digits only"),
+         QStringLiteral("The Payments text field accepts any of the digits \"0\" through \"9\"."), true},
+        {"decimal column",
+         [&] { return c.sheetForDecimalColumnValidationFailure(nullptr, QStringLiteral("Rate"), "Bad", false); },
+         QStringLiteral("Bad"),
+         QStringLiteral("The Rate column accepts any of the digits \"0\" through \"9\", the negative sign \"-\" and "
+                        "the decimal separator \",\"."),
+         true},
+        {"decimal column, ATM",
+         [&] { return c.sheetForDecimalColumnValidationFailure(nullptr, QStringLiteral("Rate"), "Bad", true); },
+         QStringLiteral("Bad"),
+         QStringLiteral("The Rate column accepts any of the digits \"0\" through \"9\" and the negative sign \"-\"."),
+         true},
+        {"decimal field",
+         [&] { return c.sheetForDecimalFieldValidationFailure(field, QStringLiteral("Amount"), "100% wrong", false); },
+         QStringLiteral("100% wrong"),
+         QStringLiteral("The Amount text field accepts any of the digits \"0\" through \"9\", the negative sign \"-\" "
+                        "and the decimal separator \",\"."),
+         true},
+        {"decimal field, ATM",
+         [&] { return c.sheetForDecimalFieldValidationFailure(field, QStringLiteral("Amount"), "<b>%@</b>", true); },
+         QStringLiteral("<b>%@</b>"),
+         QStringLiteral(
+             "The Amount text field accepts any of the digits \"0\" through \"9\" and the negative sign \"-\"."),
+         true},
+        {"date with field",
+         [&] { return c.sheetForDateField(field, "1/x", QStringLiteral("Date"), "/", "Invalid date"); },
+         QStringLiteral("Invalid date"), kDateMessage, false},
+        {"date without field",
+         [&] { return c.sheetForDateField(nullptr, "1/x", QStringLiteral("Date"), "/", "Invalid date"); },
+         QStringLiteral("Invalid date"), kDateMessage, true},
+    };
+    for (const Case& k : cases) {
+        SCOPED_TRACE(k.what);
+        // The operation answers at once, while the sheet is still up.
+        EXPECT_FALSE(k.show());
+        QMessageBox* box = sheet();
+        ASSERT_NE(box, nullptr);
+        EXPECT_TRUE(box->isVisible());
+        EXPECT_EQ(box->parentWidget(), &window);
+        EXPECT_EQ(box->windowModality(), Qt::WindowModal);
+        EXPECT_EQ(box->text(), k.title);
+        EXPECT_EQ(box->informativeText(), k.message);
+        // Shown as plain text: no markup, no placeholders interpreted.
+        EXPECT_EQ(box->textFormat(), Qt::PlainText);
+        const QStringList shownTexts = [&] {
+            QStringList texts;
+            for (const QLabel* label : box->findChildren<QLabel*>())
+                texts << label->text();
+            return texts;
+        }();
+        EXPECT_TRUE(shownTexts.contains(k.title));
+        EXPECT_TRUE(shownTexts.contains(k.message));
+        if (k.suppressible) {
+            ASSERT_NE(box->checkBox(), nullptr);
+            EXPECT_EQ(box->checkBox()->text(), u"Don't show again");
+            ASSERT_EQ(box->buttons().size(), 1);
+            click(box, box->buttons().first()->text());
+        } else {
+            EXPECT_EQ(box->checkBox(), nullptr);
+            EXPECT_EQ(buttonTexts(*box), QStringList({"Cancel", "Edit"}));
+            EXPECT_EQ(box->defaultButton()->text(), u"Edit");
+            EXPECT_EQ(box->escapeButton()->text(), u"Cancel");
+            click(box, QStringLiteral("Edit"));
+        }
+        EXPECT_EQ(controller->attachedSheet(), nullptr);
+    }
+}
+
+TEST_F(Sheets, EditKeepsTheRejectedTextAndCancelBringsBackThePreviousValue)
+{
+    field->setObjectValue(QStringLiteral("Corner Grocery"));
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_End);
+    QTest::keyClicks(field, QStringLiteral(" typed"));
+    ASSERT_EQ(field->text(), u"Corner Grocery typed");
+
+    controller->sheetForBlankTextField(field, QStringLiteral("Payee"));
+    click(sheet(), QStringLiteral("Edit"));
+    EXPECT_EQ(field->text(), u"Corner Grocery typed");
+    EXPECT_TRUE(field->hasPendingEdit());
+
+    controller->sheetForNegativeTextField(field, QStringLiteral("Payee"));
+    click(sheet(), QStringLiteral("Cancel"));
+    EXPECT_EQ(field->text(), u"Corner Grocery");
+    EXPECT_EQ(field->selectedText(), u"Corner Grocery");
+    EXPECT_FALSE(field->hasPendingEdit());
+    // The field takes the focus back when the window is active again.
+    EXPECT_EQ(window.focusWidget(), field);
+
+    // From the keyboard: Escape cancels, Return edits.
+    QTest::keyClick(field, Qt::Key_End);
+    QTest::keyClicks(field, QStringLiteral("!"));
+    other->setFocus();
+    controller->sheetForDateField(field, QString(), QStringLiteral("Date"), "/", "Invalid date");
+    QTest::keyClick(sheet(), Qt::Key_Return);
+    ASSERT_TRUE(spinUntil([&] { return !controller->attachedSheet(); }));
+    EXPECT_EQ(field->text(), u"Corner Grocery!");
+    controller->sheetForDateField(field, QString(), QStringLiteral("Date"), "/", "Invalid date");
+    QTest::keyClick(sheet(), Qt::Key_Escape);
+    ASSERT_TRUE(spinUntil([&] { return !controller->attachedSheet(); }));
+    EXPECT_EQ(field->text(), u"Corner Grocery");
+    EXPECT_EQ(window.focusWidget(), field);
+
+    // A field that is gone by then is simply not there to restore.
+    controller->sheetForBlankTextField(other);
+    QMessageBox* box = sheet();
+    delete other;
+    click(box, QStringLiteral("Cancel"));
+}
+
+TEST_F(Sheets, OneSheetShowsAtATimeAndTheNextFollows)
+{
+    controller->sheetForBlankTextField(field, QStringLiteral("First"));
+    controller->sheetForIntegerTextFieldValidationFailure(field, QStringLiteral("Second"), "Second");
+    QMessageBox* first = sheet();
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->text(), u"The First field is blank.");
+    EXPECT_EQ(window.findChildren<QMessageBox*>().size(), 2);
+    int visible = 0;
+    for (const QMessageBox* box : window.findChildren<QMessageBox*>())
+        visible += box->isVisible();
+    EXPECT_EQ(visible, 1);
+    click(first, QStringLiteral("Edit"));
+    QMessageBox* second = sheet();
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(second->text(), u"Second");
+}
+
+// German for some of the texts; the others stay English.
+class GermanTexts : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        if (qstrcmp(context, "WQGeneral") != 0)
+            return QString();
+        static const QHash<QByteArray, QString> german = {
+            {"Don't show again", QStringLiteral("Nicht mehr zeigen")},
+            {"Edit", QStringLiteral("Bearbeiten")},
+            {"The %@ field is blank.", QStringLiteral("Das Feld %@ ist leer.")},
+            {"The %@ text field accepts any of the digits \"0\" through \"9\".",
+             QStringLiteral("Das Feld %@ nimmt nur die Ziffern \"0\" bis \"9\" an.")},
+        };
+        return german.value(source);
+    }
+};
+
+TEST_F(Sheets, TextsGoThroughTheApplicationsTranslations)
+{
+    GermanTexts german;
+    QCoreApplication::installTranslator(&german);
+    controller->sheetForBlankTextField(field, QStringLiteral("Empfänger"));
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), u"Das Feld Empfänger ist leer.");
+    EXPECT_EQ(box->informativeText(), u"This field can not be left empty.");
+    EXPECT_EQ(buttonTexts(*box), QStringList({"Bearbeiten", "Cancel"}));
+    click(box, QStringLiteral("Bearbeiten"));
+
+    controller->sheetForIntegerTextFieldValidationFailure(field, QStringLiteral("Raten"), "Nur Ziffern");
+    box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->informativeText(), u"Das Feld Raten nimmt nur die Ziffern \"0\" bis \"9\" an.");
+    EXPECT_EQ(box->checkBox()->text(), u"Nicht mehr zeigen");
+    click(box, box->buttons().first()->text());
+    QCoreApplication::removeTranslator(&german);
+}
+
+} // namespace

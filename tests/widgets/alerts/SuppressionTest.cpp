@@ -1,0 +1,124 @@
+#include "AlertTesting.h"
+
+#include <WQGeneral/alerts/WQWarningSettingsPage.h>
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QSettings>
+
+using namespace wq;
+using namespace wq::test;
+
+namespace {
+
+using Suppression = AlertTest;
+
+// What another process would read: the settings file itself.
+bool storedOnDisk(const QString& key)
+{
+    QSettings file(QSettings().fileName(), QSettings::IniFormat);
+    return file.value(key, false).toBool();
+}
+
+TEST_F(Suppression, TickingTheBoxSilencesThatWarningForGood)
+{
+    WQWindowController& c = *controller;
+    struct Case {
+        QString key;
+        std::function<bool()> show;
+    };
+    const Case cases[] = {
+        {kDefaultsKey_IntegerWarning, [&] { return c.sheetForIntegerTextFieldValidationFailure(field, "N", "E"); }},
+        {kDefaultsKey_DecimalWarning, [&] { return c.sheetForDecimalFieldValidationFailure(field, "N", "E", false); }},
+        {kDefaultsKey_DateWarning, [&] { return c.sheetForDateField(nullptr, "x", "N", "/", "E"); }},
+    };
+    for (const Case& k : cases) {
+        SCOPED_TRACE(k.key.toStdString());
+        // Closed with the box unticked: nothing is stored, the warning stays.
+        k.show();
+        QMessageBox* box = sheet();
+        ASSERT_NE(box, nullptr);
+        click(box, box->buttons().first()->text());
+        EXPECT_FALSE(QSettings().contains(k.key));
+        EXPECT_FALSE(storedOnDisk(k.key));
+
+        k.show();
+        box = sheet();
+        ASSERT_NE(box, nullptr);
+        QTest::mouseClick(box->checkBox(), Qt::LeftButton);
+        ASSERT_TRUE(box->checkBox()->isChecked());
+        // Ticked but not yet closed: not stored yet.
+        EXPECT_FALSE(WQWarningSuppression::isSuppressed(k.key));
+        click(box, box->buttons().first()->text());
+        EXPECT_TRUE(QSettings().value(k.key).toBool());
+        EXPECT_TRUE(storedOnDisk(k.key));
+
+        // Silenced: nothing shows, the answer is still no.
+        EXPECT_FALSE(k.show());
+        EXPECT_EQ(controller->attachedSheet(), nullptr);
+    }
+    EXPECT_EQ(WQWarningSuppression::suppressedKeys(), WQWarningSuppression::suppressibleKeys());
+}
+
+TEST_F(Suppression, OneKeyCoversBothDecimalSheetsAndTheDateSheetWithAFieldAlwaysShows)
+{
+    QSettings().setValue(kDefaultsKey_DecimalWarning, true);
+    QSettings().setValue(kDefaultsKey_DateWarning, true);
+    EXPECT_FALSE(controller->sheetForDecimalColumnValidationFailure(nullptr, "Rate", "E", true));
+    EXPECT_FALSE(controller->sheetForDecimalFieldValidationFailure(field, "Rate", "E", false));
+    EXPECT_FALSE(controller->sheetForDateField(nullptr, "x", "Date", "/", "E"));
+    EXPECT_EQ(controller->attachedSheet(), nullptr);
+
+    EXPECT_FALSE(controller->sheetForDateField(field, "x", "Date", "/", "Invalid date"));
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->checkBox(), nullptr);
+    click(box, QStringLiteral("Edit"));
+
+    // A value written by another program as text counts too.
+    QSettings().setValue(kDefaultsKey_IntegerWarning, QStringLiteral("true"));
+    EXPECT_FALSE(controller->sheetForIntegerTextFieldValidationFailure(field, "N", "E"));
+    EXPECT_EQ(controller->attachedSheet(), nullptr);
+}
+
+TEST_F(Suppression, TheSettingsPageListsSilencedWarningsAndBringsThemBack)
+{
+    WQWarningSettingsPage page;
+    page.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    EXPECT_FALSE(page.showAllButton()->isEnabled());
+    EXPECT_EQ(page.findChildren<QPushButton*>().size(), 1);
+
+    // Silenced from a sheet while the page is open: it follows.
+    controller->sheetForIntegerTextFieldValidationFailure(field, "N", "E");
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    QTest::mouseClick(box->checkBox(), Qt::LeftButton);
+    click(box, box->buttons().first()->text());
+    WQWarningSuppression::suppress(kDefaultsKey_DateWarning);
+
+    auto showAgain = [&page](const QString& key) { return page.findChild<QPushButton*>(key); };
+    ASSERT_NE(showAgain(kDefaultsKey_IntegerWarning), nullptr);
+    ASSERT_NE(showAgain(kDefaultsKey_DateWarning), nullptr);
+    EXPECT_EQ(showAgain(kDefaultsKey_DecimalWarning), nullptr);
+    EXPECT_EQ(showAgain(kDefaultsKey_DateWarning)->text(), u"Show again");
+    EXPECT_TRUE(page.showAllButton()->isEnabled());
+
+    QTest::mouseClick(showAgain(kDefaultsKey_IntegerWarning), Qt::LeftButton);
+    EXPECT_FALSE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning));
+    EXPECT_FALSE(storedOnDisk(kDefaultsKey_IntegerWarning));
+    EXPECT_TRUE(WQWarningSuppression::isSuppressed(kDefaultsKey_DateWarning));
+    EXPECT_EQ(showAgain(kDefaultsKey_IntegerWarning), nullptr);
+
+    WQWarningSuppression::suppress(kDefaultsKey_DecimalWarning);
+    QTest::mouseClick(page.showAllButton(), Qt::LeftButton);
+    EXPECT_TRUE(WQWarningSuppression::suppressedKeys().isEmpty());
+    EXPECT_FALSE(page.showAllButton()->isEnabled());
+    EXPECT_EQ(page.findChildren<QPushButton*>().size(), 1);
+
+    // The integer sheet shows again.
+    controller->sheetForIntegerTextFieldValidationFailure(field, "N", "E");
+    EXPECT_NE(sheet(), nullptr);
+}
+
+} // namespace

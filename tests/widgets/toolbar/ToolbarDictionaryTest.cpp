@@ -1,0 +1,161 @@
+#include "ToolbarTesting.h"
+
+#include <WQGeneral/menus/WQActionMessage.h>
+
+#include <QToolButton>
+#include <QTranslator>
+
+using namespace wq;
+using namespace wq::test;
+
+namespace {
+
+class ToolbarGerman : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        if (qstrcmp(context, "ToolbarStrings") != 0)
+            return QString();
+        static const QHash<QByteArray, QString> german = {{"New", QStringLiteral("Neu")},
+                                                          {"Add a transaction", QStringLiteral("Buchung erfassen")}};
+        return german.value(source);
+    }
+};
+
+using ToolbarDictionary = ToolbarTest;
+
+TEST_F(ToolbarDictionary, ItemsAreMadeAsTheirDescriptionsSay)
+{
+    ToolbarGerman german;
+    QCoreApplication::installTranslator(&german);
+    SampleController controller;
+    WQToolbar* toolbar = controller.setUpToolbar(QStringLiteral("Main"));
+    QCoreApplication::removeTranslator(&german);
+    ASSERT_NE(toolbar, nullptr);
+    EXPECT_EQ(toolbar->parentWidget(), controller.window());
+    EXPECT_EQ(toolbar->itemIdentifiers(), controller.defaults);
+
+    struct Case {
+        const char* identifier;
+        const char* label;
+        const char* paletteLabel;
+        const char* toolTip;
+        bool image;
+        const char* action;
+    };
+    const Case cases[] = {
+        {"new", "Neu", "New Transaction", "Buchung erfassen", true, "newTransaction"},
+        {"delete", "Delete", "Delete Transaction", "Delete the selection", false, "deleteTransaction"},
+        {"search", "Search", "Search Field", "Find payees", false, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.identifier);
+        const WQToolbarItem* item = toolbar->itemWithIdentifier(QString::fromLatin1(c.identifier));
+        ASSERT_NE(item, nullptr);
+        EXPECT_EQ(item->label(), QString::fromLatin1(c.label));
+        EXPECT_EQ(item->paletteLabel(), QString::fromLatin1(c.paletteLabel));
+        EXPECT_EQ(item->toolTip(), QString::fromLatin1(c.toolTip));
+        EXPECT_EQ(!item->icon().isNull(), c.image);
+        EXPECT_EQ(wq_action(*item), QByteArray(c.action));
+        if (*c.action) {
+            EXPECT_EQ(wq_target(*item), &controller);
+        }
+    }
+
+    // The view item: the controller's widget, at least as large as it was.
+    const WQToolbarItem* search = toolbar->itemWithIdentifier(QStringLiteral("search"));
+    EXPECT_EQ(search->view(), controller.searchField());
+    EXPECT_EQ(search->minSize(), QSize(180, 26));
+    EXPECT_EQ(toolbar->widgetForAction(const_cast<WQToolbarItem*>(search)), controller.searchField());
+    EXPECT_EQ(controller.searchField()->minimumSize(), QSize(180, 26));
+
+    // Texts that are missing are empty; unknown identifiers and views that
+    // are not there give no item.
+    const std::unique_ptr<WQToolbarItem> unlabelled =
+        controller.toolbarItemForItemIdentifier(*toolbar, QStringLiteral("unlabelled"), true);
+    ASSERT_NE(unlabelled, nullptr);
+    EXPECT_EQ(unlabelled->label(), QString());
+    EXPECT_EQ(unlabelled->toolTip(), QString());
+    EXPECT_EQ(controller.toolbarItemForItemIdentifier(*toolbar, QStringLiteral("nope"), true), nullptr);
+    EXPECT_EQ(controller.toolbarItemForItemIdentifier(*toolbar, QStringLiteral("broken"), true), nullptr);
+    EXPECT_EQ(controller.toolbarAllowedItemIdentifiers(*toolbar).size(), 6);
+}
+
+TEST_F(ToolbarDictionary, ClickingAnItemSendsItsActionToTheController)
+{
+    SampleController controller;
+    WQToolbar* toolbar = controller.setUpToolbar(QStringLiteral("Main"));
+    showActive(*controller.window());
+    QTest::mouseClick(toolbar->widgetForAction(toolbar->itemWithIdentifier(QStringLiteral("new"))), Qt::LeftButton);
+    QTest::mouseClick(toolbar->widgetForAction(toolbar->itemWithIdentifier(QStringLiteral("delete"))),
+                      Qt::LeftButton);
+    EXPECT_EQ(controller.calls, QStringList({"new", "delete from wq::WQToolbarItem"}));
+    // Text under the image, as toolbars of this kind show it.
+    EXPECT_EQ(qobject_cast<QToolButton*>(toolbar->widgetForAction(toolbar->itemWithIdentifier("new")))
+                  ->toolButtonStyle(),
+              Qt::ToolButtonTextUnderIcon);
+}
+
+TEST_F(ToolbarDictionary, AControllerWithoutADictionaryGivesNothing)
+{
+    SampleController controller;
+    controller.hasDictionary = false;
+    WQToolbar* toolbar = controller.setUpToolbar(QStringLiteral("Main"));
+    EXPECT_TRUE(toolbar->items().isEmpty());
+    EXPECT_TRUE(controller.toolbarDefaultItemIdentifiers(*toolbar).isEmpty());
+    EXPECT_TRUE(controller.toolbarAllowedItemIdentifiers(*toolbar).isEmpty());
+    EXPECT_EQ(controller.toolbarItemForItemIdentifier(*toolbar, QStringLiteral("new"), true), nullptr);
+    // The standard items are still there to be chosen.
+    EXPECT_EQ(toolbar->allowedItemIdentifiers(), WQToolbar::standardItemIdentifiers());
+}
+
+TEST_F(ToolbarDictionary, ItemsKeepTheirStateAndViewsGoBackToTheWindow)
+{
+    SampleController controller;
+    auto* toolbar = new WQToolbar(QStringLiteral("Main"), controller.window());
+    // The application marks an item checkable as it is added.
+    QObject::connect(toolbar, &WQToolbar::willAddItem, toolbar, [](WQToolbarItem* item) {
+        if (item->itemIdentifier() == u"delete")
+            item->setCheckable(true);
+    });
+    toolbar->setDelegate(&controller);
+    WQToolbarItem* remove = toolbar->itemWithIdentifier(QStringLiteral("delete"));
+    ASSERT_TRUE(remove->isCheckable());
+    remove->setChecked(true);
+
+    QWidget* search = controller.searchField();
+    toolbar->setItemIdentifiers({QStringLiteral("report"), QStringLiteral("delete"), QStringLiteral("report")});
+    EXPECT_EQ(toolbar->itemIdentifiers(), QStringList({"report", "delete"}));
+    EXPECT_EQ(toolbar->itemWithIdentifier(QStringLiteral("delete")), remove);
+    EXPECT_TRUE(remove->isChecked());
+    // The search field was lent, not given.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_EQ(controller.searchField(), search);
+    EXPECT_EQ(search->parentWidget(), controller.window());
+    EXPECT_TRUE(search->isHidden());
+
+    toolbar->insertItemWithItemIdentifier(QStringLiteral("search"), 0);
+    toolbar->insertItemWithItemIdentifier(kWQToolbarSeparatorItemIdentifier, 1);
+    toolbar->insertItemWithItemIdentifier(kWQToolbarSeparatorItemIdentifier, 99);
+    EXPECT_EQ(toolbar->itemIdentifiers(),
+              QStringList({"search", kWQToolbarSeparatorItemIdentifier, "report", "delete",
+                           kWQToolbarSeparatorItemIdentifier}));
+    EXPECT_EQ(search->parentWidget(), toolbar);
+    showActive(*controller.window());
+    EXPECT_TRUE(spinUntil([search] { return search->isVisible(); }));
+    toolbar->removeItemAtIndex(0);
+    toolbar->removeItemAtIndex(42);
+    EXPECT_EQ(toolbar->itemIdentifiers().size(), 4);
+
+    // A delegate that goes first leaves an empty toolbar, not a dangling one.
+    WQToolbar standalone(QStringLiteral("Standalone"));
+    auto other = std::make_unique<SampleController>();
+    standalone.setDelegate(other.get());
+    EXPECT_EQ(standalone.items().size(), 4);
+    other.reset();
+    EXPECT_EQ(standalone.delegate(), nullptr);
+    EXPECT_TRUE(standalone.items().isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,72 @@
+#include <WQGeneral/alerts/WQWarningSuppression.h>
+#include <WQGeneral/platform/WQLocalizedText.h>
+
+#include <QSettings>
+
+namespace wq {
+
+const QStringList& WQWarningSuppression::suppressibleKeys()
+{
+    static const QStringList keys = {kDefaultsKey_IntegerWarning, kDefaultsKey_DecimalWarning,
+                                     kDefaultsKey_DateWarning};
+    return keys;
+}
+
+QString WQWarningSuppression::describe(const QString& key)
+{
+    if (key == kDefaultsKey_IntegerWarning)
+        return WQLocalizedString("A character that a whole-number field does not accept");
+    if (key == kDefaultsKey_DecimalWarning)
+        return WQLocalizedString("A character that a decimal or amount field or column does not accept");
+    if (key == kDefaultsKey_DateWarning)
+        return WQLocalizedString("A character that a date column does not accept");
+    return key;
+}
+
+bool WQWarningSuppression::isSuppressed(const QString& key)
+{
+    return QSettings().value(key, false).toBool();
+}
+
+void WQWarningSuppression::suppress(const QString& key)
+{
+    QSettings settings;
+    settings.setValue(key, true);
+    settings.sync();
+    emit notifier().changed();
+}
+
+void WQWarningSuppression::showAgain(const QString& key)
+{
+    QSettings settings;
+    settings.remove(key);
+    settings.sync();
+    emit notifier().changed();
+}
+
+void WQWarningSuppression::showAllAgain()
+{
+    QSettings settings;
+    for (const QString& key : suppressibleKeys())
+        settings.remove(key);
+    settings.sync();
+    emit notifier().changed();
+}
+
+QStringList WQWarningSuppression::suppressedKeys()
+{
+    QStringList keys;
+    for (const QString& key : suppressibleKeys())
+        if (isSuppressed(key))
+            keys << key;
+    return keys;
+}
+
+WQWarningSuppression& WQWarningSuppression::notifier()
+{
+    // Lives until the process ends, like the settings it speaks for.
+    static WQWarningSuppression* const instance = new WQWarningSuppression;
+    return *instance;
+}
+
+} // namespace wq

@@ -1,0 +1,228 @@
+#include <WQGeneral/alerts/WQWarningSuppression.h>
+#include <WQGeneral/alerts/WQWindowController.h>
+#include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/numbers/WQDecimalFormatter.h>
+#include <WQGeneral/platform/WQLocalizedText.h>
+
+#include <QCheckBox>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace wq {
+namespace {
+
+// A translated template with its "%@" filled in; an absent value is empty.
+QString localized(const char* english, const QStringList& values = {})
+{
+    return WQFormatTemplate(WQLocalizedString(english), values);
+}
+
+QString decimalMessage(const char* atmText, const char* text, const QString& name, bool asATM)
+{
+    // The separator is passed in ATM mode too, and then not used.
+    return localized(asATM ? atmText : text, {name, WQDecimalFormatter::systemDecimalSeparator()});
+}
+
+} // namespace
+
+// --- The sheets -------------------------------------------------------------
+
+bool WQWindowController::sheetForBlankTextField(QWidget* textField, const QString& name)
+{
+    _wq_startEditCancelSheet(textField, localized("The %@ field is blank.", {name}),
+                             localized("This field can not be left empty."));
+    return false;
+}
+
+bool WQWindowController::sheetForNegativeTextField(QWidget* textField, const QString& name)
+{
+    _wq_startEditCancelSheet(textField, localized("The %@ field is negative.", {name}),
+                             localized("This field can not be negative."));
+    return false;
+}
+
+bool WQWindowController::sheetForNegativeOrZeroTextField(QWidget* textField, const QString& name)
+{
+    _wq_startEditCancelSheet(textField, localized("The %@ field is negative or zero.", {name}),
+                             localized("This field can not be negative or zero."));
+    return false;
+}
+
+bool WQWindowController::sheetForIntegerTextFieldValidationFailure(QObject*, const QString& localizedTextFieldName,
+                                                                   const QString& errorDescription)
+{
+    if (WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning))
+        return false;
+    _wq_startAlertSheetTitle(errorDescription,
+                             localized("The %@ text field accepts any of the digits \"0\" through \"9\".",
+                                       {localizedTextFieldName}),
+                             kDefaultsKey_IntegerWarning);
+    return false;
+}
+
+bool WQWindowController::sheetForDecimalColumnValidationFailure(QObject*, const QString& localizedTextFieldName,
+                                                                const QString& errorDescription, bool asATM)
+{
+    if (WQWarningSuppression::isSuppressed(kDefaultsKey_DecimalWarning))
+        return false;
+    _wq_startAlertSheetTitle(
+        errorDescription,
+        decimalMessage("The %@ column accepts any of the digits \"0\" through \"9\" and the negative sign \"-\".",
+                       "The %@ column accepts any of the digits \"0\" through \"9\", the negative sign \"-\" and "
+                       "the decimal separator \"%@\".",
+                       localizedTextFieldName, asATM),
+        kDefaultsKey_DecimalWarning);
+    return false;
+}
+
+bool WQWindowController::sheetForDecimalFieldValidationFailure(QObject*, const QString& localizedTextFieldName,
+                                                               const QString& errorDescription, bool asATM)
+{
+    if (WQWarningSuppression::isSuppressed(kDefaultsKey_DecimalWarning))
+        return false;
+    _wq_startAlertSheetTitle(
+        errorDescription,
+        decimalMessage("The %@ text field accepts any of the digits \"0\" through \"9\" and the negative sign \"-\".",
+                       "The %@ text field accepts any of the digits \"0\" through \"9\", the negative sign \"-\" "
+                       "and the decimal separator \"%@\".",
+                       localizedTextFieldName, asATM),
+        kDefaultsKey_DecimalWarning);
+    return false;
+}
+
+bool WQWindowController::sheetForDateField(QWidget* dateField, const QString&, const QString& localizedTextFieldName,
+                                           const QString& localizedDateSeparator, const QString& errorDescription)
+{
+    const QString message = localized(
+        "The %@ text field accepts any of the digits \"0\" through \"9\" and the separator \"%@\".  You can also use "
+        "the \"+\" and \"=\" keys to increment the day; \"-\" key to decrement the day; \"option +\" and \"option "
+        "=\" to increment the month; \"option -\" to decrement the month; \"t\" sets the date to today.\n\nThe date "
+        "must be entered as a day, month, and year.  The order of the three values depends on your Short Date "
+        "settings in the International pane of System Preferences.",
+        {localizedTextFieldName, localizedDateSeparator});
+    if (dateField)
+        _wq_startEditCancelSheet(dateField, errorDescription, message);
+    else if (!WQWarningSuppression::isSuppressed(kDefaultsKey_DateWarning))
+        _wq_startAlertSheetTitle(errorDescription, message, kDefaultsKey_DateWarning);
+    return false;
+}
+
+// --- Showing them -------------------------------------------------------------
+
+QMessageBox* WQWindowController::attachedSheet() const
+{
+    return _wq_sheet;
+}
+
+QMessageBox* WQWindowController::_wq_newSheet(const QString& title, const QString& message)
+{
+    if (!_wq_window) {
+        qWarning("WQGeneral: a window controller without a window cannot show \"%s\"", qUtf8Printable(title));
+        return nullptr;
+    }
+    auto* sheet = new QMessageBox(_wq_window);
+    sheet->setWindowModality(Qt::WindowModal);
+    sheet->setWindowTitle(QGuiApplication::applicationDisplayName());
+    sheet->setIcon(QMessageBox::Warning);
+    // The texts are shown as they are: no markup, no placeholders.
+    sheet->setTextFormat(Qt::PlainText);
+    sheet->setText(title);
+    sheet->setInformativeText(message);
+    // The title stands out above the explanation, as alert titles do.
+    if (auto* heading = sheet->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        QFont bold = heading->font();
+        bold.setBold(true);
+        heading->setFont(bold);
+    }
+    // Long explanations read better as a paragraph than as a column.
+    if (auto* information = sheet->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
+        information->setMinimumWidth(std::min(380, _wq_window->width()));
+    return sheet;
+}
+
+void WQWindowController::_wq_startEditCancelSheet(QWidget* field, const QString& title, const QString& message)
+{
+    QMessageBox* sheet = _wq_newSheet(title, message);
+    if (!sheet)
+        return;
+    QPushButton* edit = sheet->addButton(localized("Edit"), QMessageBox::AcceptRole);
+    QPushButton* cancel = sheet->addButton(localized("Cancel"), QMessageBox::RejectRole);
+    sheet->setDefaultButton(edit);
+    sheet->setEscapeButton(cancel);
+    const QPointer<QWidget> context(field);
+    _wq_beginSheet(sheet, [this, context](QMessageBox& ended, int returnCode) {
+        invalidTextFieldSheetDidEnd(&ended, returnCode, context.data());
+    });
+}
+
+void WQWindowController::_wq_startAlertSheetTitle(const QString& title, const QString& information,
+                                                  const QString& suppressionKey)
+{
+    QMessageBox* alert = _wq_newSheet(title, information);
+    if (!alert)
+        return;
+    // No buttons of its own: the box shows its single default OK button.
+    alert->setCheckBox(new QCheckBox(localized("Don't show again"), alert));
+    _wq_beginSheet(alert, [this, suppressionKey](QMessageBox& ended, int returnCode) {
+        _wq_alertDidEnd(ended, returnCode, suppressionKey);
+    });
+}
+
+void WQWindowController::_wq_beginSheet(QMessageBox* sheet, SheetEnd didEnd)
+{
+    connect(sheet, &QDialog::finished, this, [this, sheet, didEnd = std::move(didEnd)] {
+        // Closed without a button (by the window system, say): as Escape.
+        QAbstractButton* clicked = sheet->clickedButton() ? sheet->clickedButton() : sheet->escapeButton();
+        const bool other = clicked && sheet->buttonRole(clicked) == QMessageBox::RejectRole;
+        // Take the sheet off the window first: the end handler may start the next.
+        if (_wq_sheet == sheet)
+            _wq_sheet = nullptr;
+        sheet->hide();
+        didEnd(*sheet, other ? OtherReturn : DefaultReturn);
+        sheet->deleteLater();
+        _wq_showNextSheet();
+    });
+    _wq_waitingSheets.push_back(sheet);
+    _wq_showNextSheet();
+}
+
+void WQWindowController::_wq_showNextSheet()
+{
+    if (_wq_sheet)
+        return;
+    while (!_wq_waitingSheets.empty()) {
+        QPointer<QMessageBox> next = _wq_waitingSheets.front();
+        _wq_waitingSheets.pop_front();
+        if (next) {
+            _wq_sheet = next;
+            next->open();
+            return;
+        }
+    }
+}
+
+void WQWindowController::invalidTextFieldSheetDidEnd(QMessageBox*, int returnCode, QWidget* contextInfo)
+{
+    if (returnCode != OtherReturn || !contextInfo)
+        return;
+    if (auto* field = qobject_cast<WQLineEdit*>(contextInfo)) {
+        field->abortEditing();
+    } else if (auto* lineEdit = qobject_cast<QLineEdit*>(contextInfo)) {
+        // A plain line edit's history starts at its last setText().
+        while (lineEdit->isUndoAvailable())
+            lineEdit->undo();
+        lineEdit->selectAll();
+    }
+    contextInfo->setFocus(Qt::OtherFocusReason);
+}
+
+void WQWindowController::_wq_alertDidEnd(QMessageBox& alert, int, const QString& suppressionKey)
+{
+    if (alert.checkBox() && alert.checkBox()->isChecked())
+        WQWarningSuppression::suppress(suppressionKey);
+}
+
+} // namespace wq

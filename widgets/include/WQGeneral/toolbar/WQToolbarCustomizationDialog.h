@@ -1,0 +1,70 @@
+#pragma once
+// The dialog in which the user chooses a toolbar's items: the items the
+// toolbar allows on the left (by palette label, with separator, space and
+// flexible space always there), the toolbar's items on the right. Items move
+// by drag and drop (into the toolbar, within it, back out of it), with the
+// buttons, or from the keyboard: Return or a double click adds the palette's
+// selected items, Delete removes the toolbar's, Ctrl+Up and Ctrl+Down move
+// them. "Restore Defaults" brings back the default set. The toolbar shows
+// every change at once; Cancel puts it back as it was, Done keeps the change
+// (and saves it when the toolbar autosaves).
+
+#include <QDialog>
+#include <QPointer>
+#include <QStringList>
+
+class QComboBox;
+class QListWidget;
+class QPushButton;
+
+namespace wq {
+
+class WQToolbar;
+class WQToolbarItemList;
+
+class WQToolbarCustomizationDialog : public QDialog {
+    Q_OBJECT
+public:
+    // What a drag between the two lists carries (see WQToolbarItemList.h).
+    static const QString kItemMimeType;
+
+    explicit WQToolbarCustomizationDialog(WQToolbar& toolbar);
+    ~WQToolbarCustomizationDialog() override;
+
+    // The items chosen so far, in order.
+    QStringList itemIdentifiers() const { return _wq_chosen; }
+
+public slots:
+    void addSelectedItems();
+    void removeSelectedItems();
+    void moveSelectedItemsUp() { _wq_moveSelected(-1); }
+    void moveSelectedItemsDown() { _wq_moveSelected(+1); }
+    void restoreDefaultItems();
+    void accept() override;
+    void reject() override;
+
+private:
+    void _wq_insert(const QStringList& itemIdentifiers, int row);
+    void _wq_remove(QList<int> rows);
+    void _wq_move(QList<int> rows, int destination);
+    void _wq_moveSelected(int delta);
+    void _wq_setChosen(const QStringList& chosen, const QList<int>& selectRows);
+    void _wq_fillPalette();
+    void _wq_fillToolbarList(const QList<int>& selectRows);
+    void _wq_updateButtons();
+    QList<int> _wq_selectedRows(const QListWidget& list) const;
+
+    QPointer<WQToolbar> _wq_toolbar;
+    QStringList _wq_original;
+    int _wq_originalStyle;
+    QStringList _wq_chosen;
+    WQToolbarItemList* _wq_paletteList = nullptr;
+    WQToolbarItemList* _wq_toolbarList = nullptr;
+    QPushButton* _wq_add = nullptr;
+    QPushButton* _wq_removeButton = nullptr;
+    QPushButton* _wq_up = nullptr;
+    QPushButton* _wq_down = nullptr;
+    QComboBox* _wq_displayMode = nullptr;
+};
+
+} // namespace wq

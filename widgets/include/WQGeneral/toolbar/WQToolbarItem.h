@@ -1,0 +1,53 @@
+#pragma once
+// One item of a WQToolbar: a button with an image, a label under it and a
+// message it sends (see WQActionMessage.h), or a widget of the window's (a
+// search field, a pop-up menu) shown in the toolbar instead of a button.
+
+#include <QPointer>
+#include <QSize>
+#include <QString>
+#include <QWidgetAction>
+
+namespace wq {
+
+class WQToolbarItem : public QWidgetAction {
+    Q_OBJECT
+public:
+    explicit WQToolbarItem(const QString& itemIdentifier, QObject* parent = nullptr);
+    ~WQToolbarItem() override;
+
+    const QString& itemIdentifier() const noexcept { return _wq_identifier; }
+    // Separators and spaces, which every toolbar offers.
+    bool isStandardItem() const;
+
+    // The text under the image; the same as QAction::text().
+    QString label() const { return text(); }
+    void setLabel(const QString& label);
+    // The name shown in the customization dialog; the label when empty.
+    QString paletteLabel() const { return _wq_paletteLabel; }
+    void setPaletteLabel(const QString& paletteLabel) { _wq_paletteLabel = paletteLabel; }
+
+    // The widget shown instead of a button. It is not owned: when the item
+    // leaves the toolbar the widget is hidden and handed back to the window.
+    QWidget* view() const { return _wq_view; }
+    void setView(QWidget* view) { _wq_view = view; }
+    // Limits put on the view while it is in the toolbar; an empty size sets none.
+    QSize minSize() const noexcept { return _wq_minSize; }
+    void setMinSize(QSize size) { _wq_minSize = size; }
+    QSize maxSize() const noexcept { return _wq_maxSize; }
+    void setMaxSize(QSize size) { _wq_maxSize = size; }
+
+protected:
+    QWidget* createWidget(QWidget* parent) override;
+    void deleteWidget(QWidget* widget) override;
+
+private:
+    QString _wq_identifier;
+    QString _wq_paletteLabel;
+    QPointer<QWidget> _wq_view;
+    QSize _wq_minSize;
+    QSize _wq_maxSize;
+    bool _wq_dying = false;
+};
+
+} // namespace wq

@@ -1,0 +1,398 @@
+#include <WQGeneral/platform/WQLocalizedText.h>
+#include <WQGeneral/toolbar/WQToolbar.h>
+#include <WQGeneral/toolbar/WQToolbarCustomizationDialog.h>
+#include <WQGeneral/toolbar/WQToolbarItem.h>
+
+#include "WQToolbarItemList.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace wq {
+namespace {
+
+QString toolbarText(const char* english)
+{
+    return WQLocalizedStringFromTable(english, kWQToolbarStringsTable);
+}
+
+// Pictures for the standard items, drawn in the palette's colours.
+QIcon standardItemIcon(const QString& identifier, const QPalette& palette)
+{
+    QPixmap picture(48, 48);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPen pen(palette.color(QPalette::Text), 2);
+    if (identifier == kWQToolbarSeparatorItemIdentifier) {
+        painter.setPen(pen);
+        painter.drawLine(24, 6, 24, 42);
+        return QIcon(picture);
+    }
+    pen.setStyle(Qt::DashLine);
+    painter.setPen(pen);
+    painter.drawRoundedRect(QRectF(6, 14, 36, 20), 4, 4);
+    if (identifier == kWQToolbarFlexibleSpaceItemIdentifier) {
+        painter.setPen(QPen(palette.color(QPalette::Text), 2));
+        painter.drawLine(12, 24, 36, 24);
+        painter.drawLine(12, 24, 17, 19);
+        painter.drawLine(12, 24, 17, 29);
+        painter.drawLine(36, 24, 31, 19);
+        painter.drawLine(36, 24, 31, 29);
+    }
+    return QIcon(picture);
+}
+
+// A control in a toolbar, for items that show a widget of their own.
+QIcon viewIcon(const QPalette& palette)
+{
+    QPixmap picture(48, 48);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette.color(QPalette::Text), 2));
+    painter.setBrush(palette.color(QPalette::Base));
+    painter.drawRoundedRect(QRectF(4, 14, 40, 20), 4, 4);
+    painter.drawLine(12, 19, 12, 29);
+    return QIcon(picture);
+}
+
+// What the lists show for an item: its palette label (else its label, else
+// its identifier) and its image (else a picture of its widget).
+struct Entry {
+    QString text;
+    QIcon icon;
+    QString toolTip;
+};
+
+Entry entryFor(WQToolbar& toolbar, const QString& identifier, const QPalette& palette)
+{
+    Entry entry{identifier, {}, {}};
+    if (WQToolbar::isStandardItemIdentifier(identifier))
+        entry.icon = standardItemIcon(identifier, palette);
+    const std::unique_ptr<WQToolbarItem> item = toolbar.makeItem(identifier, false);
+    if (!item)
+        return entry;
+    entry.text = !item->paletteLabel().isEmpty() ? item->paletteLabel()
+                 : !item->label().isEmpty()      ? item->label()
+                                                 : identifier;
+    entry.toolTip = item->toolTip();
+    if (!item->icon().isNull())
+        entry.icon = item->icon();
+    else if (item->view())
+        entry.icon = viewIcon(palette);
+    if (entry.icon.isNull()) {
+        // An empty picture keeps the labels in line.
+        QPixmap blank(48, 48);
+        blank.fill(Qt::transparent);
+        entry.icon = QIcon(blank);
+    }
+    return entry;
+}
+
+QPushButton* smallButton(const QString& text, const char* name, QWidget* parent)
+{
+    auto* button = new QPushButton(text, parent);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+const QString WQToolbarCustomizationDialog::kItemMimeType = QStringLiteral("application/x-wqgeneral-toolbar-items");
+
+WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
+    : QDialog(toolbar.window()),
+      _wq_toolbar(&toolbar),
+      _wq_original(toolbar.itemIdentifiers()),
+      _wq_originalStyle(int(toolbar.toolButtonStyle())),
+      _wq_chosen(_wq_original)
+{
+    setWindowTitle(toolbarText("Customize Toolbar"));
+    setWindowModality(Qt::WindowModal);
+
+    auto* hint = new QLabel(toolbarText("Drag items into the toolbar list, or select them and press Add. "
+                                        "Drag items out of it, or press Delete, to remove them."),
+                            this);
+    hint->setWordWrap(true);
+
+    _wq_paletteList = new WQToolbarItemList(WQToolbarItemList::Role::Palette, this);
+    _wq_paletteList->setObjectName(QStringLiteral("palette"));
+    _wq_toolbarList = new WQToolbarItemList(WQToolbarItemList::Role::Toolbar, this);
+    _wq_toolbarList->setObjectName(QStringLiteral("toolbarItems"));
+    auto* paletteTitle = new QLabel(toolbarText("&Available items:"), this);
+    paletteTitle->setBuddy(_wq_paletteList);
+    auto* toolbarTitle = new QLabel(toolbarText("&Toolbar items:"), this);
+    toolbarTitle->setBuddy(_wq_toolbarList);
+
+    _wq_add = smallButton(toolbarText("Add \u2192"), "add", this);
+    _wq_removeButton = smallButton(toolbarText("\u2190 Remove"), "remove", this);
+    _wq_up = smallButton(toolbarText("Move Up"), "moveUp", this);
+    _wq_down = smallButton(toolbarText("Move Down"), "moveDown", this);
+    auto* middle = new QVBoxLayout;
+    middle->addStretch();
+    for (QPushButton* button : {_wq_add, _wq_removeButton, _wq_up, _wq_down})
+        middle->addWidget(button);
+    middle->addStretch();
+
+    auto* lists = new QGridLayout;
+    lists->addWidget(paletteTitle, 0, 0);
+    lists->addWidget(toolbarTitle, 0, 2);
+    lists->addWidget(_wq_paletteList, 1, 0);
+    lists->addLayout(middle, 1, 1);
+    lists->addWidget(_wq_toolbarList, 1, 2);
+
+    _wq_displayMode = new QComboBox(this);
+    _wq_displayMode->setObjectName(QStringLiteral("displayMode"));
+    _wq_displayMode->addItem(toolbarText("Icon and Text"), int(Qt::ToolButtonTextUnderIcon));
+    _wq_displayMode->addItem(toolbarText("Icon Only"), int(Qt::ToolButtonIconOnly));
+    _wq_displayMode->addItem(toolbarText("Text Only"), int(Qt::ToolButtonTextOnly));
+    _wq_displayMode->setCurrentIndex(std::max(0, _wq_displayMode->findData(_wq_originalStyle)));
+    auto* showLabel = new QLabel(toolbarText("&Show:"), this);
+    showLabel->setBuddy(_wq_displayMode);
+
+    auto* buttons = new QDialogButtonBox(this);
+    QPushButton* restore = buttons->addButton(toolbarText("Restore Defaults"), QDialogButtonBox::ResetRole);
+    restore->setObjectName(QStringLiteral("restoreDefaults"));
+    restore->setAutoDefault(false);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    QPushButton* done = buttons->addButton(toolbarText("Done"), QDialogButtonBox::AcceptRole);
+    done->setObjectName(QStringLiteral("done"));
+    done->setDefault(true);
+
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(showLabel);
+    bottom->addWidget(_wq_displayMode);
+    bottom->addSpacing(12);
+    bottom->addWidget(buttons, 1);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(hint);
+    layout->addLayout(lists, 1);
+    layout->addLayout(bottom);
+
+    connect(_wq_add, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::addSelectedItems);
+    connect(_wq_removeButton, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::removeSelectedItems);
+    connect(_wq_up, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::moveSelectedItemsUp);
+    connect(_wq_down, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::moveSelectedItemsDown);
+    connect(restore, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::restoreDefaultItems);
+    connect(buttons, &QDialogButtonBox::accepted, this, &WQToolbarCustomizationDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &WQToolbarCustomizationDialog::reject);
+    connect(_wq_displayMode, &QComboBox::currentIndexChanged, this, [this] {
+        if (_wq_toolbar)
+            _wq_toolbar->setToolButtonStyle(Qt::ToolButtonStyle(_wq_displayMode->currentData().toInt()));
+    });
+
+    connect(_wq_paletteList, &WQToolbarItemList::activatedByKey, this, &WQToolbarCustomizationDialog::addSelectedItems);
+    connect(_wq_paletteList, &QListWidget::itemDoubleClicked, this, &WQToolbarCustomizationDialog::addSelectedItems);
+    connect(_wq_toolbarList, &WQToolbarItemList::activatedByKey, this,
+            &WQToolbarCustomizationDialog::removeSelectedItems);
+    connect(_wq_toolbarList, &QListWidget::itemDoubleClicked, this, &WQToolbarCustomizationDialog::removeSelectedItems);
+    connect(_wq_toolbarList, &WQToolbarItemList::moveRequested, this, &WQToolbarCustomizationDialog::_wq_moveSelected);
+    for (QListWidget* list : {static_cast<QListWidget*>(_wq_paletteList), static_cast<QListWidget*>(_wq_toolbarList)})
+        connect(list, &QListWidget::itemSelectionChanged, this, &WQToolbarCustomizationDialog::_wq_updateButtons);
+
+    // Into the toolbar list: from the palette adds, from itself moves. Into
+    // the palette: from the toolbar list removes.
+    connect(_wq_toolbarList, &WQToolbarItemList::dropped, this,
+            [this](const WQToolbarItemList::Payload& payload, int row) {
+                if (payload.origin == WQToolbarItemList::Role::Palette)
+                    _wq_insert(payload.itemIdentifiers, row);
+                else
+                    _wq_move(payload.rows, row);
+            });
+    connect(_wq_paletteList, &WQToolbarItemList::dropped, this,
+            [this](const WQToolbarItemList::Payload& payload, int) {
+                if (payload.origin == WQToolbarItemList::Role::Toolbar)
+                    _wq_remove(payload.rows);
+            });
+
+    _wq_fillPalette();
+    _wq_fillToolbarList({});
+    _wq_updateButtons();
+    resize(580, 400);
+}
+
+WQToolbarCustomizationDialog::~WQToolbarCustomizationDialog() = default;
+
+QList<int> WQToolbarCustomizationDialog::_wq_selectedRows(const QListWidget& list) const
+{
+    QList<int> rows;
+    for (const QListWidgetItem* item : list.selectedItems())
+        rows << list.row(item);
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void WQToolbarCustomizationDialog::_wq_fillPalette()
+{
+    if (!_wq_toolbar)
+        return;
+    _wq_paletteList->clear();
+    for (const QString& identifier : _wq_toolbar->allowedItemIdentifiers()) {
+        // Offer only what the toolbar can show.
+        if (!_wq_toolbar->makeItem(identifier, false))
+            continue;
+        const Entry entry = entryFor(*_wq_toolbar, identifier, palette());
+        auto* row = new QListWidgetItem(entry.icon, entry.text, _wq_paletteList);
+        row->setData(WQToolbarItemList::kIdentifierRole, identifier);
+        row->setToolTip(entry.toolTip);
+    }
+}
+
+void WQToolbarCustomizationDialog::_wq_fillToolbarList(const QList<int>& selectRows)
+{
+    if (!_wq_toolbar)
+        return;
+    _wq_toolbarList->clear();
+    for (const QString& identifier : std::as_const(_wq_chosen)) {
+        const Entry entry = entryFor(*_wq_toolbar, identifier, palette());
+        auto* row = new QListWidgetItem(entry.icon, entry.text, _wq_toolbarList);
+        row->setData(WQToolbarItemList::kIdentifierRole, identifier);
+        row->setToolTip(entry.toolTip);
+    }
+    for (int row : selectRows)
+        if (QListWidgetItem* item = _wq_toolbarList->item(row))
+            item->setSelected(true);
+    if (!selectRows.isEmpty())
+        _wq_toolbarList->setCurrentRow(selectRows.first(), QItemSelectionModel::NoUpdate);
+    // An item already in the toolbar cannot be added a second time.
+    for (int i = 0; i < _wq_paletteList->count(); ++i) {
+        QListWidgetItem* item = _wq_paletteList->item(i);
+        const QString identifier = item->data(WQToolbarItemList::kIdentifierRole).toString();
+        const bool used = !WQToolbar::isStandardItemIdentifier(identifier) && _wq_chosen.contains(identifier);
+        item->setFlags(used ? Qt::NoItemFlags : Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled);
+        item->setData(Qt::StatusTipRole, used ? toolbarText("Already in the toolbar") : QString());
+    }
+    _wq_updateButtons();
+}
+
+void WQToolbarCustomizationDialog::_wq_setChosen(const QStringList& chosen, const QList<int>& selectRows)
+{
+    if (!_wq_toolbar)
+        return;
+    _wq_toolbar->setItemIdentifiers(chosen);
+    // What the toolbar could show, without what it skipped.
+    _wq_chosen = _wq_toolbar->itemIdentifiers();
+    _wq_fillToolbarList(selectRows);
+}
+
+void WQToolbarCustomizationDialog::_wq_insert(const QStringList& itemIdentifiers, int row)
+{
+    QStringList chosen = _wq_chosen;
+    row = std::clamp<int>(row, 0, int(chosen.size()));
+    QList<int> inserted;
+    for (const QString& identifier : itemIdentifiers) {
+        if (!WQToolbar::isStandardItemIdentifier(identifier) && chosen.contains(identifier))
+            continue;
+        chosen.insert(row, identifier);
+        inserted << row++;
+    }
+    if (!inserted.isEmpty())
+        _wq_setChosen(chosen, inserted);
+}
+
+void WQToolbarCustomizationDialog::_wq_remove(QList<int> rows)
+{
+    std::sort(rows.begin(), rows.end(), std::greater<>());
+    QStringList chosen = _wq_chosen;
+    for (int row : rows)
+        if (row >= 0 && row < chosen.size())
+            chosen.removeAt(row);
+    if (chosen != _wq_chosen) {
+        const int next = rows.isEmpty() ? 0 : std::min(rows.last(), int(chosen.size()) - 1);
+        _wq_setChosen(chosen, next >= 0 ? QList<int>{next} : QList<int>{});
+    }
+}
+
+void WQToolbarCustomizationDialog::_wq_move(QList<int> rows, int destination)
+{
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    QStringList moving;
+    QStringList rest;
+    for (int i = 0; i < _wq_chosen.size(); ++i) {
+        if (rows.contains(i)) {
+            moving << _wq_chosen[i];
+            if (i < destination)
+                --destination;
+        } else {
+            rest << _wq_chosen[i];
+        }
+    }
+    if (moving.isEmpty())
+        return;
+    destination = std::clamp<int>(destination, 0, int(rest.size()));
+    QList<int> selection;
+    for (int i = 0; i < moving.size(); ++i) {
+        rest.insert(destination + i, moving[i]);
+        selection << destination + i;
+    }
+    _wq_setChosen(rest, selection);
+}
+
+void WQToolbarCustomizationDialog::_wq_moveSelected(int delta)
+{
+    const QList<int> rows = _wq_selectedRows(*_wq_toolbarList);
+    if (rows.isEmpty())
+        return;
+    if ((delta < 0 && rows.first() == 0) || (delta > 0 && rows.last() == _wq_chosen.size() - 1))
+        return;
+    // Up: in before the row above the first; down: after the row below the last.
+    _wq_move(rows, delta < 0 ? rows.first() - 1 : rows.last() + 2);
+}
+
+void WQToolbarCustomizationDialog::addSelectedItems()
+{
+    QStringList identifiers;
+    for (int row : _wq_selectedRows(*_wq_paletteList))
+        identifiers << _wq_paletteList->item(row)->data(WQToolbarItemList::kIdentifierRole).toString();
+    // After the toolbar list's selection, or at its end.
+    const QList<int> selected = _wq_selectedRows(*_wq_toolbarList);
+    _wq_insert(identifiers, selected.isEmpty() ? int(_wq_chosen.size()) : selected.last() + 1);
+}
+
+void WQToolbarCustomizationDialog::removeSelectedItems()
+{
+    _wq_remove(_wq_selectedRows(*_wq_toolbarList));
+}
+
+void WQToolbarCustomizationDialog::restoreDefaultItems()
+{
+    if (_wq_toolbar)
+        _wq_setChosen(_wq_toolbar->defaultItemIdentifiers(), {});
+}
+
+void WQToolbarCustomizationDialog::_wq_updateButtons()
+{
+    const QList<int> selected = _wq_selectedRows(*_wq_toolbarList);
+    _wq_add->setEnabled(!_wq_paletteList->selectedItems().isEmpty());
+    _wq_removeButton->setEnabled(!selected.isEmpty());
+    _wq_up->setEnabled(!selected.isEmpty() && selected.first() > 0);
+    _wq_down->setEnabled(!selected.isEmpty() && selected.last() < _wq_chosen.size() - 1);
+}
+
+void WQToolbarCustomizationDialog::accept()
+{
+    if (_wq_toolbar && _wq_toolbar->autosavesConfiguration())
+        _wq_toolbar->saveConfiguration();
+    QDialog::accept();
+}
+
+void WQToolbarCustomizationDialog::reject()
+{
+    if (_wq_toolbar) {
+        _wq_toolbar->setItemIdentifiers(_wq_original);
+        _wq_toolbar->setToolButtonStyle(Qt::ToolButtonStyle(_wq_originalStyle));
+    }
+    QDialog::reject();
+}
+
+} // namespace wq
