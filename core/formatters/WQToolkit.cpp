@@ -13,7 +13,7 @@ public:
     void finishCalculation() override {}
 
 private:
-    const WQEditEvent _noEvent;
+    const WQEditEvent _noEvent{};
 };
 
 WQToolkit*& installedSlot()
