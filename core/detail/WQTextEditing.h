@@ -112,32 +112,72 @@ private:
 
 // How many separators _wq_insertGrouping puts into text when the separator
 // is not empty (with a separator of any length the loop never passes the
-// end of the text).
-inline qsizetype _wq_groupingCount(QStringView text, QStringView decimalSeparator)
+// end of the text). integerEnd is where the decimal separator stands, or
+// the text's length without one.
+inline qsizetype _wq_groupingCount(qsizetype integerEnd)
 {
-    const qsizetype decimalAt = _wq_find(text, decimalSeparator);
-    const qsizetype n0 = (decimalAt >= 0 ? decimalAt : text.size()) - 1;
-    return n0 > 2 ? n0 / 3 : 0;
+    return integerEnd > 3 ? (integerEnd - 1) / 3 : 0;
 }
 
 // What _wq_insertGrouping makes of text, written in one pass to out, which
-// has room for text.size() plus the separators. onInsert(q, holdsSeparatorAt)
-// is called as there, after each separator; holdsSeparatorAt(at) tells
-// whether the text as it stands at that moment holds the separator at `at`.
-// Answers the number of characters written.
+// has room for text.size() plus the separators; integerEnd as above.
+// onInsert(q, holdsSeparatorAt) is called as there, after each separator;
+// holdsSeparatorAt(at) tells whether the text as it stands at that moment
+// holds the separator at `at`. Answers the number of characters written.
 template <typename OnInsert>
-qsizetype _wq_writeGrouped(char16_t* out, QStringView text, QStringView separator, QStringView decimalSeparator,
+qsizetype _wq_writeGrouped(char16_t* out, QStringView text, QStringView separator, qsizetype integerEnd,
                            OnInsert onInsert)
 {
-    const qsizetype decimalAt = _wq_find(text, decimalSeparator);
-    const qsizetype n0 = (decimalAt >= 0 ? decimalAt : text.size()) - 1;
+    const qsizetype n0 = integerEnd - 1;
     const qsizetype s = separator.size();
+    const char16_t* const units = text.utf16();
+    const char16_t* const separatorUnits = separator.utf16();
     char16_t* const start = out;
-    // The text as the loop sees it: what is written (fixed: later
-    // separators only go further right), then separator characters not yet
-    // written (stored last first), then the rest of text from r.
-    QVarLengthArray<char16_t, 16> held;
+    // The n-th pass of the display loop puts a separator at q when n is
+    // divisible by 3, and q gains one more for each: they come 4 apart.
+    const qsizetype separators = _wq_groupingCount(integerEnd);
+    const qsizetype q0 = 1 + (n0 > 2 ? n0 % 3 : 0);
     qsizetype r = 0;
+
+    if (s >= 1 && s <= 4) {
+        // Each separator lands after the previous one, 4 - s characters of
+        // text further on, and never past the end.
+        auto holdsSeparatorAt = [&](qsizetype at) {
+            for (qsizetype i = 0; i < s; ++i) {
+                const qsizetype k = at + i, written = out - start;
+                if (k >= written + text.size() - r)
+                    return false;
+                if ((k < written ? start[k] : units[r + k - written]) != separatorUnits[i])
+                    return false;
+            }
+            return true;
+        };
+        const qsizetype between = 4 - s;
+        for (qsizetype k = 0; k < separators; ++k) {
+            const qsizetype take = k == 0 ? q0 : between;
+            if (take == 3) {
+                out[0] = units[r];
+                out[1] = units[r + 1];
+                out[2] = units[r + 2];
+                out += 3;
+            } else {
+                out = std::copy_n(units + r, take, out);
+            }
+            r += take;
+            if (s == 1)
+                *out++ = separatorUnits[0];
+            else
+                out = std::copy_n(separatorUnits, s, out);
+            onInsert(q0 + 4 * k, holdsSeparatorAt);
+        }
+        out = std::copy_n(units + r, text.size() - r, out);
+        return out - start;
+    }
+
+    // Any separator: the text as the loop sees it is what is written (fixed,
+    // since later separators only go further right), then separator
+    // characters not yet written (stored last first), then text from r.
+    QVarLengthArray<char16_t, 16> held;
     auto holdsSeparatorAt = [&](qsizetype at) {
         for (qsizetype i = 0; i < s; ++i) {
             qsizetype k = at + i;
@@ -147,44 +187,35 @@ qsizetype _wq_writeGrouped(char16_t* out, QStringView text, QStringView separato
             } else if ((k -= out - start) < held.size()) {
                 c = held[held.size() - 1 - k];
             } else if ((k -= held.size()) + r < text.size()) {
-                c = text[r + k].unicode();
+                c = units[r + k];
             } else {
                 return false;
             }
-            if (c != separator[i].unicode())
+            if (c != separatorUnits[i])
                 return false;
         }
         return true;
     };
-    // The n-th pass of the display loop puts a separator at q when n is
-    // divisible by 3, and q gains one more for each: they come 4 apart.
-    const qsizetype separators = n0 > 2 ? n0 / 3 : 0;
-    qsizetype q = 1 + (n0 > 2 ? n0 % 3 : 0);
-    for (qsizetype k = 0; k < separators; ++k, q += 4) {
+    for (qsizetype k = 0, q = q0; k < separators; ++k, q += 4) {
         const qsizetype size = (out - start) + held.size() + (text.size() - r);
         if (q > size)
             continue;
-        for (qsizetype need = q - (out - start); need > 0; --need) {
-            if (!held.isEmpty()) {
-                *out++ = held.back();
-                held.removeLast();
-            } else {
-                const qsizetype run = std::min(need, text.size() - r);
-                std::copy_n(text.utf16() + r, run, out);
-                out += run;
-                r += run;
-                break;
-            }
+        qsizetype need = q - (out - start);
+        for (; need > 0 && !held.isEmpty(); --need) {
+            *out++ = held.back();
+            held.removeLast();
         }
+        out = std::copy_n(units + r, need, out);
+        r += need;
         for (qsizetype i = s - 1; i >= 0; --i)
-            held.append(separator[i].unicode());
+            held.append(separatorUnits[i]);
         onInsert(q, holdsSeparatorAt);
     }
     while (!held.isEmpty()) {
         *out++ = held.back();
         held.removeLast();
     }
-    out = std::copy_n(text.utf16() + r, text.size() - r, out);
+    out = std::copy_n(units + r, text.size() - r, out);
     return out - start;
 }
 

@@ -145,7 +145,9 @@ WQStandardTypingAnswer _wq_standardTyping(const WQStandardTypingSettings& settin
 
     const QStringView thousands = settings.thousands;
     const bool grouping = settings.grouping[negative] && !thousands.isEmpty();
-    const qsizetype separators = grouping ? _wq_groupingCount(digits, settings.decimal) : 0;
+    const qsizetype decimalAt = grouping ? _wq_find(digits, settings.decimal) : -1;
+    const qsizetype integerEnd = decimalAt >= 0 ? decimalAt : digits.size();
+    const qsizetype separators = grouping ? _wq_groupingCount(integerEnd) : 0;
     const qsizetype body = digits.size() + separators * thousands.size();
     const bool symbolShown = settings.symbolShown[negative];
     const bool symbolInFront = symbolShown && !settings.symbolAtEnd;
@@ -159,7 +161,7 @@ WQStandardTypingAnswer _wq_standardTyping(const WQStandardTypingSettings& settin
     if (symbolInFront)
         out = std::copy_n(symbol.utf16(), symbol.size(), out);
     if (grouping) {
-        [[maybe_unused]] const qsizetype written = _wq_writeGrouped(out, digits, thousands, settings.decimal, [&](qsizetype q, const auto& holdsSeparatorAt) {
+        [[maybe_unused]] const qsizetype written = _wq_writeGrouped(out, digits, thousands, integerEnd, [&](qsizetype q, const auto& holdsSeparatorAt) {
             if (q >= caret)
                 return;
             if (!deleting || !holdsSeparatorAt(caret))

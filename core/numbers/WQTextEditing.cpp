@@ -179,37 +179,41 @@ void WQTextEditChain::run(QStringView text, QString& out, qsizetype* caret)
     const qsizetype caretAt = caret ? std::clamp<qsizetype>(*caret, 0, text.size()) : -1;
 
     const char16_t* const units = text.utf16();
+    const quint64 firstCharacters = _firstCharacters;
     bool idle = true;
-    for (qsizetype i = 0; i <= text.size(); ++i) {
-        if (i == caretAt) {
+    qsizetype i = 0;
+    for (const qsizetype end : {caretAt, text.size()}) {
+        while (i < end) {
+            if (idle) {
+                // Most characters begin no needle and pass every edit untouched.
+                char16_t* out = _out;
+                while (i < end && !((firstCharacters >> (units[i] % 64)) & 1))
+                    *out++ = units[i++];
+                _out = out;
+                if (i == end)
+                    break;
+                const char16_t c = units[i++];
+                qsizetype first = 0;
+                while (first < _edits.size()
+                       && (_edits[first].needle.isEmpty() || _edits[first].needle.front() != c))
+                    ++first;
+                if (first == _edits.size()) {
+                    *_out++ = c;
+                    continue;
+                }
+                // The earlier edits would pass it on as it is.
+                if (!_edits[first].collapse && _edits[first].needle.size() == 1) {
+                    ++_edits[first].count;
+                    continue;
+                }
+                _push(first, c);
+            } else {
+                _push(0, units[i++]);
+            }
+            idle = _idle();
+        }
+        if (caret && end == caretAt)
             _push(0, kCaret);
-        }
-        if (i == text.size())
-            break;
-        const char16_t c = units[i];
-        if (idle) {
-            // Most characters begin no needle and pass every edit untouched.
-            if (!((_firstCharacters >> (c % 64)) & 1)) {
-                *_out++ = c;
-                continue;
-            }
-            qsizetype first = 0;
-            while (first < _edits.size() && (_edits[first].needle.isEmpty() || _edits[first].needle.front() != c))
-                ++first;
-            if (first == _edits.size()) {
-                *_out++ = c;
-                continue;
-            }
-            // The earlier edits would pass it on as it is.
-            if (!_edits[first].collapse && _edits[first].needle.size() == 1) {
-                ++_edits[first].count;
-                continue;
-            }
-            _push(first, c);
-        } else {
-            _push(0, c);
-        }
-        idle = _idle();
     }
     // Nothing held back can still become an occurrence.
     for (qsizetype index = 0; index < _edits.size(); ++index) {

@@ -119,8 +119,8 @@ Case randomCase(QRandomGenerator& g, int maxLength)
 {
     // Real settings most of the time, and separators that overlap each
     // other, repeat themselves or hold the characters the rewrite strips.
-    static const QString separators[] = {",", ".", " ", "\u202F", "'", "", ",", ".", "..", ",.", "aa", "aba", "-",
-                                         "(", "0", "$", "abcde", "\u00A0\u00A0"};
+    static const QString separators[] = {",", ".", " ", "\u202F", "'", "", ",", ".", "..", ",.", "aa", "aba",
+                                         "abab", "-", "(", "0", "$", "abcde", "\u00A0\u00A0"};
     static const QString symbols[] = {"$", "$", "kr", " \u20AC", "CHF", "US$", "", "..", "-", "(", "$$", ". ", "0",
                                       "a.b", "aa", "\u00A5"};
     Case c;
