@@ -6,12 +6,14 @@
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 
 #include "WQDateNumbers.h"
+#include "WQDateTextCache.h"
 
 #include <QHash>
 #include <QList>
 
 #include <array>
 #include <limits>
+#include <mutex>
 
 namespace wq {
 
@@ -20,23 +22,94 @@ using _wq_numbers::appendUnsigned;
 
 namespace {
 
-// Never evicts: the number of distinct (date, format, names) triples an
-// application renders stays modest, and every hit saves a full render.
-struct TextCache {
-    QHash<QString, QString> texts;
+// Enough for every date a long register shows in a few formats; the least
+// recently used text makes room beyond that.
+constexpr qsizetype kCachedTexts = 8192;
+// Distinct formats numbered before the numbering (and the cache) starts over.
+constexpr qsizetype kNumberedFormats = 1024;
+constexpr qint64 kNoLocale = std::numeric_limits<qint64>::max();
+constexpr quint32 kNoLocaleKey = std::numeric_limits<quint32>::max();
+
+// The texts by an integer key, the formats' numbers and the locale list,
+// behind one lock: rendering may be asked for from several threads.
+class TextCache {
+public:
+    TextCache() { _locales.reserve(2); }
+
+    std::mutex mutex;
+
+    // The index of a locale in the list, appended when new. Locked.
+    qint64 localeIndex(const std::optional<QVariantMap>& locale)
+    {
+        if (!locale)
+            return kNoLocale;
+        // Skips the value comparisons while the same shared map comes again.
+        if (_lastLocaleIndex >= 0 && locale->isSharedWith(_lastLocale))
+            return _lastLocaleIndex;
+        qint64 index = _locales.indexOf(*locale);
+        if (index < 0) {
+            index = _locales.size();
+            _locales.append(*locale);
+        }
+        _lastLocale = *locale;
+        _lastLocaleIndex = index;
+        return index;
+    }
+
+    // A date's key. Locked.
+    WQDateTextCache::Key keyFor(const WQDate& date, const QString& format, qint64 locale)
+    {
+        return {date.yearOfCommonEra(), formatNumber(format), locale == kNoLocale ? kNoLocaleKey : quint32(locale),
+                quint8(date.monthOfYear()), quint8(date.dayOfMonth())};
+    }
+
+    const QString* find(const WQDateTextCache::Key& key) { return _texts.find(key); }
+    void insert(const WQDateTextCache::Key& key, const QString& text) { _texts.insert(key, text); }
+
+    // Keys given as text that no rendering makes. Locked.
+    std::optional<QString> findOther(const QString& key) const
+    {
+        const auto it = _otherKeys.constFind(key);
+        return it == _otherKeys.constEnd() ? std::nullopt : std::optional<QString>(*it);
+    }
+    void insertOther(const QString& key, const QString& text)
+    {
+        if (_otherKeys.size() >= kCachedTexts && !_otherKeys.contains(key))
+            _otherKeys.clear();
+        _otherKeys.insert(key, text);
+    }
+
+    qsizetype size() const { return _texts.size() + _otherKeys.size(); }
+
+private:
+    quint32 formatNumber(const QString& format)
+    {
+        if (_lastFormatNumber >= 0 && (format.isSharedWith(_lastFormat) || format == _lastFormat))
+            return quint32(_lastFormatNumber);
+        auto it = _formatNumbers.constFind(format);
+        if (it == _formatNumbers.constEnd()) {
+            if (_formatNumbers.size() >= kNumberedFormats) {
+                // Numbers are about to be reused: no old text may answer.
+                _formatNumbers.clear();
+                _texts.clear();
+            }
+            it = _formatNumbers.insert(format, quint32(_formatNumbers.size()));
+        }
+        _lastFormat = format;
+        _lastFormatNumber = *it;
+        return *it;
+    }
+
+    WQDateTextCache _texts{kCachedTexts};
+    QHash<QString, QString> _otherKeys;
+    QHash<QString, quint32> _formatNumbers;
+    QString _lastFormat;
+    qint64 _lastFormatNumber = -1;
     // Distinct locale dictionaries seen so far; a dictionary's index is part
     // of the key, so new names never meet texts rendered with old ones.
-    QList<QVariantMap> locales;
-    // The dictionary found last, to skip the value comparisons while the
-    // same shared map is passed again and again.
-    QVariantMap lastLocale;
-    qint64 lastIndex = -1;
-
-    TextCache()
-    {
-        texts.reserve(200);
-        locales.reserve(2);
-    }
+    QList<QVariantMap> _locales;
+    QVariantMap _lastLocale;
+    qint64 _lastLocaleIndex = -1;
 };
 
 TextCache& textCache()
@@ -45,21 +118,56 @@ TextCache& textCache()
     return cache;
 }
 
-qint64 localeIndex(const std::optional<QVariantMap>& locale)
+// The fields of a text key, "<format> <locale index> <year> <month> <day>",
+// when it is written exactly as cacheKeyForFormat writes keys.
+struct TextKey {
+    QString format;
+    qint64 locale = 0;
+    qint64 year = 0;
+    quint8 month = 0;
+    quint8 day = 0;
+};
+
+std::optional<quint64> canonicalUnsigned(QStringView digits)
 {
-    if (!locale)
-        return std::numeric_limits<qint64>::max();
-    TextCache& cache = textCache();
-    if (cache.lastIndex >= 0 && locale->isSharedWith(cache.lastLocale))
-        return cache.lastIndex;
-    qint64 index = cache.locales.indexOf(*locale);
-    if (index < 0) {
-        index = cache.locales.size();
-        cache.locales.append(*locale);
+    if (digits.isEmpty() || digits.size() > 20 || (digits.size() > 1 && digits.front() == u'0'))
+        return std::nullopt;
+    quint64 value = 0;
+    for (const QChar c : digits) {
+        if (c < u'0' || c > u'9' || value > (std::numeric_limits<quint64>::max() - (c.unicode() - u'0')) / 10)
+            return std::nullopt;
+        value = value * 10 + (c.unicode() - u'0');
     }
-    cache.lastLocale = *locale;
-    cache.lastIndex = index;
-    return index;
+    return value;
+}
+
+std::optional<TextKey> parseTextKey(const QString& key)
+{
+    QStringView fields[4];
+    qsizetype end = key.size();
+    for (int i = 3; i >= 0; --i) {
+        const qsizetype space = end > 0 ? key.lastIndexOf(u' ', end - 1) : -1;
+        if (space < 0)
+            return std::nullopt;
+        fields[i] = QStringView(key).sliced(space + 1, end - space - 1);
+        end = space;
+    }
+    const auto locale = canonicalUnsigned(fields[0]);
+    const bool negative = fields[1].startsWith(u'-');
+    const auto magnitude = canonicalUnsigned(negative ? fields[1].sliced(1) : fields[1]);
+    const auto month = canonicalUnsigned(fields[2]);
+    const auto day = canonicalUnsigned(fields[3]);
+    if (!locale || !magnitude || !month || !day || *month > 255 || *day > 255)
+        return std::nullopt;
+    // Locale indexes beyond what a key holds are left to the text keys.
+    if (*locale != quint64(kNoLocale) && *locale >= kNoLocaleKey)
+        return std::nullopt;
+    const quint64 yearLimit = negative ? quint64(std::numeric_limits<qint64>::max()) + 1
+                                       : quint64(std::numeric_limits<qint64>::max());
+    if (*magnitude > yearLimit || (negative && *magnitude == 0))
+        return std::nullopt;
+    const qint64 year = negative ? qint64(quint64(0) - *magnitude) : qint64(*magnitude);
+    return TextKey{key.left(end), qint64(*locale), year, quint8(*month), quint8(*day)};
 }
 
 // The name at `index` of a locale entry, or nothing when the locale, the
@@ -196,11 +304,17 @@ private:
 
 QString WQDate::cacheKeyForFormat(const QString& format, const std::optional<QVariantMap>& locale) const
 {
+    qint64 index;
+    {
+        TextCache& cache = textCache();
+        const std::lock_guard lock(cache.mutex);
+        index = cache.localeIndex(locale);
+    }
     QString key;
     key.reserve(format.size() + 48);
     key.append(format);
     key.append(u' ');
-    appendUnsigned(key, quint64(localeIndex(locale)));
+    appendUnsigned(key, quint64(index));
     key.append(u' ');
     appendPadded(key, _wq_year);
     key.append(u' ');
@@ -212,16 +326,35 @@ QString WQDate::cacheKeyForFormat(const QString& format, const std::optional<QVa
 
 std::optional<QString> WQDate::cachedValueForKey(const QString& key)
 {
-    const TextCache& cache = textCache();
-    const auto it = cache.texts.constFind(key);
-    if (it == cache.texts.constEnd())
-        return std::nullopt;
-    return *it;
+    TextCache& cache = textCache();
+    const std::optional<TextKey> parsed = parseTextKey(key);
+    const std::lock_guard lock(cache.mutex);
+    if (!parsed)
+        return cache.findOther(key);
+    const WQDate date(Raw{}, parsed->year, parsed->month, parsed->day);
+    if (const QString* text = cache.find(cache.keyFor(date, parsed->format, parsed->locale)))
+        return *text;
+    return std::nullopt;
 }
 
 void WQDate::cacheValue(const QString& value, const QString& key)
 {
-    textCache().texts.insert(key, value);
+    TextCache& cache = textCache();
+    const std::optional<TextKey> parsed = parseTextKey(key);
+    const std::lock_guard lock(cache.mutex);
+    if (!parsed) {
+        cache.insertOther(key, value);
+        return;
+    }
+    const WQDate date(Raw{}, parsed->year, parsed->month, parsed->day);
+    cache.insert(cache.keyFor(date, parsed->format, parsed->locale), value);
+}
+
+qsizetype WQDate::_wq_textCacheSize()
+{
+    TextCache& cache = textCache();
+    const std::lock_guard lock(cache.mutex);
+    return cache.size();
 }
 
 QString WQDate::_wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const
@@ -232,12 +365,17 @@ QString WQDate::_wq_renderWithCalendarFormat(const QString& format, const std::o
 
 QString WQDate::descriptionWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const
 {
-    const QString key = cacheKeyForFormat(format, locale);
     TextCache& cache = textCache();
-    if (const auto it = cache.texts.constFind(key); it != cache.texts.constEnd())
-        return *it;
+    {
+        const std::lock_guard lock(cache.mutex);
+        if (const QString* text = cache.find(cache.keyFor(*this, format, cache.localeIndex(locale))))
+            return *text;
+    }
+    // Rendered outside the lock; the key is made again to store it, as the
+    // formats may have been numbered afresh meanwhile.
     QString text = _wq_renderWithCalendarFormat(format, locale);
-    cache.texts.insert(key, text);
+    const std::lock_guard lock(cache.mutex);
+    cache.insert(cache.keyFor(*this, format, cache.localeIndex(locale)), text);
     return text;
 }
 

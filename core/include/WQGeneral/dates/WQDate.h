@@ -100,7 +100,8 @@ public:
     // `format` is either percent directives ("%Y-%m-%d") or, when it holds no
     // '%', date-pattern letters ("M/d/yy"). Names come from `locale` (the
     // dictionary keyed by WQDateLocaleKey_...); missing names are left out.
-    // Results are cached for the life of the process. Raises
+    // Results are cached (a fixed number of them, the least recently used
+    // making room; safe from several threads). Raises
     // NSInvalidArgumentException for an unknown directive and
     // NSRangeException for a '%' that ends the format.
     QString descriptionWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
@@ -113,6 +114,8 @@ public:
     QString cacheKeyForFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
     static std::optional<QString> cachedValueForKey(const QString& key);
     static void cacheValue(const QString& value, const QString& key);
+    // Texts the cache holds now.
+    static qsizetype _wq_textCacheSize();
     // Renders without reading or growing the cache.
     QString _wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
 
