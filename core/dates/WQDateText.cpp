@@ -1,6 +1,6 @@
 // Rendering of dates through percent directives ("%Y-%m-%d") or date-pattern
-// letters ("M/d/yy"), with a process-wide cache: a table of dated rows asks
-// for the same few hundred texts over and over while it scrolls.
+// letters ("M/d/yy"), with a cache in each thread: a table of dated rows
+// asks for the same few hundred texts over and over while it scrolls.
 
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
@@ -12,8 +12,10 @@
 #include <QList>
 
 #include <array>
+#include <atomic>
 #include <limits>
 #include <mutex>
+#include <utility>
 
 namespace wq {
 
@@ -25,38 +27,77 @@ namespace {
 // Enough for every date a long register shows in a few formats; the least
 // recently used text makes room beyond that.
 constexpr qsizetype kCachedTexts = 8192;
-// Distinct formats numbered before the numbering (and the cache) starts over.
+// Distinct formats numbered before the numbering (and every cache) starts over.
 constexpr qsizetype kNumberedFormats = 1024;
 constexpr qint64 kNoLocale = std::numeric_limits<qint64>::max();
 constexpr quint32 kNoLocaleKey = std::numeric_limits<quint32>::max();
 
-// The texts by an integer key, the formats' numbers and the locale list,
-// behind one lock: rendering may be asked for from several threads.
+// What every thread shares: the locale list (an index is part of the public
+// key text) and the numbers given to formats. Locked; a thread asks only
+// when its own note of the last locale or format does not answer.
+class Registry {
+public:
+    Registry() { _locales.reserve(2); }
+
+    qint64 localeIndex(const QVariantMap& locale)
+    {
+        const std::lock_guard lock(_mutex);
+        qint64 index = _locales.indexOf(locale);
+        if (index < 0) {
+            index = _locales.size();
+            _locales.append(locale);
+        }
+        return index;
+    }
+
+    // The format's number, and the numbering it belongs to.
+    std::pair<quint32, quint32> formatNumber(const QString& format)
+    {
+        const std::lock_guard lock(_mutex);
+        auto it = _formatNumbers.constFind(format);
+        if (it == _formatNumbers.constEnd()) {
+            if (_formatNumbers.size() >= kNumberedFormats) {
+                // Numbers are about to be reused: no text stored under an
+                // old one may answer.
+                _formatNumbers.clear();
+                _numbering.fetch_add(1, std::memory_order_relaxed);
+            }
+            it = _formatNumbers.insert(format, quint32(_formatNumbers.size()));
+        }
+        return {*it, _numbering.load(std::memory_order_relaxed)};
+    }
+
+    quint32 numbering() const { return _numbering.load(std::memory_order_relaxed); }
+
+private:
+    std::mutex _mutex;
+    QList<QVariantMap> _locales;
+    QHash<QString, quint32> _formatNumbers;
+    std::atomic<quint32> _numbering{0};
+};
+
+Registry& registry()
+{
+    static Registry shared;   // initialised once, thread-safely
+    return shared;
+}
+
+// Each thread keeps its own texts, so that a hit takes no lock: a thread
+// scrolling a table never waits for another.
 class TextCache {
 public:
-    TextCache() { _locales.reserve(2); }
-
-    std::mutex mutex;
-
-    // The index of a locale in the list, appended when new. Locked.
-    qint64 localeIndex(const std::optional<QVariantMap>& locale)
+    qint64 localeIndex(const QVariantMap* locale)
     {
         if (!locale)
             return kNoLocale;
         // Skips the value comparisons while the same shared map comes again.
-        if (_lastLocaleIndex >= 0 && locale->isSharedWith(_lastLocale))
-            return _lastLocaleIndex;
-        qint64 index = _locales.indexOf(*locale);
-        if (index < 0) {
-            index = _locales.size();
-            _locales.append(*locale);
+        if (_lastLocaleIndex < 0 || !locale->isSharedWith(_lastLocale)) {
+            _lastLocaleIndex = registry().localeIndex(*locale);
+            _lastLocale = *locale;
         }
-        _lastLocale = *locale;
-        _lastLocaleIndex = index;
-        return index;
+        return _lastLocaleIndex;
     }
 
-    // A date's key. Locked.
     WQDateTextCache::Key keyFor(const WQDate& date, const QString& format, qint64 locale)
     {
         return {date.yearOfCommonEra(), formatNumber(format), locale == kNoLocale ? kNoLocaleKey : quint32(locale),
@@ -66,7 +107,7 @@ public:
     const QString* find(const WQDateTextCache::Key& key) { return _texts.find(key); }
     void insert(const WQDateTextCache::Key& key, const QString& text) { _texts.insert(key, text); }
 
-    // Keys given as text that no rendering makes. Locked.
+    // Keys given as text that no rendering makes.
     std::optional<QString> findOther(const QString& key) const
     {
         const auto it = _otherKeys.constFind(key);
@@ -84,37 +125,38 @@ public:
 private:
     quint32 formatNumber(const QString& format)
     {
-        if (_lastFormatNumber >= 0 && (format.isSharedWith(_lastFormat) || format == _lastFormat))
+        if (_numbering != registry().numbering()) {
+            _startOver(registry().numbering());
+        } else if (_lastFormatNumber >= 0 && (format.isSharedWith(_lastFormat) || format == _lastFormat)) {
             return quint32(_lastFormatNumber);
-        auto it = _formatNumbers.constFind(format);
-        if (it == _formatNumbers.constEnd()) {
-            if (_formatNumbers.size() >= kNumberedFormats) {
-                // Numbers are about to be reused: no old text may answer.
-                _formatNumbers.clear();
-                _texts.clear();
-            }
-            it = _formatNumbers.insert(format, quint32(_formatNumbers.size()));
         }
+        const auto [number, numbering] = registry().formatNumber(format);
+        if (numbering != _numbering)
+            _startOver(numbering);
         _lastFormat = format;
-        _lastFormatNumber = *it;
-        return *it;
+        _lastFormatNumber = number;
+        return number;
+    }
+
+    void _startOver(quint32 numbering)
+    {
+        _texts.clear();
+        _lastFormatNumber = -1;
+        _numbering = numbering;
     }
 
     WQDateTextCache _texts{kCachedTexts};
     QHash<QString, QString> _otherKeys;
-    QHash<QString, quint32> _formatNumbers;
+    quint32 _numbering = 0;
     QString _lastFormat;
     qint64 _lastFormatNumber = -1;
-    // Distinct locale dictionaries seen so far; a dictionary's index is part
-    // of the key, so new names never meet texts rendered with old ones.
-    QList<QVariantMap> _locales;
     QVariantMap _lastLocale;
     qint64 _lastLocaleIndex = -1;
 };
 
 TextCache& textCache()
 {
-    static TextCache cache;   // initialised once, thread-safely
+    thread_local TextCache cache;   // made on a thread's first use
     return cache;
 }
 
@@ -172,7 +214,7 @@ std::optional<TextKey> parseTextKey(const QString& key)
 
 // The name at `index` of a locale entry, or nothing when the locale, the
 // entry or the name is missing.
-std::optional<QString> nameAt(const std::optional<QVariantMap>& locale, const QString& key, qint64 index)
+std::optional<QString> nameAt(const QVariantMap* locale, const QString& key, qint64 index)
 {
     if (!locale || index < 0)
         return std::nullopt;
@@ -192,7 +234,7 @@ std::optional<QString> nameAt(const std::optional<QVariantMap>& locale, const QS
 
 class Renderer {
 public:
-    Renderer(const WQDate& date, const std::optional<QVariantMap>& locale) : _wq_date(date), _wq_locale(locale) {}
+    Renderer(const WQDate& date, const QVariantMap* locale) : _wq_date(date), _wq_locale(locale) {}
 
     std::optional<QString> monthName(const QString& key) const
     {
@@ -297,19 +339,32 @@ private:
     }
 
     const WQDate& _wq_date;
-    const std::optional<QVariantMap>& _wq_locale;
+    const QVariantMap* _wq_locale;
 };
+
+QString render(const WQDate& date, const QString& format, const QVariantMap* locale)
+{
+    const Renderer renderer(date, locale);
+    return format.contains(u'%') ? renderer.directives(format) : renderer.patterns(format);
+}
+
+QString describe(const WQDate& date, const QString& format, const QVariantMap* locale)
+{
+    TextCache& cache = textCache();
+    const WQDateTextCache::Key key = cache.keyFor(date, format, cache.localeIndex(locale));
+    if (const QString* text = cache.find(key))
+        return *text;
+    QString text = render(date, format, locale);
+    // The formats may have been numbered afresh while rendering.
+    cache.insert(cache.keyFor(date, format, cache.localeIndex(locale)), text);
+    return text;
+}
 
 } // namespace
 
 QString WQDate::cacheKeyForFormat(const QString& format, const std::optional<QVariantMap>& locale) const
 {
-    qint64 index;
-    {
-        TextCache& cache = textCache();
-        const std::lock_guard lock(cache.mutex);
-        index = cache.localeIndex(locale);
-    }
+    const qint64 index = textCache().localeIndex(locale ? &*locale : nullptr);
     QString key;
     key.reserve(format.size() + 48);
     key.append(format);
@@ -328,7 +383,6 @@ std::optional<QString> WQDate::cachedValueForKey(const QString& key)
 {
     TextCache& cache = textCache();
     const std::optional<TextKey> parsed = parseTextKey(key);
-    const std::lock_guard lock(cache.mutex);
     if (!parsed)
         return cache.findOther(key);
     const WQDate date(Raw{}, parsed->year, parsed->month, parsed->day);
@@ -341,7 +395,6 @@ void WQDate::cacheValue(const QString& value, const QString& key)
 {
     TextCache& cache = textCache();
     const std::optional<TextKey> parsed = parseTextKey(key);
-    const std::lock_guard lock(cache.mutex);
     if (!parsed) {
         cache.insertOther(key, value);
         return;
@@ -352,36 +405,28 @@ void WQDate::cacheValue(const QString& value, const QString& key)
 
 qsizetype WQDate::_wq_textCacheSize()
 {
-    TextCache& cache = textCache();
-    const std::lock_guard lock(cache.mutex);
-    return cache.size();
+    return textCache().size();
 }
 
 QString WQDate::_wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const
 {
-    const Renderer renderer(*this, locale);
-    return format.contains(u'%') ? renderer.directives(format) : renderer.patterns(format);
+    return render(*this, format, locale ? &*locale : nullptr);
 }
 
 QString WQDate::descriptionWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const
 {
-    TextCache& cache = textCache();
-    {
-        const std::lock_guard lock(cache.mutex);
-        if (const QString* text = cache.find(cache.keyFor(*this, format, cache.localeIndex(locale))))
-            return *text;
-    }
-    // Rendered outside the lock; the key is made again to store it, as the
-    // formats may have been numbered afresh meanwhile.
-    QString text = _wq_renderWithCalendarFormat(format, locale);
-    const std::lock_guard lock(cache.mutex);
-    cache.insert(cache.keyFor(*this, format, cache.localeIndex(locale)), text);
-    return text;
+    return describe(*this, format, locale ? &*locale : nullptr);
+}
+
+QString WQDate::descriptionWithCalendarFormat(const QString& format, const QVariantMap& locale) const
+{
+    return describe(*this, format, &locale);
 }
 
 QString WQDate::descriptionWithCalendarFormat(const QString& format) const
 {
-    return descriptionWithCalendarFormat(format, WQSystemDateSettings::systemDefinedDateInformation());
+    const QVariantMap names = WQSystemDateSettings::systemDefinedDateInformation();
+    return describe(*this, format, &names);
 }
 
 QString WQDate::description() const
@@ -391,7 +436,7 @@ QString WQDate::description() const
 
 QString WQDate::descriptionWithLocale(const QVariantMap& locale) const
 {
-    return descriptionWithCalendarFormat(QStringLiteral("%Y-%m-%d"), locale);
+    return describe(*this, QStringLiteral("%Y-%m-%d"), &locale);
 }
 
 QString WQDate::debugDescription() const

@@ -1,6 +1,6 @@
 // The bounded date-text cache: least recently used texts make room, text
 // keys reach the same entries as rendering, and several threads may render
-// at once.
+// at once, each with its own texts but one numbering of formats.
 
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
@@ -164,4 +164,31 @@ TEST(DateTextCache, SeveralThreadsRenderAtOnce)
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(wrong, std::vector<int>(4, 0));
+}
+
+TEST(DateTextCache, FormatsNumberedAfreshInAnotherThreadNeverAnswerOldTexts)
+{
+    // Each batch wraps the format numbering at least twice, so the numbers
+    // this thread's texts are stored under are handed to other formats while
+    // they are still held here.
+    const WQDate date(1999, 12, 31);
+    const auto batch = [&](const char* tag) {
+        std::vector<QString> formats;
+        for (int n = 0; n < 2100; ++n)
+            formats.push_back(QStringLiteral("%Y-%m-%d ") + QLatin1String(tag) + QString::number(n));
+        return formats;
+    };
+    const auto wrongIn = [&](const std::vector<QString>& formats) {
+        int wrong = 0;
+        for (const QString& format : formats)
+            wrong += date.descriptionWithCalendarFormat(format, std::nullopt) != date._wq_renderWithCalendarFormat(format, std::nullopt);
+        return wrong;
+    };
+    const std::vector<QString> mine = batch("here"), theirs = batch("there");
+    EXPECT_EQ(wrongIn(mine), 0);
+    int wrongThere = -1;
+    std::thread([&] { wrongThere = wrongIn(theirs); }).join();
+    EXPECT_EQ(wrongThere, 0);
+    EXPECT_EQ(wrongIn(theirs), 0);
+    EXPECT_EQ(wrongIn(mine), 0);
 }
