@@ -1,6 +1,8 @@
 // Calendar dates against their peers: day counting and back (a year-by-year
 // walk, std::chrono, Howard Hinnant's date library) and rendering a date
-// (ICU's SimpleDateFormat, QDate::toString), cached and uncached.
+// (ICU's SimpleDateFormat, QDate::toString), cached and uncached; cache hits
+// beside a plain lookup by an integer key, after a million distinct dates
+// and from two threads.
 
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
@@ -13,6 +15,7 @@
 #include <unicode/smpdtfmt.h>
 
 #include <QDate>
+#include <QHash>
 #include <QDateTime>
 #include <QTimeZone>
 
@@ -193,6 +196,59 @@ void renderQt(benchmark::State& state, const char* qtPattern)
     }
 }
 
+// --- the cache ----------------------------------------------------------------
+
+// The bound: a text found by an integer key in a hash of the same size.
+void BM_CacheBound_IntegerKey(benchmark::State& state)
+{
+    QHash<quint64, QString> texts;
+    const auto& dates = sampleDates();
+    for (std::size_t k = 0; k < kRenderDates; ++k)
+        texts.insert(quint64(dates[k].dayOfCommonEra()), dates[k].debugDescription());
+    std::vector<quint64> keys;
+    for (std::size_t k = 0; k < kRenderDates; ++k)
+        keys.push_back(quint64(dates[k].dayOfCommonEra()));
+    std::size_t i = 0;
+    for (auto _ : state) {
+        QString text = texts.value(keys[i++ % kRenderDates]);
+        benchmark::DoNotOptimize(text);
+    }
+}
+BENCHMARK(BM_CacheBound_IntegerKey);
+
+constexpr qint64 kMillion = 1000000;
+
+// A million distinct dates through the cache: each one a miss that renders,
+// stores and evicts. Run once; the hits below then find a cache that has
+// seen them all.
+void BM_CacheMillionDates(benchmark::State& state)
+{
+    const QVariantMap names = wq::WQSystemDateSettings::systemDefinedDateInformation();
+    const QString format = QString::fromLatin1(kShort);
+    const qint64 first = WQDate(1, 1, 1).dayOfCommonEra();
+    for (auto _ : state) {
+        for (qint64 n = 0; n < kMillion; ++n)
+            benchmark::DoNotOptimize(WQDate::dateWithDayOfCommonEra(first + n)->descriptionWithCalendarFormat(format, names));
+    }
+    state.counters["entries"] = double(WQDate::_wq_textCacheSize());
+    state.SetItemsProcessed(state.iterations() * kMillion);
+}
+BENCHMARK(BM_CacheMillionDates)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+// The same million dates without the cache: what each miss costs at least.
+void BM_UncachedMillionDates(benchmark::State& state)
+{
+    const QVariantMap names = wq::WQSystemDateSettings::systemDefinedDateInformation();
+    const QString format = QString::fromLatin1(kShort);
+    const qint64 first = WQDate(1, 1, 1).dayOfCommonEra();
+    for (auto _ : state) {
+        for (qint64 n = 0; n < kMillion; ++n)
+            benchmark::DoNotOptimize(WQDate::dateWithDayOfCommonEra(first + n)->_wq_renderWithCalendarFormat(format, names));
+    }
+    state.SetItemsProcessed(state.iterations() * kMillion);
+}
+BENCHMARK(BM_UncachedMillionDates)->Iterations(1)->Unit(benchmark::kMillisecond);
+
 BENCHMARK_CAPTURE(renderWQ, Short_WQDate_cached, kShort, true);
 BENCHMARK_CAPTURE(renderWQ, Short_WQDate_uncached, kShort, false);
 BENCHMARK_CAPTURE(renderICU, Short_ICU, kShort);
@@ -201,6 +257,9 @@ BENCHMARK_CAPTURE(renderWQ, Full_WQDate_cached, kFull, true);
 BENCHMARK_CAPTURE(renderWQ, Full_WQDate_uncached, kFull, false);
 BENCHMARK_CAPTURE(renderICU, Full_ICU, kFull);
 BENCHMARK_CAPTURE(renderQt, Full_QDate, "dddd, MMMM d, yyyy");
+// Hits again, after the million dates, and from two threads at once.
+BENCHMARK_CAPTURE(renderWQ, Short_WQDate_cached_after_million, kShort, true);
+BENCHMARK_CAPTURE(renderWQ, Short_WQDate_cached_two_threads, kShort, true)->Threads(2);
 
 void printRatio(const wq::bench::WQBenchRecorder& r, const char* label, const std::string& ours, const std::string& peer,
                 const char* target)
@@ -240,5 +299,23 @@ int main(int argc, char** argv)
     printRatio(reporter, "full date uncached vs ICU SimpleDateFormat", "renderWQ/Full_WQDate_uncached",
                "renderICU/Full_ICU", "");
     printRatio(reporter, "full date cached vs QDate::toString", "renderWQ/Full_WQDate_cached", "renderQt/Full_QDate", "");
+
+    reporter.targetTime("Date text cache hit, 366 dates", "renderWQ/Short_WQDate_cached", 40, "BM_CacheBound_IntegerKey");
+    reporter.targetTime("Date text cache hit, after 1,000,000 distinct dates", "renderWQ/Short_WQDate_cached_after_million",
+                        40, "BM_CacheBound_IntegerKey");
+    reporter.targetTime("Date text cache hit, two threads at once", "renderWQ/Short_WQDate_cached_two_threads/threads:2",
+                        40, "BM_CacheBound_IntegerKey");
+    if (const auto entries = reporter.counterValues("entries"); entries.count("BM_CacheMillionDates/iterations:1"))
+        reporter.addTarget({"Date text cache entries after 1,000,000 distinct dates",
+                            entries.at("BM_CacheMillionDates/iterations:1"), "", wq::bench::WQBenchTarget::Bound::AtMost,
+                            8192 + 64, "a fixed number of entries (8,192), least recently used evicted"});
+    if (const auto cached = reporter.cpu("BM_CacheMillionDates/iterations:1"),
+        uncached = reporter.cpu("BM_UncachedMillionDates/iterations:1");
+        cached && uncached)
+        reporter.addTarget({"Date text cache, 1,000,000 misses: time / uncached rendering", *cached / *uncached, "x",
+                            wq::bench::WQBenchTarget::Bound::AtMost, 2.0,
+                            wq::bench::WQBenchRecorder::timeText(*cached / kMillion) + " per miss vs "
+                                + wq::bench::WQBenchRecorder::timeText(*uncached / kMillion) + " per render"});
+    reporter.finish("bench_dates");
     return 0;
 }

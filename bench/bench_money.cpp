@@ -120,6 +120,34 @@ void BM_KeystrokeStandard(benchmark::State& state)
     }
 }
 
+// A digit typed at the end of a grouped amount of state.range(0) digits
+// ("$1,234,...,567"), as long texts are pasted or typed.
+QString groupedAmount(qsizetype digits)
+{
+    QString text = QStringLiteral("$");
+    for (qsizetype i = 0; i < digits; ++i) {
+        if (i > 0 && (digits - i) % 3 == 0)
+            text += u',';
+        text += QChar(char16_t(u'1' + i % 9));
+    }
+    return text;
+}
+
+void BM_KeystrokeStandardLength(benchmark::State& state)
+{
+    const auto f = formatter(standardOwner());
+    const WQEditScope scope({WQEditEvent::Type::KeyDown, QStringLiteral("5"), false});
+    const QString original = groupedAmount(state.range(0));
+    const QString proposal = original + u'5';
+    for (auto _ : state) {
+        QString partial = proposal;
+        WQRange range{proposal.size(), 0};
+        QString error;
+        benchmark::DoNotOptimize(f->isPartialStringValid(&partial, &range, original, {original.size(), 0}, &error));
+    }
+    state.counters["chars"] = double(proposal.size());
+}
+
 void BM_KeystrokeATM(benchmark::State& state)
 {
     const auto f = formatter(atmOwner());
@@ -153,6 +181,8 @@ BENCHMARK(BM_DisplayQLocale);
 BENCHMARK(BM_ParseWQMoney);
 BENCHMARK(BM_ParseIcuCurrency);
 BENCHMARK(BM_KeystrokeStandard);
+// 30, 342, 5,462, 20,000 and 21,846 characters after the keystroke.
+BENCHMARK(BM_KeystrokeStandardLength)->Arg(22)->Arg(256)->Arg(4096)->Arg(15000)->Arg(16384);
 BENCHMARK(BM_KeystrokeATM);
 BENCHMARK(BM_KeystrokeATMDelete);
 
@@ -194,6 +224,18 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     summary(reporter);
+    // Standard typing must stay linear in the text.
+    reporter.targetTime("Money keystroke, standard mode, 30 characters", "BM_KeystrokeStandardLength/22", 1000);
+    reporter.targetTime("Money keystroke, standard mode, 20,000 characters", "BM_KeystrokeStandardLength/15000",
+                        50000);
+    if (const auto quarter = reporter.cpu("BM_KeystrokeStandardLength/4096"),
+        whole = reporter.cpu("BM_KeystrokeStandardLength/16384");
+        quarter && whole)
+        reporter.addTarget({"Money keystroke growth, 5,462 to 21,846 characters (linear 4x)", *whole / *quarter, "x",
+                            wq::bench::WQBenchTarget::Bound::AtMost, 5.0,
+                            wq::bench::WQBenchRecorder::timeText(*quarter) + " and "
+                                + wq::bench::WQBenchRecorder::timeText(*whole)});
+    reporter.finish("bench_money");
     WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &standardOwner());
     WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &atmOwner());
     return 0;

@@ -1,17 +1,21 @@
 // Rendering of dates through percent directives ("%Y-%m-%d") or date-pattern
-// letters ("M/d/yy"), with a process-wide cache: a table of dated rows asks
-// for the same few hundred texts over and over while it scrolls.
+// letters ("M/d/yy"), with a cache in each thread: a table of dated rows
+// asks for the same few hundred texts over and over while it scrolls.
 
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 
 #include "WQDateNumbers.h"
+#include "WQDateTextCache.h"
 
 #include <QHash>
 #include <QList>
 
 #include <array>
+#include <atomic>
 #include <limits>
+#include <mutex>
+#include <utility>
 
 namespace wq {
 
@@ -20,51 +24,197 @@ using _wq_numbers::appendUnsigned;
 
 namespace {
 
-// Never evicts: the number of distinct (date, format, names) triples an
-// application renders stays modest, and every hit saves a full render.
-struct TextCache {
-    QHash<QString, QString> texts;
-    // Distinct locale dictionaries seen so far; a dictionary's index is part
-    // of the key, so new names never meet texts rendered with old ones.
-    QList<QVariantMap> locales;
-    // The dictionary found last, to skip the value comparisons while the
-    // same shared map is passed again and again.
-    QVariantMap lastLocale;
-    qint64 lastIndex = -1;
+// Enough for every date a long register shows in a few formats; the least
+// recently used text makes room beyond that.
+constexpr qsizetype kCachedTexts = 8192;
+// Distinct formats numbered before the numbering (and every cache) starts over.
+constexpr qsizetype kNumberedFormats = 1024;
+constexpr qint64 kNoLocale = std::numeric_limits<qint64>::max();
+constexpr quint32 kNoLocaleKey = std::numeric_limits<quint32>::max();
 
-    TextCache()
+// What every thread shares: the locale list (an index is part of the public
+// key text) and the numbers given to formats. Locked; a thread asks only
+// when its own note of the last locale or format does not answer.
+class Registry {
+public:
+    Registry() { _locales.reserve(2); }
+
+    qint64 localeIndex(const QVariantMap& locale)
     {
-        texts.reserve(200);
-        locales.reserve(2);
+        const std::lock_guard lock(_mutex);
+        qint64 index = _locales.indexOf(locale);
+        if (index < 0) {
+            index = _locales.size();
+            _locales.append(locale);
+        }
+        return index;
     }
+
+    // The format's number, and the numbering it belongs to.
+    std::pair<quint32, quint32> formatNumber(const QString& format)
+    {
+        const std::lock_guard lock(_mutex);
+        auto it = _formatNumbers.constFind(format);
+        if (it == _formatNumbers.constEnd()) {
+            if (_formatNumbers.size() >= kNumberedFormats) {
+                // Numbers are about to be reused: no text stored under an
+                // old one may answer.
+                _formatNumbers.clear();
+                _numbering.fetch_add(1, std::memory_order_relaxed);
+            }
+            it = _formatNumbers.insert(format, quint32(_formatNumbers.size()));
+        }
+        return {*it, _numbering.load(std::memory_order_relaxed)};
+    }
+
+    quint32 numbering() const { return _numbering.load(std::memory_order_relaxed); }
+
+private:
+    std::mutex _mutex;
+    QList<QVariantMap> _locales;
+    QHash<QString, quint32> _formatNumbers;
+    std::atomic<quint32> _numbering{0};
+};
+
+Registry& registry()
+{
+    static Registry shared;   // initialised once, thread-safely
+    return shared;
+}
+
+// Each thread keeps its own texts, so that a hit takes no lock: a thread
+// scrolling a table never waits for another.
+class TextCache {
+public:
+    qint64 localeIndex(const QVariantMap* locale)
+    {
+        if (!locale)
+            return kNoLocale;
+        // Skips the value comparisons while the same shared map comes again.
+        if (_lastLocaleIndex < 0 || !locale->isSharedWith(_lastLocale)) {
+            _lastLocaleIndex = registry().localeIndex(*locale);
+            _lastLocale = *locale;
+        }
+        return _lastLocaleIndex;
+    }
+
+    WQDateTextCache::Key keyFor(const WQDate& date, const QString& format, qint64 locale)
+    {
+        return {date.yearOfCommonEra(), formatNumber(format), locale == kNoLocale ? kNoLocaleKey : quint32(locale),
+                quint8(date.monthOfYear()), quint8(date.dayOfMonth())};
+    }
+
+    const QString* find(const WQDateTextCache::Key& key) { return _texts.find(key); }
+    void insert(const WQDateTextCache::Key& key, const QString& text) { _texts.insert(key, text); }
+
+    // Keys given as text that no rendering makes.
+    std::optional<QString> findOther(const QString& key) const
+    {
+        const auto it = _otherKeys.constFind(key);
+        return it == _otherKeys.constEnd() ? std::nullopt : std::optional<QString>(*it);
+    }
+    void insertOther(const QString& key, const QString& text)
+    {
+        if (_otherKeys.size() >= kCachedTexts && !_otherKeys.contains(key))
+            _otherKeys.clear();
+        _otherKeys.insert(key, text);
+    }
+
+    qsizetype size() const { return _texts.size() + _otherKeys.size(); }
+
+private:
+    quint32 formatNumber(const QString& format)
+    {
+        if (_numbering != registry().numbering()) {
+            _startOver(registry().numbering());
+        } else if (_lastFormatNumber >= 0 && (format.isSharedWith(_lastFormat) || format == _lastFormat)) {
+            return quint32(_lastFormatNumber);
+        }
+        const auto [number, numbering] = registry().formatNumber(format);
+        if (numbering != _numbering)
+            _startOver(numbering);
+        _lastFormat = format;
+        _lastFormatNumber = number;
+        return number;
+    }
+
+    void _startOver(quint32 numbering)
+    {
+        _texts.clear();
+        _lastFormatNumber = -1;
+        _numbering = numbering;
+    }
+
+    WQDateTextCache _texts{kCachedTexts};
+    QHash<QString, QString> _otherKeys;
+    quint32 _numbering = 0;
+    QString _lastFormat;
+    qint64 _lastFormatNumber = -1;
+    QVariantMap _lastLocale;
+    qint64 _lastLocaleIndex = -1;
 };
 
 TextCache& textCache()
 {
-    static TextCache cache;   // initialised once, thread-safely
+    thread_local TextCache cache;   // made on a thread's first use
     return cache;
 }
 
-qint64 localeIndex(const std::optional<QVariantMap>& locale)
+// The fields of a text key, "<format> <locale index> <year> <month> <day>",
+// when it is written exactly as cacheKeyForFormat writes keys.
+struct TextKey {
+    QString format;
+    qint64 locale = 0;
+    qint64 year = 0;
+    quint8 month = 0;
+    quint8 day = 0;
+};
+
+std::optional<quint64> canonicalUnsigned(QStringView digits)
 {
-    if (!locale)
-        return std::numeric_limits<qint64>::max();
-    TextCache& cache = textCache();
-    if (cache.lastIndex >= 0 && locale->isSharedWith(cache.lastLocale))
-        return cache.lastIndex;
-    qint64 index = cache.locales.indexOf(*locale);
-    if (index < 0) {
-        index = cache.locales.size();
-        cache.locales.append(*locale);
+    if (digits.isEmpty() || digits.size() > 20 || (digits.size() > 1 && digits.front() == u'0'))
+        return std::nullopt;
+    quint64 value = 0;
+    for (const QChar c : digits) {
+        if (c < u'0' || c > u'9' || value > (std::numeric_limits<quint64>::max() - (c.unicode() - u'0')) / 10)
+            return std::nullopt;
+        value = value * 10 + (c.unicode() - u'0');
     }
-    cache.lastLocale = *locale;
-    cache.lastIndex = index;
-    return index;
+    return value;
+}
+
+std::optional<TextKey> parseTextKey(const QString& key)
+{
+    QStringView fields[4];
+    qsizetype end = key.size();
+    for (int i = 3; i >= 0; --i) {
+        const qsizetype space = end > 0 ? key.lastIndexOf(u' ', end - 1) : -1;
+        if (space < 0)
+            return std::nullopt;
+        fields[i] = QStringView(key).sliced(space + 1, end - space - 1);
+        end = space;
+    }
+    const auto locale = canonicalUnsigned(fields[0]);
+    const bool negative = fields[1].startsWith(u'-');
+    const auto magnitude = canonicalUnsigned(negative ? fields[1].sliced(1) : fields[1]);
+    const auto month = canonicalUnsigned(fields[2]);
+    const auto day = canonicalUnsigned(fields[3]);
+    if (!locale || !magnitude || !month || !day || *month > 255 || *day > 255)
+        return std::nullopt;
+    // Locale indexes beyond what a key holds are left to the text keys.
+    if (*locale != quint64(kNoLocale) && *locale >= kNoLocaleKey)
+        return std::nullopt;
+    const quint64 yearLimit = negative ? quint64(std::numeric_limits<qint64>::max()) + 1
+                                       : quint64(std::numeric_limits<qint64>::max());
+    if (*magnitude > yearLimit || (negative && *magnitude == 0))
+        return std::nullopt;
+    const qint64 year = negative ? qint64(quint64(0) - *magnitude) : qint64(*magnitude);
+    return TextKey{key.left(end), qint64(*locale), year, quint8(*month), quint8(*day)};
 }
 
 // The name at `index` of a locale entry, or nothing when the locale, the
 // entry or the name is missing.
-std::optional<QString> nameAt(const std::optional<QVariantMap>& locale, const QString& key, qint64 index)
+std::optional<QString> nameAt(const QVariantMap* locale, const QString& key, qint64 index)
 {
     if (!locale || index < 0)
         return std::nullopt;
@@ -84,7 +234,7 @@ std::optional<QString> nameAt(const std::optional<QVariantMap>& locale, const QS
 
 class Renderer {
 public:
-    Renderer(const WQDate& date, const std::optional<QVariantMap>& locale) : _wq_date(date), _wq_locale(locale) {}
+    Renderer(const WQDate& date, const QVariantMap* locale) : _wq_date(date), _wq_locale(locale) {}
 
     std::optional<QString> monthName(const QString& key) const
     {
@@ -189,18 +339,37 @@ private:
     }
 
     const WQDate& _wq_date;
-    const std::optional<QVariantMap>& _wq_locale;
+    const QVariantMap* _wq_locale;
 };
+
+QString render(const WQDate& date, const QString& format, const QVariantMap* locale)
+{
+    const Renderer renderer(date, locale);
+    return format.contains(u'%') ? renderer.directives(format) : renderer.patterns(format);
+}
+
+QString describe(const WQDate& date, const QString& format, const QVariantMap* locale)
+{
+    TextCache& cache = textCache();
+    const WQDateTextCache::Key key = cache.keyFor(date, format, cache.localeIndex(locale));
+    if (const QString* text = cache.find(key))
+        return *text;
+    QString text = render(date, format, locale);
+    // The formats may have been numbered afresh while rendering.
+    cache.insert(cache.keyFor(date, format, cache.localeIndex(locale)), text);
+    return text;
+}
 
 } // namespace
 
 QString WQDate::cacheKeyForFormat(const QString& format, const std::optional<QVariantMap>& locale) const
 {
+    const qint64 index = textCache().localeIndex(locale ? &*locale : nullptr);
     QString key;
     key.reserve(format.size() + 48);
     key.append(format);
     key.append(u' ');
-    appendUnsigned(key, quint64(localeIndex(locale)));
+    appendUnsigned(key, quint64(index));
     key.append(u' ');
     appendPadded(key, _wq_year);
     key.append(u' ');
@@ -212,38 +381,52 @@ QString WQDate::cacheKeyForFormat(const QString& format, const std::optional<QVa
 
 std::optional<QString> WQDate::cachedValueForKey(const QString& key)
 {
-    const TextCache& cache = textCache();
-    const auto it = cache.texts.constFind(key);
-    if (it == cache.texts.constEnd())
-        return std::nullopt;
-    return *it;
+    TextCache& cache = textCache();
+    const std::optional<TextKey> parsed = parseTextKey(key);
+    if (!parsed)
+        return cache.findOther(key);
+    const WQDate date(Raw{}, parsed->year, parsed->month, parsed->day);
+    if (const QString* text = cache.find(cache.keyFor(date, parsed->format, parsed->locale)))
+        return *text;
+    return std::nullopt;
 }
 
 void WQDate::cacheValue(const QString& value, const QString& key)
 {
-    textCache().texts.insert(key, value);
+    TextCache& cache = textCache();
+    const std::optional<TextKey> parsed = parseTextKey(key);
+    if (!parsed) {
+        cache.insertOther(key, value);
+        return;
+    }
+    const WQDate date(Raw{}, parsed->year, parsed->month, parsed->day);
+    cache.insert(cache.keyFor(date, parsed->format, parsed->locale), value);
+}
+
+qsizetype WQDate::_wq_textCacheSize()
+{
+    return textCache().size();
 }
 
 QString WQDate::_wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const
 {
-    const Renderer renderer(*this, locale);
-    return format.contains(u'%') ? renderer.directives(format) : renderer.patterns(format);
+    return render(*this, format, locale ? &*locale : nullptr);
 }
 
 QString WQDate::descriptionWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const
 {
-    const QString key = cacheKeyForFormat(format, locale);
-    TextCache& cache = textCache();
-    if (const auto it = cache.texts.constFind(key); it != cache.texts.constEnd())
-        return *it;
-    QString text = _wq_renderWithCalendarFormat(format, locale);
-    cache.texts.insert(key, text);
-    return text;
+    return describe(*this, format, locale ? &*locale : nullptr);
+}
+
+QString WQDate::descriptionWithCalendarFormat(const QString& format, const QVariantMap& locale) const
+{
+    return describe(*this, format, &locale);
 }
 
 QString WQDate::descriptionWithCalendarFormat(const QString& format) const
 {
-    return descriptionWithCalendarFormat(format, WQSystemDateSettings::systemDefinedDateInformation());
+    const QVariantMap names = WQSystemDateSettings::systemDefinedDateInformation();
+    return describe(*this, format, &names);
 }
 
 QString WQDate::description() const
@@ -253,7 +436,7 @@ QString WQDate::description() const
 
 QString WQDate::descriptionWithLocale(const QVariantMap& locale) const
 {
-    return descriptionWithCalendarFormat(QStringLiteral("%Y-%m-%d"), locale);
+    return describe(*this, QStringLiteral("%Y-%m-%d"), &locale);
 }
 
 QString WQDate::debugDescription() const

@@ -8,8 +8,10 @@
 
 #include <QString>
 #include <QStringView>
+#include <QVarLengthArray>
 #include <QVariant>
 
+#include <algorithm>
 #include <optional>
 
 namespace wq {
@@ -35,8 +37,6 @@ qsizetype _wq_removeAll(QString& text, QStringView needle, qsizetype& caret);
 // In a text longer than one character, drops the leading zeros, pulling the
 // caret back for each one at or before it; all zeros leave "0", caret 1.
 void _wq_dropLeadingZeros(QString& text, qsizetype& caret);
-// Replaces every doubled needle by a single one, until none is left.
-void _wq_collapseDoubled(QString& text, QStringView needle, qsizetype& caret);
 
 // Where grouping separators go for digits laid out as in a display text:
 // n starts at the decimal separator's position minus 1 (or the length minus
@@ -62,6 +62,161 @@ void _wq_insertGrouping(QString& text, QStringView separator, QStringView decima
         ++q;
         --n;
     }
+}
+
+// A fixed list of literal edits run over a text in a single pass. Each edit
+// sees the text as the edits before it left it, so the result is the one of
+// running them over the whole text one after the other; a character is
+// looked at once by each edit that could take it, and no text is moved
+// more than once.
+class WQTextEditChain {
+public:
+    // Every occurrence of needle goes, leftmost first; the search goes on
+    // where the removed text stood. Answers the edit's number for count().
+    int removeAll(QStringView needle) { return _add(false, needle); }
+    // Every doubled needle becomes a single one, until none is left (the
+    // second of the pair goes, and the search goes on at the first).
+    int collapseDoubled(QStringView needle) { return _add(true, needle); }
+
+    // Appends the edited text to out. caret, when given, is a position in
+    // text; it ends at the same place in the result: pulled back by what was
+    // removed before it, and to the start of a removal it stood inside.
+    void run(QStringView text, QString& out, qsizetype* caret = nullptr);
+    // How many occurrences the edit removed in the last run.
+    qsizetype count(int edit) const { return _edits[edit].count; }
+
+private:
+    // The caret among the characters an edit holds back.
+    static constexpr int kCaret = -1;
+    struct Edit {
+        QStringView needle;
+        bool collapse = false;
+        qsizetype count = 0;
+        // Characters (and the caret) that may still begin an occurrence.
+        QVarLengthArray<int, 8> pending;
+    };
+
+    int _add(bool collapse, QStringView needle);
+    void _push(qsizetype edit, int unit);
+    void _settle(qsizetype edit);
+    void _emit(int unit);
+    bool _idle() const;
+
+    QVarLengthArray<Edit, 8> _edits;
+    // Bit (c % 64) is set when an edit's needle starts with c.
+    quint64 _firstCharacters = 0;
+    char16_t* _out = nullptr;
+    char16_t* _outStart = nullptr;
+    qsizetype _caretOut = -1;
+};
+
+// How many separators _wq_insertGrouping puts into text when the separator
+// is not empty (with a separator of any length the loop never passes the
+// end of the text). integerEnd is where the decimal separator stands, or
+// the text's length without one.
+inline qsizetype _wq_groupingCount(qsizetype integerEnd)
+{
+    return integerEnd > 3 ? (integerEnd - 1) / 3 : 0;
+}
+
+// What _wq_insertGrouping makes of text, written in one pass to out, which
+// has room for text.size() plus the separators; integerEnd as above.
+// onInsert(q, holdsSeparatorAt) is called as there, after each separator;
+// holdsSeparatorAt(at) tells whether the text as it stands at that moment
+// holds the separator at `at`. Answers the number of characters written.
+template <typename OnInsert>
+qsizetype _wq_writeGrouped(char16_t* out, QStringView text, QStringView separator, qsizetype integerEnd,
+                           OnInsert onInsert)
+{
+    const qsizetype n0 = integerEnd - 1;
+    const qsizetype s = separator.size();
+    const char16_t* const units = text.utf16();
+    const char16_t* const separatorUnits = separator.utf16();
+    char16_t* const start = out;
+    // The n-th pass of the display loop puts a separator at q when n is
+    // divisible by 3, and q gains one more for each: they come 4 apart.
+    const qsizetype separators = _wq_groupingCount(integerEnd);
+    const qsizetype q0 = 1 + (n0 > 2 ? n0 % 3 : 0);
+    qsizetype r = 0;
+
+    if (s >= 1 && s <= 4) {
+        // Each separator lands after the previous one, 4 - s characters of
+        // text further on, and never past the end.
+        auto holdsSeparatorAt = [&](qsizetype at) {
+            for (qsizetype i = 0; i < s; ++i) {
+                const qsizetype k = at + i, written = out - start;
+                if (k >= written + text.size() - r)
+                    return false;
+                if ((k < written ? start[k] : units[r + k - written]) != separatorUnits[i])
+                    return false;
+            }
+            return true;
+        };
+        const qsizetype between = 4 - s;
+        for (qsizetype k = 0; k < separators; ++k) {
+            const qsizetype take = k == 0 ? q0 : between;
+            if (take == 3) {
+                out[0] = units[r];
+                out[1] = units[r + 1];
+                out[2] = units[r + 2];
+                out += 3;
+            } else {
+                out = std::copy_n(units + r, take, out);
+            }
+            r += take;
+            if (s == 1)
+                *out++ = separatorUnits[0];
+            else
+                out = std::copy_n(separatorUnits, s, out);
+            onInsert(q0 + 4 * k, holdsSeparatorAt);
+        }
+        out = std::copy_n(units + r, text.size() - r, out);
+        return out - start;
+    }
+
+    // Any separator: the text as the loop sees it is what is written (fixed,
+    // since later separators only go further right), then separator
+    // characters not yet written (stored last first), then text from r.
+    QVarLengthArray<char16_t, 16> held;
+    auto holdsSeparatorAt = [&](qsizetype at) {
+        for (qsizetype i = 0; i < s; ++i) {
+            qsizetype k = at + i;
+            char16_t c;
+            if (k < out - start) {
+                c = start[k];
+            } else if ((k -= out - start) < held.size()) {
+                c = held[held.size() - 1 - k];
+            } else if ((k -= held.size()) + r < text.size()) {
+                c = units[r + k];
+            } else {
+                return false;
+            }
+            if (c != separatorUnits[i])
+                return false;
+        }
+        return true;
+    };
+    for (qsizetype k = 0, q = q0; k < separators; ++k, q += 4) {
+        const qsizetype size = (out - start) + held.size() + (text.size() - r);
+        if (q > size)
+            continue;
+        qsizetype need = q - (out - start);
+        for (; need > 0 && !held.isEmpty(); --need) {
+            *out++ = held.back();
+            held.removeLast();
+        }
+        out = std::copy_n(units + r, need, out);
+        r += need;
+        for (qsizetype i = s - 1; i >= 0; --i)
+            held.append(separatorUnits[i]);
+        onInsert(q, holdsSeparatorAt);
+    }
+    while (!held.isEmpty()) {
+        *out++ = held.back();
+        held.removeLast();
+    }
+    out = std::copy_n(units + r, text.size() - r, out);
+    return out - start;
 }
 
 } // namespace wq

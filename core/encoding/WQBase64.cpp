@@ -1,13 +1,64 @@
 #include <WQGeneral/encoding/WQBase64.h>
 #include <WQGeneral/platform/WQExceptions.h>
 
+#include "WQBase64Kernels.h"
+
 #include <array>
+#include <atomic>
 #include <cstring>
 #include <new>
 #include <string_view>
 
 namespace wq {
 namespace {
+
+using _wq_base64::Kernels;
+
+const Kernels* kernelsFor(WQBase64Path path)
+{
+    switch (path) {
+    case WQBase64Path::Scalar: return nullptr;
+#ifdef WQ_BASE64_X86
+    case WQBase64Path::SSSE3: return &_wq_base64::kSSSE3;
+    case WQBase64Path::AVX2: return &_wq_base64::kAVX2;
+    case WQBase64Path::AVX512: return &_wq_base64::kAVX512;
+#else
+    default: return nullptr;
+#endif
+    }
+    return nullptr;
+}
+
+WQBase64Path detectBestPath()
+{
+#ifdef WQ_BASE64_X86
+    __builtin_cpu_init();
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw")
+        && __builtin_cpu_supports("avx512vbmi"))
+        return WQBase64Path::AVX512;
+    if (__builtin_cpu_supports("avx2"))
+        return WQBase64Path::AVX2;
+    if (__builtin_cpu_supports("ssse3"))
+        return WQBase64Path::SSSE3;
+#endif
+    return WQBase64Path::Scalar;
+}
+
+struct PathChoice {
+    WQBase64Path best = detectBestPath();
+    std::atomic<WQBase64Path> path{best};
+};
+
+PathChoice& pathChoice()
+{
+    static PathChoice choice;
+    return choice;
+}
+
+const Kernels* activeKernels()
+{
+    return kernelsFor(pathChoice().path.load(std::memory_order_relaxed));
+}
 
 constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
@@ -114,11 +165,29 @@ std::optional<QByteArray> decode(const Unit* text, qsizetype n)
     const Unit* p = text;
     const Unit* const end = text + n;
     auto classOf = [](Unit c) -> std::uint8_t { return c < 256 ? kClass[std::uint8_t(c)] : kNotASCII; };
+    const Kernels* const kernels = activeKernels();
+    // After a vector attempt that took nothing, the scalar code goes on for
+    // a while before the next one.
+    const Unit* nextVectorTry = text;
     bool stopped = false;
     while (p < end) {
         // Fast path: whole groups of four alphabet characters at a group boundary.
         if (group.filled == 0) {
             const Unit* lastGroup = nullptr;
+            if (kernels && p >= nextVectorTry && end - p >= 16) {
+                std::size_t taken;
+                if constexpr (sizeof(Unit) == 1)
+                    taken = kernels->decodeBytes(p, std::size_t(end - p), reinterpret_cast<std::uint8_t*>(group.out));
+                else
+                    taken = kernels->decodeUnits(p, std::size_t(end - p), reinterpret_cast<std::uint8_t*>(group.out));
+                if (taken > 0) {
+                    group.out += taken / 4 * 3;
+                    p += taken;
+                    lastGroup = p - 4;
+                } else {
+                    nextVectorTry = p + 64;
+                }
+            }
             // Two groups at a time, written with one 8-byte store (6 bytes
             // used) while the output has room for it.
             const qsizetype wideRoom = output.size() - 8;
@@ -190,6 +259,16 @@ std::optional<QByteArray> decode(const Unit* text, qsizetype n)
 template <typename Pair, typename Unit>
 void encodeUnbroken(const std::uint8_t* in, qsizetype n, Unit* out)
 {
+    if (const Kernels* kernels = activeKernels()) {
+        std::size_t taken;
+        if constexpr (sizeof(Unit) == 1)
+            taken = kernels->encodeBytes(in, std::size_t(n), out);
+        else
+            taken = kernels->encodeUnits(in, std::size_t(n), out);
+        in += taken;
+        n -= qsizetype(taken);
+        out += taken / 3 * 4;
+    }
     const auto& pairs = []() -> const auto& {
         if constexpr (sizeof(Unit) == 1)
             return kBytePairs;
@@ -310,6 +389,25 @@ QByteArray base64EncodedBytes(QByteArrayView data)
     encodeUnbroken<std::uint16_t>(reinterpret_cast<const std::uint8_t*>(data.data()), data.size(),
                                   reinterpret_cast<std::uint8_t*>(bytes.data()));
     return bytes;
+}
+
+WQBase64Path _wq_base64Path()
+{
+    return pathChoice().path.load(std::memory_order_relaxed);
+}
+
+WQBase64Path _wq_base64BestPath()
+{
+    return pathChoice().best;
+}
+
+bool _wq_setBase64Path(WQBase64Path path)
+{
+    PathChoice& choice = pathChoice();
+    if (path > choice.best)
+        return false;
+    choice.path.store(path, std::memory_order_relaxed);
+    return true;
 }
 
 } // namespace wq

@@ -100,19 +100,25 @@ public:
     // `format` is either percent directives ("%Y-%m-%d") or, when it holds no
     // '%', date-pattern letters ("M/d/yy"). Names come from `locale` (the
     // dictionary keyed by WQDateLocaleKey_...); missing names are left out.
-    // Results are cached for the life of the process. Raises
+    // Results are cached (a fixed number per thread, the least recently used
+    // making room). Raises
     // NSInvalidArgumentException for an unknown directive and
     // NSRangeException for a '%' that ends the format.
     QString descriptionWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
+    // The same without making an optional copy of the dictionary.
+    QString descriptionWithCalendarFormat(const QString& format, const QVariantMap& locale) const;
     // Names from the system's regional settings.
     QString descriptionWithCalendarFormat(const QString& format) const;
     QString description() const;                               // "%Y-%m-%d"
     QString descriptionWithLocale(const QVariantMap& locale) const;
     QString debugDescription() const;                          // "%ld-%02d-%02d", no cache
 
+    // The cache of the calling thread: each thread keeps its own texts, so
+    // that threads never wait for each other.
     QString cacheKeyForFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
     static std::optional<QString> cachedValueForKey(const QString& key);
     static void cacheValue(const QString& value, const QString& key);
+    static qsizetype _wq_textCacheSize();   // texts held now
     // Renders without reading or growing the cache.
     QString _wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
 

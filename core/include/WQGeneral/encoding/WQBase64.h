@@ -42,5 +42,15 @@ void base64AppendEncoding(QString& receiver, QByteArrayView data);
 // Unbroken, padded Base64 as ASCII bytes, for writers that work in bytes.
 QByteArray base64EncodedBytes(QByteArrayView data);
 
+// The code that does the work: vector kernels where the processor has them,
+// the scalar code otherwise. Every path gives the same results; the choice
+// is there so that tests and benchmarks can compare them.
+enum class WQBase64Path { Scalar, SSSE3, AVX2, AVX512 };
+// The widest path this processor runs (chosen at start-up).
+WQBase64Path _wq_base64BestPath();
+WQBase64Path _wq_base64Path();
+// Switches the whole process to a path; false, and no change, when the
+// processor cannot run it.
+bool _wq_setBase64Path(WQBase64Path path);
 
 } // namespace wq

@@ -1,0 +1,194 @@
+// The bounded date-text cache: least recently used texts make room, text
+// keys reach the same entries as rendering, and several threads may render
+// at once, each with its own texts but one numbering of formats.
+
+#include <WQGeneral/dates/WQDate.h>
+#include <WQGeneral/dates/WQSystemDateSettings.h>
+
+#include "WQDateTextCache.h"
+
+#include <gtest/gtest.h>
+
+#include <QRandomGenerator>
+
+#include <list>
+#include <map>
+#include <thread>
+#include <vector>
+
+using wq::WQDate;
+using wq::WQDateTextCache;
+
+namespace {
+
+WQDateTextCache::Key keyOf(qint64 year, quint32 format = 0)
+{
+    return {year, format, 0, 1, 1};
+}
+
+QString textOf(const WQDateTextCache::Key& key)
+{
+    return QString::number(key.year) + u'/' + QString::number(key.format);
+}
+
+} // namespace
+
+TEST(DateTextCache, TheLeastRecentlyUsedTextGoes)
+{
+    WQDateTextCache cache(3);
+    EXPECT_EQ(cache.find(keyOf(1)), nullptr);
+    for (qint64 year : {1, 2, 3})
+        cache.insert(keyOf(year), textOf(keyOf(year)));
+    ASSERT_NE(cache.find(keyOf(1)), nullptr);   // 1 is now the most recent, 2 the least
+    cache.insert(keyOf(4), QStringLiteral("four"));
+    EXPECT_EQ(cache.size(), 3);
+    EXPECT_EQ(cache.find(keyOf(2)), nullptr);
+    EXPECT_EQ(*cache.find(keyOf(1)), u"1/0");
+    EXPECT_EQ(*cache.find(keyOf(4)), u"four");
+    // Storing again replaces the text and counts as a use.
+    cache.insert(keyOf(3), QStringLiteral("three"));
+    cache.insert(keyOf(5), QStringLiteral("five"));
+    EXPECT_EQ(cache.find(keyOf(1)), nullptr);
+    EXPECT_EQ(*cache.find(keyOf(3)), u"three");
+    // Keys differing in any field are different entries.
+    const WQDateTextCache::Key a{2024, 1, 2, 3, 4};
+    for (WQDateTextCache::Key other : {WQDateTextCache::Key{2025, 1, 2, 3, 4}, {2024, 9, 2, 3, 4}, {2024, 1, 9, 3, 4},
+                                       {2024, 1, 2, 9, 4}, {2024, 1, 2, 3, 9}}) {
+        WQDateTextCache pair(2);
+        pair.insert(a, QStringLiteral("a"));
+        pair.insert(other, QStringLiteral("other"));
+        EXPECT_EQ(*pair.find(a), u"a");
+    }
+}
+
+TEST(DateTextCache, AgreesWithAPlainModelUnderRandomUse)
+{
+    // A list in use order and a map: what the table and its removals must match.
+    QRandomGenerator generator(99);
+    for (qsizetype capacity : {1, 2, 7, 64, 500}) {
+        WQDateTextCache cache(capacity);
+        std::list<qint64> order;
+        std::map<qint64, std::pair<QString, std::list<qint64>::iterator>> model;
+        for (int step = 0; step < 20000; ++step) {
+            // Few distinct keys for the small caches, so that hits, misses and
+            // evictions all happen; clustered values make long probe runs.
+            const qint64 year = generator.bounded(qint64(capacity) * 3) * 1024;
+            const WQDateTextCache::Key key = keyOf(year);
+            if (generator.bounded(2)) {
+                const QString* found = cache.find(key);
+                const auto it = model.find(year);
+                ASSERT_EQ(found != nullptr, it != model.end()) << capacity << " step " << step;
+                if (found) {
+                    EXPECT_EQ(*found, it->second.first);
+                    order.erase(it->second.second);
+                    order.push_front(year);
+                    it->second.second = order.begin();
+                }
+            } else {
+                const QString text = QString::number(step);
+                cache.insert(key, text);
+                if (const auto it = model.find(year); it != model.end()) {
+                    order.erase(it->second.second);
+                } else if (qsizetype(model.size()) == capacity) {
+                    model.erase(order.back());
+                    order.pop_back();
+                }
+                order.push_front(year);
+                model[year] = {text, order.begin()};
+            }
+            ASSERT_EQ(cache.size(), qsizetype(model.size()));
+        }
+    }
+}
+
+TEST(DateTextCache, RenderingStaysBoundedAndRight)
+{
+    const QString format = QStringLiteral("%Y-%m-%d %j");
+    const WQDate first(1900, 1, 1);
+    for (qint64 n = 0; n < 30000; ++n) {
+        const WQDate date = *WQDate::dateWithDayOfCommonEra(first.dayOfCommonEra() + n);
+        ASSERT_EQ(date.descriptionWithCalendarFormat(format, std::nullopt),
+                  date._wq_renderWithCalendarFormat(format, std::nullopt));
+    }
+    // (Keys planted by hand are held apart, a few at most here.)
+    EXPECT_LE(WQDate::_wq_textCacheSize(), 8192 + 16);
+    EXPECT_GE(WQDate::_wq_textCacheSize(), 8192);
+    // The most recent dates are still there; the first ones have gone.
+    const WQDate last = *WQDate::dateWithDayOfCommonEra(first.dayOfCommonEra() + 29999);
+    EXPECT_TRUE(WQDate::cachedValueForKey(last.cacheKeyForFormat(format, std::nullopt)));
+    EXPECT_FALSE(WQDate::cachedValueForKey(first.cacheKeyForFormat(format, std::nullopt)));
+    // Dates the day count cannot tell apart are still different texts.
+    EXPECT_EQ(WQDate(2024, 3, 0).descriptionWithCalendarFormat("%Y-%m-%d", std::nullopt), "2024-03-00");
+    EXPECT_EQ(WQDate(2024, 2, 29).descriptionWithCalendarFormat("%Y-%m-%d", std::nullopt), "2024-02-29");
+}
+
+TEST(DateTextCache, TextKeysReachTheSameEntries)
+{
+    const WQDate date(-44, 3, 15);
+    const QString format = QStringLiteral("%d %m %Y");   // blanks, as the key's separators
+    const QString key = date.cacheKeyForFormat(format, std::nullopt);
+    EXPECT_EQ(key, "%d %m %Y 9223372036854775807 -44 3 15");
+    WQDate::cacheValue("Ides", key);
+    EXPECT_EQ(date.descriptionWithCalendarFormat(format, std::nullopt), "Ides");
+    // Keys written another way, or naming a locale no list reaches, are keys
+    // of their own, as they always were.
+    for (const char* other : {"%d %m %Y 9223372036854775807 -044 3 15", "%d %m %Y 9223372036854775807 -44 03 15",
+                              "%d %m %Y 09223372036854775807 -44 3 15", "%d %m %Y 9223372036854775807 -44 3 300",
+                              "no numbers", "%d %m %Y 4294967295 -44 3 15"}) {
+        EXPECT_FALSE(WQDate::cachedValueForKey(other)) << other;
+        WQDate::cacheValue("planted", other);
+        EXPECT_EQ(WQDate::cachedValueForKey(other), QString("planted")) << other;
+        EXPECT_EQ(WQDate::cachedValueForKey(key), QString("Ides")) << other;
+    }
+}
+
+TEST(DateTextCache, SeveralThreadsRenderAtOnce)
+{
+    const QVariantMap names = {{wq::WQDateLocaleKey_MonthNameArray,
+                                QStringList{"J", "F", "M", "A", "M", "J", "J", "A", "S", "O", "N", "D"}}};
+    const QString formats[] = {QStringLiteral("%Y-%m-%d"), QStringLiteral("%B %e"), QStringLiteral("d/M/yy")};
+    std::vector<std::thread> threads;
+    std::vector<int> wrong(4, 0);
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([&, t] {
+            QRandomGenerator generator{quint32(t)};
+            for (int i = 0; i < 20000; ++i) {
+                const WQDate date(2000 + generator.bounded(40), 1 + generator.bounded(12), 1 + generator.bounded(28));
+                const QString& format = formats[generator.bounded(3)];
+                const std::optional<QVariantMap> locale = generator.bounded(2) ? std::optional(names) : std::nullopt;
+                if (date.descriptionWithCalendarFormat(format, locale) != date._wq_renderWithCalendarFormat(format, locale))
+                    ++wrong[std::size_t(t)];
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, std::vector<int>(4, 0));
+}
+
+TEST(DateTextCache, FormatsNumberedAfreshInAnotherThreadNeverAnswerOldTexts)
+{
+    // Each batch wraps the format numbering at least twice, so the numbers
+    // this thread's texts are stored under are handed to other formats while
+    // they are still held here.
+    const WQDate date(1999, 12, 31);
+    const auto batch = [&](const char* tag) {
+        std::vector<QString> formats;
+        for (int n = 0; n < 2100; ++n)
+            formats.push_back(QStringLiteral("%Y-%m-%d ") + QLatin1String(tag) + QString::number(n));
+        return formats;
+    };
+    const auto wrongIn = [&](const std::vector<QString>& formats) {
+        int wrong = 0;
+        for (const QString& format : formats)
+            wrong += date.descriptionWithCalendarFormat(format, std::nullopt) != date._wq_renderWithCalendarFormat(format, std::nullopt);
+        return wrong;
+    };
+    const std::vector<QString> mine = batch("here"), theirs = batch("there");
+    EXPECT_EQ(wrongIn(mine), 0);
+    int wrongThere = -1;
+    std::thread([&] { wrongThere = wrongIn(theirs); }).join();
+    EXPECT_EQ(wrongThere, 0);
+    EXPECT_EQ(wrongIn(theirs), 0);
+    EXPECT_EQ(wrongIn(mine), 0);
+}

@@ -1,0 +1,185 @@
+// Every vector path of the Base64 code against the scalar one, on random
+// data and on text built to break the vector blocks: each byte value at each
+// place of a block, padding, skipped characters and non-ASCII units.
+
+#include <WQGeneral/encoding/WQBase64.h>
+
+#include <gtest/gtest.h>
+
+#include <QRandomGenerator>
+
+#include <functional>
+#include <vector>
+
+using namespace wq;
+
+namespace {
+
+class ScopedPath {
+public:
+    explicit ScopedPath(WQBase64Path path) : _previous(_wq_base64Path()) { EXPECT_TRUE(_wq_setBase64Path(path)); }
+    ~ScopedPath() { _wq_setBase64Path(_previous); }
+    ScopedPath(const ScopedPath&) = delete;
+    ScopedPath& operator=(const ScopedPath&) = delete;
+
+private:
+    WQBase64Path _previous;
+};
+
+std::vector<WQBase64Path> vectorPaths()
+{
+    std::vector<WQBase64Path> paths;
+    for (WQBase64Path path : {WQBase64Path::SSSE3, WQBase64Path::AVX2, WQBase64Path::AVX512}) {
+        if (path <= _wq_base64BestPath())
+            paths.push_back(path);
+    }
+    return paths;
+}
+
+const char* nameOf(WQBase64Path path)
+{
+    switch (path) {
+    case WQBase64Path::Scalar: return "scalar";
+    case WQBase64Path::SSSE3: return "SSSE3";
+    case WQBase64Path::AVX2: return "AVX2";
+    case WQBase64Path::AVX512: return "AVX-512";
+    }
+    return "?";
+}
+
+// Answers the result of `work` on the scalar path and on each vector path.
+template <typename Result>
+void expectSameOnEveryPath(const std::function<Result()>& work, const char* what)
+{
+    Result reference;
+    {
+        ScopedPath scalar(WQBase64Path::Scalar);
+        reference = work();
+    }
+    for (WQBase64Path path : vectorPaths()) {
+        ScopedPath scoped(path);
+        EXPECT_EQ(work(), reference) << nameOf(path) << ": " << what;
+    }
+}
+
+void expectSameDecoding(const QString& text, const char* what)
+{
+    expectSameOnEveryPath<std::optional<QByteArray>>([&] { return dataWithBase64EncodedString(QStringView(text)); },
+                                                     what);
+    // Units above 255 have no Latin-1 form; the byte decoder sees UTF-8 then.
+    const QByteArray latin1 = text.toLatin1();
+    const QByteArray bytes = QString::fromLatin1(latin1) == text ? latin1 : text.toUtf8();
+    expectSameOnEveryPath<std::optional<QByteArray>>([&] { return dataWithBase64EncodedString(QByteArrayView(bytes)); },
+                                                     what);
+}
+
+QByteArray randomBytes(qsizetype n, QRandomGenerator& generator)
+{
+    QByteArray bytes(n, Qt::Uninitialized);
+    for (char& b : bytes)
+        b = char(generator.bounded(256));
+    return bytes;
+}
+
+} // namespace
+
+TEST(Base64Paths, TheMachineOffersWhatItClaims)
+{
+    // The current path starts at the best one; the scalar path is always there.
+    EXPECT_EQ(_wq_base64Path(), _wq_base64BestPath());
+    EXPECT_TRUE(_wq_setBase64Path(WQBase64Path::Scalar));
+    EXPECT_EQ(_wq_base64Path(), WQBase64Path::Scalar);
+    if (_wq_base64BestPath() != WQBase64Path::AVX512) {
+        EXPECT_FALSE(_wq_setBase64Path(WQBase64Path::AVX512));
+        EXPECT_EQ(_wq_base64Path(), WQBase64Path::Scalar);
+    }
+    EXPECT_TRUE(_wq_setBase64Path(_wq_base64BestPath()));
+    if (vectorPaths().empty())
+        GTEST_SKIP() << "no vector path on this processor";
+}
+
+TEST(Base64Paths, EncodingAgreesForEveryLengthAndOffset)
+{
+    QRandomGenerator generator(12);
+    const QByteArray data = randomBytes(4096 + 64, generator);
+    // Every length up to a few blocks of every kernel, from unaligned starts.
+    for (qsizetype n = 0; n <= 400; ++n) {
+        const QByteArrayView piece(data.constData() + n % 61, n);
+        expectSameOnEveryPath<QByteArray>([&] { return base64EncodedBytes(piece); }, "bytes");
+        expectSameOnEveryPath<QString>([&] { return base64EncodingWithLineLength(piece); }, "text");
+        expectSameOnEveryPath<QString>([&] {
+            QString receiver = QStringLiteral("<");
+            base64AppendEncoding(receiver, piece);
+            return receiver;
+        }, "appended");
+    }
+    const QByteArray large = randomBytes(1 << 20, generator);
+    expectSameOnEveryPath<QByteArray>([&] { return base64EncodedBytes(large); }, "1 MiB");
+    ScopedPath best(_wq_base64BestPath());
+    EXPECT_EQ(base64EncodedBytes(large), large.toBase64());
+}
+
+TEST(Base64Paths, EveryByteAtEveryPlaceOfABlock)
+{
+    QRandomGenerator generator(34);
+    // Three AVX-512 blocks of clean text, so each kernel meets the odd
+    // character in its first, a middle and its last block.
+    const QByteArray clean = randomBytes(144, generator).toBase64();
+    ASSERT_EQ(clean.size(), 192);
+    for (qsizetype at : {qsizetype(0), qsizetype(5), qsizetype(15), qsizetype(16), qsizetype(31), qsizetype(32),
+                         qsizetype(47), qsizetype(63), qsizetype(64), qsizetype(100), qsizetype(127),
+                         qsizetype(190), qsizetype(191)}) {
+        for (int value = 0; value < 256; ++value) {
+            QByteArray bytes = clean;
+            bytes[at] = char(value);
+            const QByteArray what = "byte " + QByteArray::number(value) + " at " + QByteArray::number(at);
+            expectSameOnEveryPath<std::optional<QByteArray>>(
+                [&] { return dataWithBase64EncodedString(QByteArrayView(bytes)); }, what.constData());
+        }
+        // Units that narrow or saturate to an alphabet byte or to nothing.
+        for (char16_t unit : {u'\u0100', u'\u0141', u'\u012B', u'\u00C1', u'\u00FF', u'\u7F41', u'\u8041',
+                              u'\uFF41', u'\uFFFF', u'\u0080', u'\u003D', u'\u000A', char16_t(0xD800)}) {
+            QString text = QString::fromLatin1(clean);
+            text[at] = QChar(unit);
+            const QByteArray what = "unit " + QByteArray::number(unit, 16) + " at " + QByteArray::number(at);
+            expectSameOnEveryPath<std::optional<QByteArray>>(
+                [&] { return dataWithBase64EncodedString(QStringView(text)); }, what.constData());
+        }
+    }
+}
+
+TEST(Base64Paths, RandomlySpoiledTextDecodesAlike)
+{
+    QRandomGenerator generator(56);
+    const char spoilers[] = " \n\r\t=-_.:@[`{~\x7f\x80\xff";
+    for (int round = 0; round < 3000; ++round) {
+        const qsizetype n = generator.bounded(round < 2500 ? 300 : 3000);
+        QByteArray text = randomBytes(n, generator).toBase64();
+        const int kind = generator.bounded(6);
+        if (kind == 1 && !text.isEmpty()) {
+            // Line breaks at a fixed width, as stored files have them.
+            const int width = 4 * (1 + generator.bounded(20)) + (generator.bounded(4) == 0 ? 1 : 0);
+            QByteArray broken;
+            for (qsizetype i = 0; i < text.size(); i += width)
+                broken += text.mid(i, width) + '\n';
+            text = broken;
+        } else if (kind >= 2) {
+            // A few odd characters anywhere, or the padding taken off.
+            const int spoils = 1 + generator.bounded(4);
+            for (int s = 0; s < spoils && !text.isEmpty(); ++s) {
+                const qsizetype at = generator.bounded(text.size());
+                const char c = spoilers[generator.bounded(int(sizeof spoilers) - 1)];
+                if (kind == 2)
+                    text.insert(at, c);
+                else if (kind == 3)
+                    text[at] = c;
+                else
+                    text.truncate(text.size() - generator.bounded(3));
+            }
+        }
+        QString asText = QString::fromLatin1(text);
+        if (kind == 5 && !asText.isEmpty())
+            asText[generator.bounded(asText.size())] = QChar(char16_t(0x100 + generator.bounded(0xFF00)));
+        expectSameDecoding(asText, text.left(40).constData());
+    }
+}

@@ -1,0 +1,223 @@
+// The one-pass standard typing against the algorithm it replaced, which
+// removed and inserted one occurrence at a time: random edits under random
+// settings, separators and symbols of every length included.
+
+#include "WQStandardTyping.h"
+#include "detail/WQTextEditing.h"
+
+#include <gtest/gtest.h>
+
+#include <QRandomGenerator>
+#include <QStringList>
+
+using namespace wq;
+
+namespace {
+
+// --- the replaced algorithm, kept here as the reference ---------------------
+
+void collapseDoubled(QString& text, QStringView needle, qsizetype& caret)
+{
+    if (needle.isEmpty())
+        return;
+    QString doubled = needle.toString();
+    doubled += needle;
+    for (qsizetype at = text.indexOf(doubled); at >= 0; at = text.indexOf(doubled, at))
+        _wq_removeAt(text, at + needle.size(), needle.size(), caret);
+}
+
+WQStandardTypingAnswer referenceTyping(const WQStandardTypingSettings& s, const QString& proposed, qsizetype caret,
+                                       bool deleting)
+{
+    const QString decimal = s.decimal.toString(), thousands = s.thousands.toString(), symbol = s.symbol.toString();
+    WQStandardTypingAnswer answer;
+    {
+        QString scratch = proposed;
+        qsizetype ignored = 0;
+        collapseDoubled(scratch, decimal, ignored);
+        _wq_removeAll(scratch, symbol, ignored);
+        const qsizetype point = _wq_find(scratch, decimal);
+        if (point >= 0) {
+            const qsizetype after = point + decimal.size();
+            if (after < scratch.size() && _wq_find(scratch, decimal, after) >= 0) {
+                answer.kind = WQStandardTypingAnswer::Kind::RefusedTwice;
+                return answer;
+            }
+            qsizetype limit = s.places;
+            if (scratch.endsWith(u')') || scratch.endsWith(u'-'))
+                ++limit;
+            if (scratch.size() - after > limit) {
+                answer.kind = WQStandardTypingAnswer::Kind::RefusedSilently;
+                return answer;
+            }
+        }
+    }
+    QString text = proposed;
+    bool negative = false;
+    _wq_removeAll(text, thousands, caret);
+    collapseDoubled(text, decimal, caret);
+    _wq_removeAll(text, symbol, caret);
+    if (symbol.size() > 1) {
+        for (QChar c : symbol) {
+            if (QStringView(&c, 1) != decimal)
+                _wq_removeAll(text, QStringView(&c, 1), caret);
+        }
+    }
+    if (_wq_removeAll(text, u"-", caret) % 2)
+        negative = !negative;
+    if (_wq_removeAll(text, u"(", caret) % 2)
+        negative = !negative;
+    _wq_removeAll(text, u")", caret);
+    _wq_dropLeadingZeros(text, caret);
+    if (s.grouping[negative] && !thousands.isEmpty()) {
+        _wq_insertGrouping(text, thousands, decimal, [&](qsizetype q) {
+            if (q >= caret)
+                return;
+            if (!deleting || QStringView(text).mid(caret, thousands.size()) != thousands)
+                ++caret;
+        });
+    }
+    caret = std::clamp<qsizetype>(caret, 0, text.size());
+    if (text.isEmpty())
+        answer.emptyCaret = caret;
+    if (s.symbolShown[negative]) {
+        if (s.symbolAtEnd) {
+            text += symbol;
+        } else {
+            text.prepend(symbol);
+            caret += symbol.size();
+        }
+    }
+    if (negative && s.negativeSign == '-') {
+        text.prepend(u'-');
+        ++caret;
+    } else if (negative && s.negativeSign == '(') {
+        text = u'(' + text + u')';
+        ++caret;
+    }
+    answer.text = text;
+    answer.caret = caret;
+    return answer;
+}
+
+// --- random settings and edits ----------------------------------------------
+
+template <typename T, std::size_t N>
+const T& pick(QRandomGenerator& g, const T (&options)[N])
+{
+    return options[g.bounded(int(N))];
+}
+
+struct Case {
+    QString thousands, decimal, symbol, text;
+    WQStandardTypingSettings settings;
+    qsizetype caret = 0;
+    bool deleting = false;
+};
+
+Case randomCase(QRandomGenerator& g, int maxLength)
+{
+    // Real settings most of the time, and separators that overlap each
+    // other, repeat themselves or hold the characters the rewrite strips.
+    static const QString separators[] = {",", ".", " ", "\u202F", "'", "", ",", ".", "..", ",.", "aa", "aba",
+                                         "abab", "-", "(", "0", "$", "abcde", "\u00A0\u00A0"};
+    static const QString symbols[] = {"$", "$", "kr", " \u20AC", "CHF", "US$", "", "..", "-", "(", "$$", ". ", "0",
+                                      "a.b", "aa", "\u00A5"};
+    Case c;
+    c.thousands = pick(g, separators);
+    c.decimal = pick(g, separators);
+    c.symbol = pick(g, symbols);
+    c.settings.thousands = c.thousands;
+    c.settings.decimal = c.decimal;
+    c.settings.symbol = c.symbol;
+    c.settings.places = g.bounded(4);
+    for (int sign = 0; sign < 2; ++sign) {
+        c.settings.grouping[sign] = g.bounded(5) != 0;
+        c.settings.symbolShown[sign] = g.bounded(4) != 0;
+    }
+    c.settings.symbolAtEnd = g.bounded(3) == 0;
+    c.settings.negativeSign = pick(g, {'-', '-', '(', '\0'});
+
+    // Text made mostly of digits, with the settings' strings and the signs
+    // dropped in, as typing, pasting and deleting leave it.
+    const QStringList pieces = {c.thousands, c.decimal, c.symbol, "-", "(", ")", "0", "00", "a", "b", "x", "\u00E9"};
+    const int length = g.bounded(maxLength + 1);
+    while (c.text.size() < length) {
+        if (g.bounded(3) == 0)
+            c.text += pieces[g.bounded(int(pieces.size()))];
+        else
+            c.text += QChar(u'0' + g.bounded(10));
+    }
+    c.caret = g.bounded(int(c.text.size()) + 1);
+    c.deleting = g.bounded(3) == 0;
+    return c;
+}
+
+void expectSame(const Case& c)
+{
+    const WQStandardTypingAnswer expected = referenceTyping(c.settings, c.text, c.caret, c.deleting);
+    const WQStandardTypingAnswer actual = _wq_standardTyping(c.settings, c.text, c.caret, c.deleting);
+    const auto describe = [&] {
+        return QStringLiteral("text \"%1\" caret %2 thousands \"%3\" decimal \"%4\" symbol \"%5\" deleting %6")
+            .arg(c.text)
+            .arg(c.caret)
+            .arg(c.thousands, c.decimal, c.symbol)
+            .arg(c.deleting)
+            .toStdString();
+    };
+    ASSERT_EQ(int(actual.kind), int(expected.kind)) << describe();
+    if (expected.kind != WQStandardTypingAnswer::Kind::Rewritten)
+        return;
+    ASSERT_EQ(actual.text, expected.text) << describe();
+    ASSERT_EQ(actual.caret, expected.caret) << describe();
+    ASSERT_EQ(actual.emptyCaret, expected.emptyCaret) << describe();
+}
+
+} // namespace
+
+TEST(MoneyTypingEquivalence, ShortEditsUnderRandomSettings)
+{
+    QRandomGenerator generator(2718);
+    for (int round = 0; round < 200000; ++round)
+        ASSERT_NO_FATAL_FAILURE(expectSame(randomCase(generator, 24))) << "round " << round;
+}
+
+TEST(MoneyTypingEquivalence, LongTexts)
+{
+    QRandomGenerator generator(3141);
+    for (int round = 0; round < 300; ++round)
+        ASSERT_NO_FATAL_FAILURE(expectSame(randomCase(generator, 3000))) << "round " << round;
+}
+
+TEST(MoneyTypingEquivalence, EditChainMatchesRemovalsOneAtATime)
+{
+    // Needles that overlap themselves are where a single pass could differ.
+    QRandomGenerator generator(1618);
+    const QString needles[] = {"a", "aa", "aba", "abab", "ab", "ba", "aab"};
+    for (int round = 0; round < 20000; ++round) {
+        QString text;
+        for (int i = generator.bounded(30); i > 0; --i)
+            text += QChar(u'a' + generator.bounded(3));
+        const QString first = pick(generator, needles), second = pick(generator, needles);
+        const bool collapse = generator.bounded(2) == 0;
+        qsizetype expectedCaret = generator.bounded(int(text.size()) + 1);
+        qsizetype caret = expectedCaret;
+
+        QString expected = text;
+        const qsizetype removed = _wq_removeAll(expected, first, expectedCaret);
+        if (collapse)
+            collapseDoubled(expected, second, expectedCaret);
+        else
+            _wq_removeAll(expected, second, expectedCaret);
+
+        WQTextEditChain chain;
+        const int edit = chain.removeAll(first);
+        collapse ? chain.collapseDoubled(second) : chain.removeAll(second);
+        QString actual = QStringLiteral(">");
+        chain.run(text, actual, &caret);
+        ASSERT_EQ(actual, ">" + expected) << text.toStdString() << " " << first.toStdString() << " "
+                                          << second.toStdString() << " collapse " << collapse;
+        ASSERT_EQ(caret, expectedCaret) << text.toStdString();
+        ASSERT_EQ(chain.count(edit), removed) << text.toStdString();
+    }
+}
