@@ -4,6 +4,7 @@ namespace showcase {
 
 std::unique_ptr<ShowcaseFeature> makeDateFields();
 std::unique_ptr<ShowcaseFeature> makeMoneyFields();
+std::unique_ptr<ShowcaseFeature> makeViewsAndPanels();
 
 std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
 {
@@ -11,6 +12,7 @@ std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
     // One line per feature, in entry-row order.
     features.push_back(makeDateFields());
     features.push_back(makeMoneyFields());
+    features.push_back(makeViewsAndPanels());
     return features;
 }
 

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QPainter>
 #include <QPixmap>
 #include <QRegularExpression>
 #include <QStringList>
@@ -22,6 +23,18 @@ void settle()
     timer.start();
     while (timer.elapsed() < 40)
         QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+// The window as the user sees it: with its open menus and other windows
+// (which grab() leaves out) drawn where they are on the screen.
+QPixmap picture(QWidget& window)
+{
+    QPixmap shot = window.grab();
+    QPainter painter(&shot);
+    for (QWidget* other : QApplication::topLevelWidgets())
+        if (other != &window && other->isVisible())
+            painter.drawPixmap(window.mapFromGlobal(other->mapToGlobal(QPoint())), other->grab());
+    return shot;
 }
 
 QString slug(const QString& title)
@@ -60,7 +73,7 @@ int runTour(RegisterWindow& window, const std::vector<std::unique_ptr<ShowcaseFe
     auto shoot = [&](const QString& title) {
         const QString file = QDir(directory).filePath(
             QStringLiteral("%1-%2.png").arg(number, 2, 10, QLatin1Char('0')).arg(slug(title)));
-        if (!window.grab().save(file)) {
+        if (!picture(window).save(file)) {
             ++failures;
             print(QStringLiteral("     (could not save %1)").arg(file));
         }

@@ -11,6 +11,9 @@ namespace wq {
 WQFocusableScrollView::WQFocusableScrollView(QWidget* parent)
     : QScrollArea(parent)
 {
+    // A band around the viewport for the ring, which the style draws a
+    // pixel wide; with the frame's own pixel it is two.
+    setViewportMargins(1, 1, 1, 1);
     connect(qApp, &QApplication::focusChanged, this, [this] { needsDisplay(); });
 }
 
@@ -59,7 +62,10 @@ void WQFocusableScrollView::_wq_drawFocusRing(const QRect& area)
     // that the widget shows itself; this view shows it for its children.
     option.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange | QStyle::State_FocusAtBorder;
     option.backgroundColor = palette().color(backgroundRole());
-    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    for (const QRect& ring : {rect(), rect().adjusted(1, 1, -1, -1)}) {
+        option.rect = ring;
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
 }
 
 } // namespace wq

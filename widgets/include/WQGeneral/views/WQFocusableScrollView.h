@@ -1,7 +1,9 @@
 #pragma once
 // A scroll area that draws the style's keyboard focus frame around itself
-// while any widget inside it has the keyboard focus, so that a list or a
-// form in it reads as focused the way a single field does.
+// while it or any widget inside it has the keyboard focus, so that a list or
+// a form in it reads as focused the way a single field does. The frame is
+// two pixels wide: the area's own frame and a one-pixel band the area keeps
+// round its viewport (its viewport margins).
 //
 // Qt has no "does the view need display" poll: the decision runs whenever
 // the application's focus widget changes and whenever the window is
