@@ -1,8 +1,8 @@
-// Side panels beside the register (a budget box, a note and an About text
-// with links), each in a focus-ring scroll area and reordered by dragging
-// it; the register's context menu, which follows the clicked row; and a
-// Clear button beside the entry row (left of Enter) that is hidden, keeping
-// its place, while the row is empty.
+// Side panels beside the register (the accounts tree, a budget box, a note
+// and an About text with links), each in a focus-ring scroll area and
+// reordered by dragging it; the register's context menu, which follows the
+// clicked row; and a Clear button beside the entry row (left of Enter)
+// that is hidden, keeping its place, while the row is empty.
 
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
@@ -23,6 +23,7 @@
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QFormLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
@@ -31,6 +32,7 @@
 #include <QSet>
 #include <QTextDocument>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <cmath>
 #include <memory>
@@ -85,6 +87,7 @@ public:
     {
         _window = &window;
         SidePanels& panels = window.sidePanels();
+        panels.addPanel(QStringLiteral("Accounts"), _makeAccounts());
         panels.addPanel(QStringLiteral("Budget"), _makeBudget());
         _note = _makeLinkText(kNote);
         panels.addPanel(QStringLiteral("Note"), _note);
@@ -182,6 +185,37 @@ public:
     }
 
 private:
+    static QWidget* _makeAccounts()
+    {
+        auto* tree = new QTreeWidget;
+        tree->setColumnCount(2);
+        tree->setHeaderHidden(true);
+        tree->setRootIsDecorated(true);
+        tree->setFrameShape(QFrame::NoFrame);
+        const struct {
+            const char* group;
+            QList<std::pair<const char*, const char*>> accounts;
+        } groups[] = {
+            {"Banking", {{"Checking", "$ 4,266.90"}, {"Savings", "$ 12,500.00"}}},
+            {"Credit cards", {{"Visa", "-$ 318.45"}}},
+        };
+        for (const auto& group : groups) {
+            auto* top = new QTreeWidgetItem(tree, {QString::fromUtf8(group.group)});
+            for (const auto& [name, balance] : group.accounts) {
+                auto* item = new QTreeWidgetItem(top, {QString::fromUtf8(name), QString::fromUtf8(balance)});
+                item->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
+            }
+        }
+        tree->expandAll();
+        tree->header()->setStretchLastSection(false);
+        tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        tree->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+        // All five rows, no scrolling of its own.
+        tree->setFixedHeight(5 * tree->sizeHintForRow(0) + 4);
+        return tree;
+    }
+
     QWidget* _makeBudget()
     {
         auto* box = new wq::WQFlippedBox(QStringLiteral("March"));

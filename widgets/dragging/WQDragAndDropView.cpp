@@ -32,8 +32,6 @@ std::optional<QString> WQDragAndDropViewDelegate::dragStringForWQDragAndDropView
 WQDragAndDropView::WQDragAndDropView(QWidget* parent)
     : QWidget(parent)
 {
-    // The drag makes the view the focus widget, so it must be able to take it.
-    setFocusPolicy(Qt::ClickFocus);
 }
 
 WQDragAndDropView::~WQDragAndDropView()
@@ -87,7 +85,9 @@ void WQDragAndDropView::mousePressEvent(QMouseEvent* event)
         return;
     }
     _wq_press = _wq_PressState::Tracking;
-    _wq_pressLocation = event->scenePosition();
+    // Window coordinates, mapped: a widget's events carry their scene
+    // position in the widget's own coordinates.
+    _wq_pressLocation = mapTo(window(), event->position());
     event->accept();
 }
 
@@ -104,7 +104,7 @@ void WQDragAndDropView::mouseMoveEvent(QMouseEvent* event)
         break;
     }
     event->accept();
-    const QPointF latest = event->scenePosition();
+    const QPointF latest = mapTo(window(), event->position());
     const qreal dx = std::abs(latest.x() - _wq_pressLocation.x());
     const qreal dy = std::abs(latest.y() - _wq_pressLocation.y());
     if (dx < kDragThreshold && dy < kDragThreshold)
@@ -143,8 +143,8 @@ bool WQDragAndDropView::_tv_attemptToStartDragWithEvent(QMouseEvent* event, cons
 {
     // Qt positions the image by its hot spot; the offset has no use here.
     Q_UNUSED(initialOffset);
-    if (focusPolicy() == Qt::NoFocus)
-        return false;
+    // The focus is given whatever the focus policy, as a plain view's press
+    // gives none; it is refused when it lands elsewhere (a focus proxy).
     setFocus(Qt::MouseFocusReason);
     if (window()->focusWidget() != this)
         return false;

@@ -95,27 +95,34 @@ TEST(DragAndDropView, ThreeWindowPointsOnEitherAxisStartTheDrag)
         }
         EXPECT_TRUE(scene.view->ordinary.isEmpty());
     }
+
+    // The same through the window with real events (whole points only).
+    for (const QPoint move : {QPoint(3, 0), QPoint(0, -3), QPoint(2, 2), QPoint(-2, 0)}) {
+        Scene scene;
+        QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
+        QTest::mouseMove(scene.view, QPoint(50, 10) + move);
+        const bool starts = std::max(std::abs(move.x()), std::abs(move.y())) >= 3;
+        ASSERT_EQ(scene.view->attempts.size(), starts ? 1 : 0) << move.x() << ", " << move.y();
+        if (starts) {
+            EXPECT_EQ(scene.view->attempts.first(), QSizeF(std::abs(move.x()) - 80, std::abs(move.y()) - 30));
+        }
+        QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(50, 10) + move);
+        EXPECT_EQ(scene.view->ordinary.size(), starts ? 0 : 1);
+    }
 }
 
 TEST(DragAndDropView, PressesThatDoNotDragReachTheOrdinaryHandlingAtRelease)
 {
     {
-        Scene scene;   // a click, with real events through the window
+        Scene scene;   // a click with a small move, real events through the window
         QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
         EXPECT_TRUE(scene.view->ordinary.isEmpty());
-        QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
+        scene.send(QEvent::MouseMove, {52, 12});   // swallowed
+        QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(52, 12));
         ASSERT_EQ(scene.view->ordinary.size(), 1);
         EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonRelease);
+        EXPECT_EQ(scene.view->ordinary[0].position, QPointF(52, 12));
         EXPECT_TRUE(scene.view->attempts.isEmpty());
-    }
-    {
-        Scene scene;   // small moves are swallowed; the release goes on
-        scene.send(QEvent::MouseButtonPress, {50, 10});
-        scene.send(QEvent::MouseMove, {52, 12});
-        scene.send(QEvent::MouseButtonRelease, {52.5, 12});
-        ASSERT_EQ(scene.view->ordinary.size(), 1);
-        EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonRelease);
-        EXPECT_EQ(scene.view->ordinary[0].position, QPointF(52.5, 12));
     }
     {
         Scene scene;   // a failed attempt waits for the release, then hands it on
@@ -141,6 +148,7 @@ TEST(DragAndDropView, PressesThatDoNotDragReachTheOrdinaryHandlingAtRelease)
         Scene scene;   // dragging off: an ordinary press, at once, and no drag
         scene.view->setCanDrag(false);
         QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
+        EXPECT_FALSE(scene.view->hasFocus());   // as on a plain view
         ASSERT_EQ(scene.view->ordinary.size(), 1);
         EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonPress);
         scene.send(QEvent::MouseMove, {90, 30});
@@ -174,10 +182,10 @@ TEST(DragAndDropView, TheDragCarriesTagAndDelegateAndTakesTheFocus)
     EXPECT_EQ(payload->tag, -42);
     EXPECT_EQ(payload->delegate, WQDelegateIdentity(&delegate));
 
-    // A view that cannot take the focus does not drag.
+    // A view whose focus goes elsewhere does not drag.
     Scene refusing;
     refusing.view->realDrag = true;
-    refusing.view->setFocusPolicy(Qt::NoFocus);
+    refusing.view->setFocusProxy(&refusing.window);
     QSignalSpy none(refusing.view, &WQDragAndDropView::dragFinished);
     refusing.send(QEvent::MouseButtonPress, {50, 10});
     refusing.send(QEvent::MouseMove, {50, 20});

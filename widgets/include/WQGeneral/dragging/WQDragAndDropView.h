@@ -75,10 +75,10 @@ protected:
     // event goes on to the parent) unless a subclass does more.
     virtual void ordinaryMousePress(QMouseEvent* event);
 
-    // Takes the focus (a view with Qt::NoFocus refuses, and nothing is
-    // dragged), writes the payload, draws the image and runs the drag with
-    // the hot spot where the pointer is on the image, which lies at
-    // WQDragImageOrigin. The view stays alive until the drag ends: a
+    // Takes the focus (when it lands elsewhere, on a focus proxy say, the
+    // view is refused and nothing is dragged), writes the payload, draws the
+    // image and runs the drag with the hot spot where the pointer is on the
+    // image, which lies at WQDragImageOrigin. The view stays alive until the drag ends: a
     // deleteLater() meanwhile waits for it, and a view deleted outright
     // cancels its drag. False when the drag did not start.
     virtual bool _tv_attemptToStartDragWithEvent(QMouseEvent* event, const QSizeF& initialOffset);
