@@ -6,9 +6,7 @@
 #include "ShowcaseController.h"
 #include "ShowcaseFeature.h"
 
-#include <QLayout>
-#include <QSplitter>
-#include <QTreeView>
+#include "SidePanels.h"
 
 namespace showcase {
 namespace {
@@ -17,17 +15,9 @@ class AccountsTree : public ShowcaseFeature {
 public:
     void build(RegisterWindow& window) override
     {
-        // The register shares its place with the tree.
-        auto* splitter = new QSplitter(Qt::Horizontal, &window);
-        splitter->setObjectName(QStringLiteral("registerSplitter"));
-        _panel = new AccountsPanel(splitter);
-        if (QLayoutItem* replaced = window.layout()->replaceWidget(&window.table(), splitter))
-            delete replaced;
-        splitter->addWidget(_panel);
-        splitter->addWidget(&window.table());
-        splitter->setStretchFactor(0, 0);
-        splitter->setStretchFactor(1, 1);
-        splitter->setSizes({210, 690});
+        // First of the side panels beside the register.
+        _panel = new AccountsPanel;
+        window.sidePanels().addPanel(QStringLiteral("Accounts"), _panel);
         ShowcaseController::of(window).setAccountsPanel(_panel);
     }
 

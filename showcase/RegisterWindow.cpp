@@ -1,5 +1,7 @@
 #include "RegisterWindow.h"
 
+#include "SidePanels.h"
+
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/datefields/WQDateFields.h>
 #include <WQGeneral/fields/WQLineEdit.h>
@@ -31,14 +33,20 @@ RegisterWindow::RegisterWindow()
     _message = new QLabel(this);
     _message->setStyleSheet(QStringLiteral("color: #b00020;"));
 
-    _table = new QTableWidget(0, int(kColumns.size()), this);
-    _table->setHorizontalHeaderLabels(kColumns);
+    _rows = new QStandardItemModel(0, int(kColumns.size()), this);
+    _rows->setHorizontalHeaderLabels(kColumns);
+    _table = new wq::WQTableView(this);
+    _table->setModel(_rows);
     _table->horizontalHeader()->setStretchLastSection(true);
     _table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     _table->verticalHeader()->hide();
     _table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     _table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    layout->addWidget(_table, 1);
+    _sidePanels = new SidePanels(this);
+    auto* registerRow = new QHBoxLayout;
+    registerRow->addWidget(_table, 1);
+    registerRow->addWidget(_sidePanels);
+    layout->addLayout(registerRow, 1);
 
     _entryRow = new QWidget(this);
     _entryLayout = new QHBoxLayout(_entryRow);
@@ -50,7 +58,8 @@ RegisterWindow::RegisterWindow()
     payee->setPlaceholderText(QStringLiteral("Payee"));
     addFieldGroup(QStringLiteral("Payee"), payee, QStringLiteral("Payee"));
 
-    auto* buttons = new QHBoxLayout;
+    _buttons = new QHBoxLayout;
+    auto* buttons = _buttons;
     buttons->addWidget(_message, 1);
     auto* enter = new QPushButton(QStringLiteral("Enter"), this);
     enter->setAutoDefault(false);
@@ -86,29 +95,29 @@ void RegisterWindow::_seed()
         {wq::WQDate(2026, 3, 12), "Paycheck", 1912.55},
     };
     for (const Row& row : rows) {
-        const int r = _table->rowCount();
-        _table->insertRow(r);
-        auto* date = new QTableWidgetItem;
-        date->setData(kDateRole, QVariant::fromValue(row.date));
-        _table->setItem(r, 0, date);
-        _table->setItem(r, 1, new QTableWidgetItem(QString::fromUtf8(row.payee)));
-        auto* amount = new QTableWidgetItem;
-        amount->setData(kAmountRole, row.amount);
+        const int r = _rows->rowCount();
+        _rows->insertRow(r);
+        auto* date = new QStandardItem;
+        date->setData(QVariant::fromValue(row.date), kDateRole);
+        _rows->setItem(r, 0, date);
+        _rows->setItem(r, 1, new QStandardItem(QString::fromUtf8(row.payee)));
+        auto* amount = new QStandardItem;
+        amount->setData(row.amount, kAmountRole);
         amount->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        _table->setItem(r, 2, amount);
+        _rows->setItem(r, 2, amount);
     }
     _renderDates();
 }
 
 void RegisterWindow::_renderDates()
 {
-    for (int r = 0; r < _table->rowCount(); ++r) {
-        QTableWidgetItem* item = _table->item(r, 0);
+    for (int r = 0; r < _rows->rowCount(); ++r) {
+        QStandardItem* item = _rows->item(r, 0);
         if (item && item->data(kDateRole).isValid())
             item->setText(_dates->stringForObjectValue(item->data(kDateRole)).value_or(QString()));
         // Seeded amounts are in the system's currency; entered ones keep the
         // text of the document's currency they were typed in.
-        QTableWidgetItem* amount = _table->item(r, 2);
+        QStandardItem* amount = _rows->item(r, 2);
         if (amount && amount->data(kAmountRole).isValid())
             amount->setText(_amounts->stringForObjectValue(amount->data(kAmountRole)).value_or(QString()));
     }
@@ -129,6 +138,13 @@ void RegisterWindow::addFieldGroup(const QString& label, QWidget* field, const Q
     _groups.append({field, column, label});
     if (auto* lineEdit = qobject_cast<wq::WQLineEdit*>(field))
         watch(lineEdit);
+}
+
+void RegisterWindow::addButton(QWidget* button)
+{
+    // After the message line, before Enter.
+    button->setParent(this);
+    _buttons->insertWidget(_buttons->count() - 1, button);
 }
 
 void RegisterWindow::watch(wq::WQLineEdit* field)
@@ -180,19 +196,19 @@ bool RegisterWindow::enterTransaction()
             return false;
         }
     }
-    const int r = _table->rowCount();
-    _table->insertRow(r);
+    const int r = _rows->rowCount();
+    _rows->insertRow(r);
     for (const Group& group : _groups) {
         const int column = int(kColumns.indexOf(group.column));
         if (column < 0)
             continue;
-        auto* item = new QTableWidgetItem(shownText(group.field));
+        auto* item = new QStandardItem(shownText(group.field));
         if (const auto* lineEdit = qobject_cast<const wq::WQLineEdit*>(group.field))
             if (const std::optional<wq::WQDate> date = wq::WQDateValue(*lineEdit))
-                item->setData(kDateRole, QVariant::fromValue(*date));
+                item->setData(QVariant::fromValue(*date), kDateRole);
         if (column == 2)
             item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        _table->setItem(r, column, item);
+        _rows->setItem(r, column, item);
     }
     _table->scrollToBottom();
     _message->clear();

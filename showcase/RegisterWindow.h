@@ -1,12 +1,15 @@
 #pragma once
-// The showcase's window: a register of transactions above an entry row of
-// labelled fields, an Enter button that records the row, and a message line
-// for refusals unless a feature shows them another way (alert sheets).
+// The showcase's window: a register of transactions with side panels beside
+// it, above an entry row of labelled fields, an Enter button that records the
+// row, and a message line for refusals unless a feature shows them another
+// way (alert sheets).
 
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
+#include <WQGeneral/views/WQTableView.h>
+
 #include <QLabel>
-#include <QTableWidget>
+#include <QStandardItemModel>
 #include <QWidget>
 
 #include <functional>
@@ -22,6 +25,8 @@ class WQMoneyFormatter;
 
 namespace showcase {
 
+class SidePanels;
+
 class RegisterWindow : public QWidget {
     Q_OBJECT
 public:
@@ -34,6 +39,8 @@ public:
     // after the payee); with a column (Date, Payee, Amount), Enter copies the
     // field's text (and a date value) into that column of the new row.
     void addFieldGroup(const QString& label, QWidget* field, const QString& column = QString(), int place = -1);
+    // Adds a button beside Enter, to its left.
+    void addButton(QWidget* button);
     // Refusals of the field go to the presenter (the message line when there
     // is none) and to refusalShown.
     void watch(wq::WQLineEdit* field);
@@ -41,7 +48,11 @@ public:
     void setRefusalPresenter(RefusalPresenter presenter) { _presenter = std::move(presenter); }
 
     void showMessage(const QString& message);
-    QTableWidget& table() { return *_table; }
+    wq::WQTableView& table() { return *_table; }
+    // The register's rows: Date, Payee, Amount.
+    QStandardItemModel& rows() { return *_rows; }
+    // The column of panels beside the register (hidden while it has none).
+    SidePanels& sidePanels() { return *_sidePanels; }
     // The text a field shows: line edits and spin boxes alike.
     static QString shownText(const QWidget* field);
 
@@ -57,9 +68,12 @@ private:
     void _renderDates();
     void _refuse(wq::WQLineEdit* field, const QString& message);
 
-    QTableWidget* _table = nullptr;
+    wq::WQTableView* _table = nullptr;
+    QStandardItemModel* _rows = nullptr;
+    SidePanels* _sidePanels = nullptr;
     QWidget* _entryRow = nullptr;
     QHBoxLayout* _entryLayout = nullptr;
+    QHBoxLayout* _buttons = nullptr;
     QLabel* _message = nullptr;
     struct Group {
         QWidget* field;

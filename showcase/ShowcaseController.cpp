@@ -198,13 +198,12 @@ void ShowcaseController::newTransaction()
 
 void ShowcaseController::deleteTransaction()
 {
-    QTableWidget& table = _register.table();
     QList<int> rows;
-    for (const QModelIndex& index : table.selectionModel()->selectedRows())
+    for (const QModelIndex& index : _register.table().selectionModel()->selectedRows())
         rows << index.row();
     std::sort(rows.begin(), rows.end(), std::greater<>());
     for (int row : rows)
-        table.removeRow(row);
+        _register.rows().removeRow(row);
 }
 
 void ShowcaseController::toggleCalculator(QObject* sender)
@@ -257,9 +256,10 @@ void ShowcaseController::showAllWarningsAgain()
 
 void ShowcaseController::_filterRegister(const QString& text)
 {
-    QTableWidget& table = _register.table();
-    for (int row = 0; row < table.rowCount(); ++row) {
-        const QTableWidgetItem* payee = table.item(row, 1);
+    QTableView& table = _register.table();
+    const QStandardItemModel& rows = _register.rows();
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        const QStandardItem* payee = rows.item(row, 1);
         table.setRowHidden(row, !text.isEmpty() && !(payee && payee->text().contains(text, Qt::CaseInsensitive)));
     }
 }

@@ -9,6 +9,7 @@ std::unique_ptr<ShowcaseFeature> makeAccountsTree();
 std::unique_ptr<ShowcaseFeature> makeWindowMenus();
 std::unique_ptr<ShowcaseFeature> makeWindowToolbar();
 std::unique_ptr<ShowcaseFeature> makeAlertSheets();
+std::unique_ptr<ShowcaseFeature> makeViewsAndPanels();
 
 std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
 {
@@ -21,6 +22,7 @@ std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
     features.push_back(makeWindowMenus());
     features.push_back(makeWindowToolbar());
     features.push_back(makeAlertSheets());
+    features.push_back(makeViewsAndPanels());
     return features;
 }
 

@@ -52,11 +52,11 @@ QPixmap screenshot(QWidget& window)
     QPainter painter(&shot);
     const QPoint origin = window.mapToGlobal(QPoint(0, 0));
     painter.setPen(QColor(0, 0, 0, 110));
-    // Sheets and menus are the window's children; the calculator's pop-up
-    // may be a top-level window of its own.
+    // What grab() leaves out: sheets (the window's children), open menus and
+    // the calculator's pop-up (windows of their own).
     QList<QWidget*> windows = window.findChildren<QWidget*>();
     for (QWidget* popup : QApplication::topLevelWidgets())
-        if (qobject_cast<wq::WQCalcWindow*>(popup) && !windows.contains(popup))
+        if (popup != &window && !windows.contains(popup))
             windows.append(popup);
     for (QWidget* child : windows) {
         if (!child->isWindow() || !child->isVisible())
@@ -78,7 +78,7 @@ void answerSheets(QWidget& window)
             if (box->isVisible())
                 sheet = box;
         if (!sheet)
-            return;
+            break;
         QAbstractButton* answer = sheet->defaultButton();
         for (QAbstractButton* button : sheet->buttons())
             if (!answer && sheet->buttonRole(button) == QMessageBox::AcceptRole)
@@ -90,6 +90,12 @@ void answerSheets(QWidget& window)
             answer->click();
         else
             sheet->reject();
+        settle();
+    }
+    // A window system gives the window back its activation when its sheet
+    // closes; the offscreen platform does not.
+    if (!window.isActiveWindow()) {
+        window.activateWindow();
         settle();
     }
 }

@@ -9,6 +9,7 @@
 #include <WQGeneral/menus/WQMenuExtensions.h>
 
 #include <QAction>
+#include <QItemSelectionModel>
 #include <QLayout>
 #include <QMenuBar>
 
@@ -53,9 +54,9 @@ public:
 
         // Found by what it sends, wherever it sits.
         QAction* remove = wq::itemWithAction(*transactions, "deleteTransaction");
-        QTableWidget* table = &window.table();
-        const auto follow = [remove, table] { remove->setEnabled(!table->selectedItems().isEmpty()); };
-        QObject::connect(table, &QTableWidget::itemSelectionChanged, remove, follow);
+        QItemSelectionModel* selection = window.table().selectionModel();
+        const auto follow = [remove, selection] { remove->setEnabled(selection->hasSelection()); };
+        QObject::connect(selection, &QItemSelectionModel::selectionChanged, remove, follow);
         follow();
         // Without an accounts tree the accounts items would do nothing.
         if (!window.findChild<QWidget*>(QStringLiteral("accounts"))) {

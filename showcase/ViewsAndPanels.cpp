@@ -1,0 +1,354 @@
+// Side panels beside the register (the accounts tree, a budget box, a note
+// and an About text with links), each in a focus-ring scroll area and
+// reordered by dragging it; the register's context menu, which follows the
+// clicked row; and a Clear button beside the entry row (left of Enter)
+// that is hidden, keeping its place, while the row is empty.
+
+#include "RegisterWindow.h"
+#include "ShowcaseFeature.h"
+#include "SidePanels.h"
+
+#include "KeyTyping.h"
+
+#include <WQGeneral/dateformatter/WQDateFormatter.h>
+#include <WQGeneral/dragging/WQDragImage.h>
+#include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/views/WQFlippedBox.h>
+#include <WQGeneral/views/WQFocusableScrollView.h>
+#include <WQGeneral/views/WQHideableCells.h>
+#include <WQGeneral/views/WQURLTextView.h>
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QFormLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QSet>
+#include <QTextDocument>
+#include <QTimer>
+
+#include <cmath>
+#include <memory>
+
+namespace showcase {
+namespace {
+
+// What a mouse would send: a press, moves with the button held, a release.
+void sendMouse(QWidget* target, QEvent::Type type, QPoint pos, Qt::MouseButtons held = Qt::LeftButton)
+{
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    if (type == QEvent::MouseButtonRelease)
+        held = Qt::NoButton;
+    QMouseEvent event(type, pos, target->mapTo(target->window(), pos), target->mapToGlobal(pos), button, held,
+                      Qt::NoModifier);
+    QApplication::sendEvent(target, &event);
+}
+
+void click(QWidget* target, QPoint pos)
+{
+    // Sent events skip the platform's click-to-focus.
+    if (target->focusPolicy() & Qt::ClickFocus)
+        target->setFocus(Qt::MouseFocusReason);
+    sendMouse(target, QEvent::MouseButtonPress, pos);
+    sendMouse(target, QEvent::MouseButtonRelease, pos);
+}
+
+void rightClick(QWidget* target, QPoint pos)
+{
+    QContextMenuEvent event(QContextMenuEvent::Mouse, pos, target->mapToGlobal(pos));
+    QApplication::sendEvent(target, &event);
+}
+
+void closePopups()
+{
+    while (QWidget* popup = QApplication::activePopupWidget())
+        popup->close();
+}
+
+const QString kNote = QStringLiteral(
+    "<p>Reconcile against the <a href=\"https://example.com/statements/2026-03\">March statement</a> "
+    "before the 20th.</p><p>The <a href=\"https://example.com/rates\">savings rates</a> changed on the 1st.</p>");
+
+const QString kAbout = QStringLiteral(
+    "<p><b>WQGeneral showcase</b> 0.1: a register window built only from the framework's public API.</p>"
+    "<p>Read the <a href=\"https://example.com/wqgeneral/readme\">guide</a> or "
+    "<a href=\"https://example.com/wqgeneral/issues\">report a problem</a>.</p>");
+
+class ViewsAndPanels : public ShowcaseFeature {
+public:
+    void build(RegisterWindow& window) override
+    {
+        _window = &window;
+        SidePanels& panels = window.sidePanels();
+        panels.addPanel(QStringLiteral("Budget"), _makeBudget());
+        _note = _makeLinkText(kNote);
+        panels.addPanel(QStringLiteral("Note"), _note);
+        _about = _makeLinkText(kAbout);
+        panels.addPanel(QStringLiteral("About"), _about);
+
+        _buildContextMenu(window);
+
+        _clear = new wq::WQHideableButtonCell(QStringLiteral("Clear"), window.entryRow());
+        _clear->setObjectName(QStringLiteral("clear"));
+        _clear->setAutoDefault(false);
+        _clear->setToolTip(QStringLiteral("Empties the entry row"));
+        window.addButton(_clear);
+        QObject::connect(_clear, &QPushButton::clicked, _clear, [this] { _clearRow(); });
+        _watchRow();
+        // Features after this one may add fields too.
+        QTimer::singleShot(0, _clear, [this] { _watchRow(); });
+    }
+
+    QList<TourStep> tourSteps(RegisterWindow& window) override
+    {
+        SidePanels& panels = window.sidePanels();
+        QPointer<wq::WQDragAndDropView> budget = panels.panel(QStringLiteral("Budget"));
+        wq::WQTableView* table = &window.table();
+        QWidget* payee = window.entryRow()->findChild<QWidget*>(QStringLiteral("payee"));
+        // Where the dragged panel is dropped: high on the About panel, so
+        // between it and the Note.
+        const auto dropPoint = [&panels] {
+            const QWidget* about = panels.panel(QStringLiteral("About"));
+            return about ? about->geometry().topLeft() + QPoint(120, 6) : QPoint(120, panels.height() - 4);
+        };
+        const auto rowPoint = [table](int row) {
+            if (row < 0)
+                return QPoint(30, table->viewport()->height() - 8);
+            return table->visualRect(table->model()->index(row, 1)).center();
+        };
+        return {
+            {QStringLiteral("budget: click Groceries, type 400 (ring round its panel, period shown)"), _groceries,
+             [this] {
+                 click(_groceries, QPoint(10, 5));
+                 typeText(_groceries, QStringLiteral("400"));
+             }},
+            {QStringLiteral("panels: drag the Budget title 4 points down (drag in progress)"), nullptr,
+             [this, budget, &panels, dropPoint] {
+                 if (!budget)
+                     return;
+                 // A drag under a real display waits for the real button.
+                 QTimer::singleShot(400, [] { QDrag::cancel(); });
+                 const QPoint press(60, 8);
+                 sendMouse(budget, QEvent::MouseButtonPress, press);
+                 sendMouse(budget, QEvent::MouseMove, press + QPoint(0, 4));
+                 sendMouse(budget, QEvent::MouseButtonRelease, press + QPoint(0, 4));
+                 // Show the drag as it looks on the way to its drop place.
+                 const std::unique_ptr<QMimeData> data = budget->dragMimeData();
+                 const QPoint at = dropPoint();
+                 QDragEnterEvent enter(at, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+                 QApplication::sendEvent(&panels, &enter);
+                 _showDragImage(*budget, panels.mapTo(_window, at), press);
+             }},
+            {QStringLiteral("panels: drop it between Note and About"), nullptr,
+             [this, budget, &panels, dropPoint] {
+                 delete _dragImage.data();
+                 if (!budget)
+                     return;
+                 const std::unique_ptr<QMimeData> data = budget->dragMimeData();
+                 QDropEvent drop(dropPoint(), Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+                 QApplication::sendEvent(&panels, &drop);
+             }},
+            {QStringLiteral("register: right-click Corner Grocery (it alone is selected, menu shown)"), nullptr,
+             [table, rowPoint] {
+                 table->selectRow(0);
+                 rightClick(table->viewport(), rowPoint(1));
+             }},
+            {QStringLiteral("register: choose Mark cleared"), nullptr,
+             [this] {
+                 closePopups();
+                 _markCleared->trigger();
+             }},
+            {QStringLiteral("register: nothing selected, right-click below the rows (all items off)"), nullptr,
+             [table, rowPoint] {
+                 table->clearSelection();
+                 rightClick(table->viewport(), rowPoint(-1));
+             }},
+            {QStringLiteral("entry row: type a payee (the Clear button shows)"), payee,
+             [payee] {
+                 closePopups();
+                 if (!payee)
+                     return;
+                 payee->setFocus();
+                 typeText(payee, QStringLiteral("Bakery"));
+             }},
+            {QStringLiteral("entry row: click Clear (row empty, button hidden in its place)"), payee,
+             [this] { click(_clear, _clear->rect().center()); }},
+        };
+    }
+
+private:
+    QWidget* _makeBudget()
+    {
+        auto* box = new wq::WQFlippedBox(QStringLiteral("March"));
+        auto* form = new QFormLayout(box);
+        const auto money = [box](const QString& name) {
+            auto* field = new wq::WQLineEdit(wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2), box);
+            field->setObjectName(name);
+            field->setAlignment(Qt::AlignRight);
+            return field;
+        };
+        _groceries = money(QStringLiteral("groceries budget"));
+        _utilities = money(QStringLiteral("utilities budget"));
+        _period = new wq::WQHideablePopUpButtonCell(box);
+        _period->addItems({QStringLiteral("every month"), QStringLiteral("every quarter"), QStringLiteral("once")});
+        _period->setToolTip(QStringLiteral("Shown once a budget is typed"));
+        _period->setCellHidden(true);
+        _total = new QLabel(box);
+        _total->setAlignment(Qt::AlignRight);
+        form->addRow(QStringLiteral("Groceries"), _groceries);
+        form->addRow(QStringLiteral("Utilities"), _utilities);
+        form->addRow(QStringLiteral("Repeats"), _period);
+        form->addRow(QStringLiteral("Total"), _total);
+        for (wq::WQLineEdit* field : {_groceries, _utilities})
+            QObject::connect(field, &wq::WQLineEdit::editedTextChanged, box, [this] { _updateBudget(); });
+        _updateBudget();
+        return box;
+    }
+
+    void _updateBudget()
+    {
+        double total = 0;
+        bool any = false;
+        const auto formatter = wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2);
+        for (wq::WQLineEdit* field : {_groceries, _utilities}) {
+            if (field->text().isEmpty())
+                continue;
+            any = true;
+            QVariant value;
+            QString error;
+            if (formatter->getObjectValue(&value, field->text(), &error))
+                total += value.toDouble();
+        }
+        _period->setCellHidden(!any);
+        _total->setText(formatter->stringForObjectValue(total).value_or(QString()));
+    }
+
+    wq::WQURLTextView* _makeLinkText(const QString& html)
+    {
+        auto* text = new wq::WQURLTextView;
+        text->setHtml(html);
+        text->setFrameShape(QFrame::NoFrame);
+        // Tall enough for its text at the panels' width, in the font it will
+        // have on screen.
+        // (Measured on a copy: the view lays its own document out at its
+        // current width.)
+        text->ensurePolished();
+        const std::unique_ptr<QTextDocument> copy(text->document()->clone());
+        copy->setTextWidth(SidePanels::kWidth - 4);
+        text->setFixedHeight(int(std::ceil(copy->size().height())) + 2);
+        return text;
+    }
+
+    void _buildContextMenu(RegisterWindow& window)
+    {
+        wq::WQTableView& table = window.table();
+        QStandardItemModel& rows = window.rows();
+        auto* menu = new QMenu(&table);
+        QAction* remove = menu->addAction(QStringLiteral("Delete"));
+        QAction* duplicate = menu->addAction(QStringLiteral("Duplicate"));
+        menu->addSeparator();
+        _markCleared = menu->addAction(QStringLiteral("Mark cleared"));
+        table.setMenu(menu);
+
+        QObject::connect(remove, &QAction::triggered, &table, [&table, &rows] {
+            const QList<int> selected = table.selectedRows();
+            for (auto it = selected.rbegin(); it != selected.rend(); ++it)
+                rows.removeRow(*it);
+        });
+        QObject::connect(duplicate, &QAction::triggered, &table, [&table, &rows] {
+            const QList<int> selected = table.selectedRows();
+            for (auto it = selected.rbegin(); it != selected.rend(); ++it) {
+                QList<QStandardItem*> copy;
+                for (int c = 0; c < rows.columnCount(); ++c)
+                    copy << (rows.item(*it, c) ? rows.item(*it, c)->clone() : new QStandardItem);
+                rows.insertRow(*it + 1, copy);
+            }
+        });
+        QObject::connect(_markCleared, &QAction::triggered, &table, [&table, &rows] {
+            for (int r : table.selectedRows())
+                if (QStandardItem* date = rows.item(r, 0)) {
+                    date->setCheckable(true);
+                    date->setCheckState(Qt::Checked);
+                }
+        });
+    }
+
+    // The entry row's text fields that Clear empties: all but the dates.
+    QList<wq::WQLineEdit*> _rowFields() const
+    {
+        QList<wq::WQLineEdit*> fields;
+        for (wq::WQLineEdit* field : _window->entryRow()->findChildren<wq::WQLineEdit*>())
+            if (!dynamic_cast<const wq::WQDateFormatter*>(field->formatter().get()) && !field->isHidden())
+                fields << field;
+        return fields;
+    }
+
+    void _watchRow()
+    {
+        for (wq::WQLineEdit* field : _rowFields())
+            if (!_watched.contains(field)) {
+                _watched.insert(field);
+                QObject::connect(field, &QLineEdit::textChanged, _clear, [this] { _updateClear(); });
+            }
+        _updateClear();
+    }
+
+    void _updateClear()
+    {
+        const QList<wq::WQLineEdit*> fields = _rowFields();
+        _clear->setCellHidden(std::all_of(fields.begin(), fields.end(), [](const wq::WQLineEdit* f) { return f->text().isEmpty(); }));
+    }
+
+    void _clearRow()
+    {
+        for (wq::WQLineEdit* field : _rowFields())
+            field->setObjectValue(QVariant());
+        _window->showMessage(QString());
+        if (QWidget* payee = _window->entryRow()->findChild<QWidget*>(QStringLiteral("payee")))
+            payee->setFocus();
+    }
+
+    // The drag image where the pointer is, for the tour's picture (an
+    // offscreen drag shows none of its own).
+    void _showDragImage(const wq::WQDragAndDropView& view, QPoint pointer, QPoint pressed)
+    {
+        const QPixmap image = view.dragImage();
+        const QSizeF imageSize = image.deviceIndependentSize();
+        const QPointF origin = wq::WQDragImageOrigin(view.size(), imageSize);
+        auto* label = new QLabel(_window);
+        label->setPixmap(image);
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        label->resize(imageSize.toSize());
+        label->move(pointer - (pressed - origin.toPoint()));
+        label->show();
+        label->raise();
+        delete _dragImage.data();
+        _dragImage = label;
+    }
+
+    RegisterWindow* _window = nullptr;
+    wq::WQLineEdit* _groceries = nullptr;
+    wq::WQLineEdit* _utilities = nullptr;
+    wq::WQHideablePopUpButtonCell* _period = nullptr;
+    QLabel* _total = nullptr;
+    wq::WQURLTextView* _note = nullptr;
+    wq::WQURLTextView* _about = nullptr;
+    wq::WQHideableButtonCell* _clear = nullptr;
+    QSet<const QLineEdit*> _watched;
+    QAction* _markCleared = nullptr;
+    QPointer<QLabel> _dragImage;   // the window's child while shown
+};
+
+} // namespace
+
+std::unique_ptr<ShowcaseFeature> makeViewsAndPanels()
+{
+    return std::make_unique<ViewsAndPanels>();
+}
+
+} // namespace showcase

@@ -1,0 +1,231 @@
+#include <WQGeneral/dragging/WQDragAndDropView.h>
+#include <WQGeneral/dragging/WQDragPayload.h>
+
+#include "FieldTesting.h"
+
+#include <gtest/gtest.h>
+
+#include <QDataStream>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QSignalSpy>
+
+using namespace wq;
+
+namespace {
+
+// Records what reaches the ordinary press handling and the drag attempts.
+class RecordingView : public WQDragAndDropView {
+public:
+    using WQDragAndDropView::WQDragAndDropView;
+
+    struct Ordinary {
+        QEvent::Type type;
+        QPointF position;
+    };
+    QList<Ordinary> ordinary;
+    QList<QSizeF> attempts;
+    bool attemptsStart = true;   // false: the attempt fails
+    bool realDrag = false;       // run the view's own attempt
+
+protected:
+    void ordinaryMousePress(QMouseEvent* event) override
+    {
+        ordinary.append({event->type(), event->position()});
+        WQDragAndDropView::ordinaryMousePress(event);
+    }
+
+    bool _tv_attemptToStartDragWithEvent(QMouseEvent* event, const QSizeF& initialOffset) override
+    {
+        attempts.append(initialOffset);
+        if (realDrag)
+            return WQDragAndDropView::_tv_attemptToStartDragWithEvent(event, initialOffset);
+        return attemptsStart;
+    }
+};
+
+// The view at (30, 20) in its window, so view and window coordinates differ.
+struct Scene {
+    QWidget window;
+    RecordingView* view = new RecordingView(&window);
+
+    Scene()
+    {
+        view->setGeometry(30, 20, 200, 40);
+        view->setCanDrag(true);
+        window.resize(300, 100);
+        test::showActive(window);
+    }
+
+    // Mouse events with fractional positions, as a high-resolution pointer gives them.
+    void send(QEvent::Type type, QPointF inView)
+    {
+        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+        const QPointF inWindow = inView + QPointF(view->pos());
+        QMouseEvent event(type, inView, inWindow, view->mapToGlobal(inView), button, held, Qt::NoModifier);
+        QApplication::sendEvent(view, &event);
+    }
+};
+
+} // namespace
+
+TEST(DragAndDropView, ThreeWindowPointsOnEitherAxisStartTheDrag)
+{
+    struct Case {
+        QPointF move;
+        bool starts;
+    };
+    const Case cases[] = {
+        {{3, 0}, true},     {{0, 3}, true},     {{-3, 0}, true},     {{0, -3}, true},
+        {{2.9, 0}, false},  {{0, 2.9}, false},  {{-2.9, 2.9}, false}, {{2, 2}, false},
+        {{2.9, -3}, true},  {{40, 1}, true},
+    };
+    for (const Case& c : cases) {
+        Scene scene;
+        const QPointF press(12, 10);
+        scene.send(QEvent::MouseButtonPress, press);
+        scene.send(QEvent::MouseMove, press + c.move);
+        ASSERT_EQ(scene.view->attempts.size(), c.starts ? 1 : 0) << c.move.x() << ", " << c.move.y();
+        if (c.starts) {
+            // The distances moved less the press location in the window.
+            const QPointF s = press + QPointF(30, 20);
+            EXPECT_EQ(scene.view->attempts.first(),
+                      QSizeF(std::abs(c.move.x()) - s.x(), std::abs(c.move.y()) - s.y()));
+        }
+        EXPECT_TRUE(scene.view->ordinary.isEmpty());
+    }
+
+    // The same through the window with real events (whole points only).
+    for (const QPoint move : {QPoint(3, 0), QPoint(0, -3), QPoint(2, 2), QPoint(-2, 0)}) {
+        Scene scene;
+        QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
+        QTest::mouseMove(scene.view, QPoint(50, 10) + move);
+        const bool starts = std::max(std::abs(move.x()), std::abs(move.y())) >= 3;
+        ASSERT_EQ(scene.view->attempts.size(), starts ? 1 : 0) << move.x() << ", " << move.y();
+        if (starts) {
+            EXPECT_EQ(scene.view->attempts.first(), QSizeF(std::abs(move.x()) - 80, std::abs(move.y()) - 30));
+        }
+        QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(50, 10) + move);
+        EXPECT_EQ(scene.view->ordinary.size(), starts ? 0 : 1);
+    }
+}
+
+TEST(DragAndDropView, PressesThatDoNotDragReachTheOrdinaryHandlingAtRelease)
+{
+    {
+        Scene scene;   // a click with a small move, real events through the window
+        QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
+        EXPECT_TRUE(scene.view->ordinary.isEmpty());
+        scene.send(QEvent::MouseMove, {52, 12});   // swallowed
+        QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(52, 12));
+        ASSERT_EQ(scene.view->ordinary.size(), 1);
+        EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonRelease);
+        EXPECT_EQ(scene.view->ordinary[0].position, QPointF(52, 12));
+        EXPECT_TRUE(scene.view->attempts.isEmpty());
+    }
+    {
+        Scene scene;   // a failed attempt waits for the release, then hands it on
+        scene.view->attemptsStart = false;
+        scene.send(QEvent::MouseButtonPress, {50, 10});
+        scene.send(QEvent::MouseMove, {60, 10});
+        scene.send(QEvent::MouseMove, {80, 10});
+        EXPECT_EQ(scene.view->attempts.size(), 1);
+        EXPECT_TRUE(scene.view->ordinary.isEmpty());
+        scene.send(QEvent::MouseButtonRelease, {80, 10});
+        ASSERT_EQ(scene.view->ordinary.size(), 1);
+        EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonRelease);
+    }
+    {
+        Scene scene;   // a drag that ran: the release is not handed on
+        scene.send(QEvent::MouseButtonPress, {50, 10});
+        scene.send(QEvent::MouseMove, {50, 14});
+        scene.send(QEvent::MouseButtonRelease, {50, 14});
+        EXPECT_EQ(scene.view->attempts.size(), 1);
+        EXPECT_TRUE(scene.view->ordinary.isEmpty());
+    }
+    {
+        Scene scene;   // dragging off: an ordinary press, at once, and no drag
+        scene.view->setCanDrag(false);
+        QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
+        EXPECT_FALSE(scene.view->hasFocus());   // as on a plain view
+        ASSERT_EQ(scene.view->ordinary.size(), 1);
+        EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonPress);
+        scene.send(QEvent::MouseMove, {90, 30});
+        QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(90, 30));
+        EXPECT_EQ(scene.view->ordinary.size(), 1);
+        EXPECT_TRUE(scene.view->attempts.isEmpty());
+    }
+}
+
+TEST(DragAndDropView, TheDragCarriesTagAndDelegateAndTakesTheFocus)
+{
+    struct Delegate : WQDragAndDropViewDelegate {
+    } delegate;
+    Scene scene;
+    scene.view->realDrag = true;
+    scene.view->setTag(-42);
+    scene.view->setDelegate(&delegate);
+    QSignalSpy finished(scene.view, &WQDragAndDropView::dragFinished);
+
+    scene.send(QEvent::MouseButtonPress, {50, 10});
+    scene.send(QEvent::MouseMove, {50, 20});
+    EXPECT_EQ(finished.count(), 1);
+    EXPECT_TRUE(scene.view->hasFocus());
+    EXPECT_FALSE(scene.view->isDragging());
+
+    const std::unique_ptr<QMimeData> data = scene.view->dragMimeData();
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->formats(), QStringList{kWQPasteboardFlavor_DragAndDropView});
+    const std::optional<WQDragAndDropPayload> payload = WQReadDragAndDropPayload(*data);
+    ASSERT_TRUE(payload);
+    EXPECT_EQ(payload->tag, -42);
+    EXPECT_EQ(payload->delegate, WQDelegateIdentity(&delegate));
+
+    // A view whose focus goes elsewhere does not drag.
+    Scene refusing;
+    refusing.view->realDrag = true;
+    refusing.view->setFocusProxy(&refusing.window);
+    QSignalSpy none(refusing.view, &WQDragAndDropView::dragFinished);
+    refusing.send(QEvent::MouseButtonPress, {50, 10});
+    refusing.send(QEvent::MouseMove, {50, 20});
+    EXPECT_EQ(none.count(), 0);
+    refusing.send(QEvent::MouseButtonRelease, {50, 20});
+    EXPECT_EQ(refusing.view->ordinary.size(), 1);
+}
+
+TEST(DragAndDropView, PayloadReadsBackAndRejectsAnythingElse)
+{
+    for (const WQDragAndDropPayload& p : {WQDragAndDropPayload{0, 0}, WQDragAndDropPayload{7, 0x7ffd12345678u},
+                                          WQDragAndDropPayload{std::numeric_limits<qint64>::min(), ~quint64(0)}})
+        EXPECT_EQ(WQDragAndDropPayloadFromData(WQDragAndDropPayloadData(p)), p);
+
+    const auto mapData = [](const QVariantMap& map, QByteArray tail = {}) {
+        QByteArray data;
+        QDataStream out(&data, QIODevice::WriteOnly);
+        out.setVersion(QDataStream::Qt_6_0);
+        out << map;
+        return data + tail;
+    };
+    const QByteArray good = WQDragAndDropPayloadData({5, 9});
+    const QString view = kWQPasteboardFlavor_DragAndDropView, delegate = kWQPasteboardFlavor_Delegate;
+    const QByteArray bad[] = {
+        QByteArray(),
+        QByteArray("not a map at all"),
+        good.left(good.size() - 1),                                               // cut short
+        good + 'x',                                                               // something after it
+        QByteArray(5000, '\0'),                                                   // far too big
+        mapData({{view, qlonglong(5)}}),                                          // no delegate
+        mapData({{delegate, qulonglong(5)}}),                                     // no tag
+        mapData({{view, QStringLiteral("5")}, {delegate, qulonglong(9)}}),        // text, not a number
+        mapData({{view, qlonglong(5)}, {delegate, 9.5}}),
+        QByteArray::fromHex("ffffffff"),                                          // a huge count
+    };
+    for (const QByteArray& data : bad)
+        EXPECT_FALSE(WQDragAndDropPayloadFromData(data)) << data.toHex().left(40).toStdString();
+    EXPECT_EQ(WQDragAndDropPayloadFromData(mapData({{view, 5}, {delegate, 9u}})), (WQDragAndDropPayload{5, 9}));
+
+    QMimeData other;
+    other.setText(QStringLiteral("text"));
+    EXPECT_FALSE(WQReadDragAndDropPayload(other));
+}

@@ -1,0 +1,23 @@
+#pragma once
+// A box (a titled group frame) whose y axis grows downwards, so content is
+// placed from its top edge.
+//
+// Every Qt widget already has its origin at the top-left with y growing
+// downwards, so the box is a QGroupBox that only answers the question for
+// code that asks; nothing is mirrored.
+
+#include <QGroupBox>
+
+namespace wq {
+
+class WQFlippedBox : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit WQFlippedBox(QWidget* parent = nullptr);
+    explicit WQFlippedBox(const QString& title, QWidget* parent = nullptr);
+    ~WQFlippedBox() override;
+
+    bool isFlipped() const noexcept { return true; }
+};
+
+} // namespace wq

@@ -1,0 +1,58 @@
+#pragma once
+// A table view whose context menu follows the row that was clicked: a right
+// click on a row that is not selected selects that row alone (a click on a
+// selected row keeps a multiple selection), then the delegate, if there is
+// one, gives the menu for that row (-1 below the last row); without a
+// delegate the table's own menu is shown, with every item disabled when no
+// row is selected.
+
+#include <QMenu>
+#include <QPointer>
+#include <QTableView>
+
+namespace wq {
+
+class WQTableView;
+
+class WQTableViewDelegate {
+public:
+    virtual ~WQTableViewDelegate() = default;
+    // The menu for a right click on row, -1 below the last row; nullptr for
+    // none. The table does not take the menu over.
+    virtual QMenu* tableViewContextMenuForRow(WQTableView& tableView, int row) = 0;
+};
+
+class WQTableView : public QTableView {
+    Q_OBJECT
+public:
+    explicit WQTableView(QWidget* parent = nullptr);
+    ~WQTableView() override;
+
+    // Not owned; it must outlive the table or be cleared first.
+    WQTableViewDelegate* delegate() const noexcept { return _wq_delegate; }
+    void setDelegate(WQTableViewDelegate* delegate) noexcept { _wq_delegate = delegate; }
+
+    // The table's own menu; the table takes it as a child.
+    QMenu* menu() const { return _wq_menu; }
+    void setMenu(QMenu* menu);
+
+    // Rows with any selected cell, in order.
+    QList<int> selectedRows() const;
+
+    // Takes the focus, selects the clicked row as above and answers the menu
+    // to show for a right click at pos (viewport coordinates); nullptr for
+    // none. A disabled copy is the table's and lives until the next call.
+    QMenu* menuForEvent(const QPoint& pos);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    QMenu* _wq_disabledCopy(const QMenu& menu);
+
+    WQTableViewDelegate* _wq_delegate = nullptr;
+    QPointer<QMenu> _wq_menu;
+    QPointer<QMenu> _wq_lastDisabledCopy;
+};
+
+} // namespace wq
