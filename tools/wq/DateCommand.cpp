@@ -158,11 +158,13 @@ int format(Arguments& arguments)
 
 int runDate(const QStringList& list)
 {
-    // The verb comes first; the options, wherever they stand, are the verb's.
-    const QString sub = list.value(0);
-    if (sub.isEmpty() || sub == u"--")
+    // The verb comes first (after "--" too); the options, wherever they
+    // stand, are the verb's.
+    const bool ended = list.value(0) == u"--";
+    const QString sub = list.value(ended ? 1 : 0);
+    if (sub.isEmpty())
         throw UsageError{QStringLiteral("usage: wq ") + kUsage};
-    Arguments rest(list.sliced(1));
+    Arguments rest(ended ? QStringList{QStringLiteral("--")} + list.sliced(2) : list.sliced(1));
     try {
         if (sub == u"since")
             return since(rest);
