@@ -149,9 +149,12 @@ std::optional<QByteArray> readAll(const QString& path, qsizetype limit)
     QByteArray bytes(input.size() >= 0 ? qsizetype(input.size()) : 0, Qt::Uninitialized);
     prepareForWriting(bytes.data(), bytes.size());
     qsizetype have = 0;
+    // One byte past the limit shows that it was passed; without a limit
+    // there is no byte past it.
+    const qsizetype most = limit < std::numeric_limits<qsizetype>::max() ? limit + 1 : limit;
     for (;;) {
         if (have == bytes.size())
-            bytes.resize(std::max<qsizetype>(64 * 1024, std::min(bytes.size() * 2, limit + 1)));
+            bytes.resize(std::max<qsizetype>(64 * 1024, std::min(bytes.size() * 2, most)));
         const qsizetype got = input.read(bytes.data() + have, bytes.size() - have);
         if (got < 0)
             return std::nullopt;
