@@ -24,7 +24,7 @@ openssl base64 -A -in "$work/data.bin" > "$work/data.b64"
 } > "$work/doc.xml"
 printf 'correct horse\n' > "$work/pw"
 key=$(openssl rand -hex 16); iv=$(openssl rand -hex 16)
-"$wq" encrypt --password-file "$work/pw" "$work/doc.xml" "$work/doc.enc"
+"$wq" encrypt --classic --password-file "$work/pw" "$work/doc.xml" "$work/doc.enc"
 openssl enc -aes-128-cbc -a -A -K "$key" -iv "$iv" -in "$work/doc.xml" -out "$work/doc.ossl"
 
 # best wall seconds and peak KiB of a command over $runs runs
@@ -64,7 +64,7 @@ compare "base64 encode 64 MiB" 2 64 "$(size "$work/data.bin")" \
 compare "base64 decode 64 MiB" 2 64 "$(size "$work/data.b64")" \
   "$wq" base64 decode "$work/data.b64" "$work/o1" -- openssl base64 -d -A -in "$work/data.b64" -out "$work/o2"
 compare "encrypt 10 MiB (classic)" 1 0 "$(size "$work/doc.xml")" \
-  "$wq" encrypt --password-file "$work/pw" "$work/doc.xml" "$work/o1" -- \
+  "$wq" encrypt --classic --password-file "$work/pw" "$work/doc.xml" "$work/o1" -- \
   openssl enc -aes-128-cbc -a -A -K "$key" -iv "$iv" -in "$work/doc.xml" -out "$work/o2"
 compare "decrypt 10 MiB (classic)" 1 0 "$(size "$work/doc.enc")" \
   "$wq" decrypt --password-file "$work/pw" "$work/doc.enc" "$work/o1" -- \

@@ -1,5 +1,7 @@
 // wq date: calendar dates from the command line. Dates are read and printed
-// in the XML storage layout (YYYY-MM-DD, a longer or signed year allowed).
+// in the XML storage layout: YYYY-MM-DD, a longer year allowed, a negative
+// year with its minus sign within the four characters (-044-03-15) as the
+// storage writer puts it, or in front of four digits (-0044-03-15).
 
 #include "Command.h"
 
@@ -20,10 +22,20 @@ const QString kUsage = QStringLiteral(
     "date make Y M D | info DATE | from-day N | add DATE YEARS MONTHS DAYS | "
     "since DATE OTHER [--units ymd|y|m|d|ym|yd|md] | format FORMAT DATE [--locale NAME]");
 
-// Thrown for bad arguments; the message is printed as the one-line error.
-struct UsageError {
-    QString message;
-};
+const QString kHelp = QStringLiteral(
+    "Calendar dates. DATE is YYYY-MM-DD; a year may have more digits, and a negative\n"
+    "year is written as the storage layout writes it (-044-03-15) or with four digits\n"
+    "(-0044-03-15). Put \"--\" before the operands when one starts with \"--\".\n"
+    "\n"
+    "  make Y M D           the date of year Y, month M, day D (overflow carries over)\n"
+    "  info DATE            its day of the common era, day of the week, day of the year\n"
+    "  from-day N           the date of day N of the common era (1 = 0001-01-01)\n"
+    "  add DATE Y M D       the date that many years, months and days later\n"
+    "  since DATE OTHER     the difference, in the --units asked for (default ymd)\n"
+    "  format FORMAT DATE   the date through percent directives, under --locale NAME\n"
+    "\n"
+    "  wq date make -- -44 3 15      prints -044-03-15\n"
+    "  wq date info -0044-03-15");
 
 qint64 signedArgument(const QString& text, const char* what)
 {
@@ -45,12 +57,12 @@ quint64 unsignedArgument(const QString& text, const char* what)
 
 WQDate dateArgument(const QString& text)
 {
-    static const QRegularExpression layout(QStringLiteral("^(-?\\d{4,18})-(\\d{2})-(\\d{2})$"));
+    static const QRegularExpression layout(QStringLiteral("^(-\\d{3,18}|\\d{4,18})-(\\d{2})-(\\d{2})$"));
     const QRegularExpressionMatch match = layout.match(text);
     if (!match.hasMatch())
         throw UsageError{QStringLiteral("\"%1\" is not a date in the YYYY-MM-DD layout").arg(text)};
     const QString year = match.captured(1);
-    // Four-digit years go through the storage reader itself.
+    // Four-character years (-044 too) go through the storage reader itself.
     if (year.size() == 4)
         return *WQDate::optimizedDateWithStringXMLFormat(text);
     return WQDate(year.toLongLong(), match.captured(2).toULongLong(), match.captured(3).toULongLong());
@@ -103,9 +115,10 @@ int add(const QStringList& args)
     return kExitOK;
 }
 
-int since(QStringList args)
+int since(Arguments& arguments)
 {
-    QString units = takeOption(args, QStringLiteral("--units"));
+    QString units = arguments.option(QStringLiteral("--units"));
+    const QStringList args = arguments.operands();
     if (units.isNull())
         units = QStringLiteral("ymd");
     static const QStringList allowed{"ymd", "y", "m", "d", "ym", "yd", "md"};
@@ -127,11 +140,10 @@ int since(QStringList args)
     return kExitOK;
 }
 
-int format(QStringList args)
+int format(Arguments& arguments)
 {
-    const QString locale = takeOption(args, QStringLiteral("--locale"));
-    if (args.contains(QStringLiteral("--locale")))
-        throw UsageError{QStringLiteral("--locale needs a locale name")};
+    const QString locale = arguments.option(QStringLiteral("--locale"));
+    const QStringList args = arguments.operands();
     expectCount(args, 2, "format FORMAT DATE [--locale NAME]");
     static const QRegularExpression localeName(QStringLiteral("^[A-Za-z]{1,8}([_-][A-Za-z0-9]{1,8})*(\\.[A-Za-z0-9-]+)?(@[A-Za-z0-9]+)?$"));
     if (!locale.isNull()) {
@@ -144,15 +156,21 @@ int format(QStringList args)
     return kExitOK;
 }
 
-int runDate(const QStringList& arguments)
+int runDate(const QStringList& list)
 {
-    QStringList args = arguments;
-    if (args.isEmpty()) {
-        err(QStringLiteral("usage: wq ") + kUsage);
-        return kExitUsage;
-    }
-    const QString sub = args.takeFirst();
+    // The verb comes first (after "--" too); the options, wherever they
+    // stand, are the verb's.
+    const bool ended = list.value(0) == u"--";
+    const QString sub = list.value(ended ? 1 : 0);
+    if (sub.isEmpty())
+        throw UsageError{QStringLiteral("usage: wq ") + kUsage};
+    Arguments rest(ended ? QStringList{QStringLiteral("--")} + list.sliced(2) : list.sliced(1));
     try {
+        if (sub == u"since")
+            return since(rest);
+        if (sub == u"format")
+            return format(rest);
+        const QStringList args = rest.operands();
         if (sub == u"make")
             return make(args);
         if (sub == u"info")
@@ -161,19 +179,12 @@ int runDate(const QStringList& arguments)
             return fromDay(args);
         if (sub == u"add")
             return add(args);
-        if (sub == u"since")
-            return since(args);
-        if (sub == u"format")
-            return format(args);
-        err(QStringLiteral("unknown date command \"%1\"; usage: wq %2").arg(sub, kUsage));
-    } catch (const UsageError& e) {
-        err(e.message);
     } catch (const wq::WQException& e) {
-        err(e.reason());
+        throw UsageError{e.reason()};
     }
-    return kExitUsage;
+    throw UsageError{QStringLiteral("unknown date command \"%1\"; usage: wq %2").arg(sub, kUsage)};
 }
 
-const Registrar registrar{QStringLiteral("date"), kUsage, &runDate};
+const Registrar registrar{QStringLiteral("date"), kUsage, kHelp, &runDate};
 
 } // namespace

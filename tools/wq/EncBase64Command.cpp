@@ -163,10 +163,11 @@ int decode(Input& in, Output& out, const QString& name)
     return out.commit() ? kExitOK : kExitFailure;
 }
 
-int runBase64(const QStringList& arguments)
+int runBase64(const QStringList& list)
 {
-    QStringList args = arguments;
-    const QString lineLength = takeOption(args, QStringLiteral("--line-length"));
+    Arguments arguments(list);
+    const QString lineLength = arguments.option(QStringLiteral("--line-length"));
+    const QStringList args = arguments.operands();
     if (args.isEmpty() || args.size() > 3 || (args[0] != u"encode" && args[0] != u"decode")) {
         err(QStringLiteral("usage: wq base64 encode|decode [--line-length N] [IN [OUT]]"));
         return kExitUsage;
@@ -185,12 +186,17 @@ int runBase64(const QStringList& arguments)
         return kExitUsage;
     Output out;
     if (!out.open(outName))
-        return kExitFailure;
+        return kExitUsage;
     // Lines hold the smallest multiple of 4 characters not below the length.
     return encoding ? encode(in, out, (qint64(length) + 3) / 4 * 4) : decode(in, out, inName);
 }
 
-const Registrar registrar{QStringLiteral("base64"), QStringLiteral("base64 encode|decode [--line-length N] [IN [OUT]]"),
-                          &runBase64};
+const Registrar registrar{
+    QStringLiteral("base64"), QStringLiteral("base64 encode|decode [--line-length N] [IN [OUT]]"),
+    QStringLiteral("Base64 of IN into OUT, either of them \"-\" or left out for standard input\n"
+                   "and output. encode breaks lines after N characters (rounded up to a multiple\n"
+                   "of 4; 0, the default, never); decode skips anything outside the alphabet and\n"
+                   "refuses bytes that are not ASCII."),
+    &runBase64};
 
 } // namespace

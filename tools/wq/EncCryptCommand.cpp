@@ -1,4 +1,4 @@
-// wq encrypt [--authenticated] [--iterations N] [password option] IN OUT
+// wq encrypt [--classic | --iterations N] [--insecure] [password option] IN OUT
 // wq decrypt [--max-size MIB] [password option] IN OUT
 // wq inspect [--max-size MIB] ENVELOPE
 // Password options: --password-file FILE, --password-stdin; otherwise the
@@ -15,75 +15,98 @@ namespace {
 
 using namespace wq::tool;
 
-bool checkFiles(const QStringList& args, const PasswordSource& password, const char* usage)
+const QString kPasswordHelp = QStringLiteral(
+    "The password comes from --password-file FILE (one line break at its end dropped;\n"
+    "\"-\" is standard input), the first line of standard input (--password-stdin), or\n"
+    "else the terminal, without echo; never from the command line, where other users\n"
+    "could read it. IN and OUT may be \"-\" for standard input and output.");
+
+// PBKDF2-HMAC-SHA256 iteration counts below this are refused without
+// --insecure: OWASP Password Storage Cheat Sheet (2023), 600,000.
+constexpr std::uint32_t kRecommendedIterations = wq::kWQAuthenticatedIterationCount;
+
+QStringList files(const Arguments& args, const PasswordSource& password, const char* usage)
 {
-    if (args.size() != 2 || args[0].startsWith(u"--") || args[1].startsWith(u"--")) {
-        err(QString::fromLatin1(usage));
-        return false;
-    }
-    if (password.standardInput && args[0] == u"-") {
-        err(QStringLiteral("standard input cannot carry both the password and the document"));
-        return false;
-    }
-    return true;
+    const QStringList files = args.operands();
+    if (files.size() != 2)
+        throw UsageError{QString::fromLatin1(usage)};
+    if (password.standardInput && files[0] == u"-")
+        throw UsageError{QStringLiteral("standard input cannot carry both the password and the document")};
+    return files;
 }
 
 // --max-size in mebibytes, or the reader's default.
-std::optional<wq::WQEnvelopeLimits> takeLimits(QStringList& args)
+wq::WQEnvelopeLimits takeLimits(Arguments& args)
 {
     wq::WQEnvelopeLimits limits;
-    const QString text = takeOption(args, QStringLiteral("--max-size"));
+    const QString text = args.option(QStringLiteral("--max-size"));
     if (text.isNull())
         return limits;
     bool ok = false;
     const qlonglong mebibytes = text.toLongLong(&ok);
     constexpr qlonglong kMost = 1024 * 1024;   // a tebibyte
-    if (!ok || mebibytes < 1 || mebibytes > kMost) {
-        err(QStringLiteral("--max-size takes a number of mebibytes from 1 to %1, not \"%2\"").arg(kMost).arg(text));
-        return std::nullopt;
-    }
+    if (!ok || mebibytes < 1 || mebibytes > kMost)
+        throw UsageError{QStringLiteral("--max-size takes a number of mebibytes from 1 to %1, not \"%2\"").arg(kMost).arg(text)};
     limits.maximumSize = qsizetype(mebibytes) * 1024 * 1024;
     return limits;
 }
 
-int runEncrypt(const QStringList& arguments)
+int runEncrypt(const QStringList& list)
 {
     static const char* usage =
-        "usage: wq encrypt [--authenticated [--iterations N]] [--password-file FILE | --password-stdin] IN OUT";
-    QStringList args = arguments;
-    const bool authenticated = takeFlag(args, QStringLiteral("--authenticated"));
-    const QString iterationText = takeOption(args, QStringLiteral("--iterations"));
+        "usage: wq encrypt [--classic | --iterations N] [--insecure] [--password-file FILE | --password-stdin] IN OUT";
+    Arguments args(list);
+    const bool classic = args.flag(QStringLiteral("--classic"));
+    // The authenticated envelope is the default; the flag stays for scripts
+    // written when it was not.
+    const bool authenticated = args.flag(QStringLiteral("--authenticated"));
+    const bool insecure = args.flag(QStringLiteral("--insecure"));
+    const QString iterationText = args.option(QStringLiteral("--iterations"));
     const PasswordSource source = takePasswordSource(args);
-    if (!checkFiles(args, source, usage))
-        return kExitUsage;
-    std::uint32_t iterations = wq::kWQAuthenticatedIterationCount;
+    const QStringList paths = files(args, source, usage);
+    if (classic && authenticated)
+        throw UsageError{QStringLiteral("--classic and --authenticated exclude each other")};
+    if (classic && !iterationText.isNull())
+        throw UsageError{QStringLiteral("--iterations is for the authenticated envelope; the classic one always uses 1000")};
+    std::uint32_t iterations = kRecommendedIterations;
     if (!iterationText.isNull()) {
         bool ok = false;
         iterations = iterationText.toUInt(&ok);
-        if (!authenticated || !ok || iterations == 0 || iterations > wq::kWQMaximumIterationCount) {
-            err(QStringLiteral("--iterations goes with --authenticated and takes 1 to %1").arg(wq::kWQMaximumIterationCount));
-            return kExitUsage;
-        }
+        if (!ok || iterations == 0 || iterations > wq::kWQMaximumIterationCount)
+            throw UsageError{QStringLiteral("--iterations takes 1 to %1, not \"%2\"").arg(wq::kWQMaximumIterationCount).arg(iterationText)};
+        if (iterations < kRecommendedIterations && !insecure)
+            throw UsageError{QStringLiteral("%1 iterations are too few to slow down password guessing: %2 is the current "
+                                            "recommendation for PBKDF2-HMAC-SHA256 (give --insecure to use fewer anyway)")
+                                 .arg(iterations).arg(kRecommendedIterations)};
     }
-    const std::optional<QByteArray> document = readAll(args[0]);
+    if (classic)
+        err(QStringLiteral("note: the classic envelope derives its key with a fixed 1000 iterations of "
+                           "PBKDF2-HMAC-SHA1, which is weak; write it only for readers that need it"));
+    const std::optional<QByteArray> document = readAll(paths[0]);
     if (!document)
         return kExitUsage;
     if (!QByteArrayView(*document).isValidUtf8()) {
-        err(QStringLiteral("%1 is not UTF-8 text").arg(args[0]));
+        err(QStringLiteral("%1 is not UTF-8 text").arg(paths[0]));
         return kExitUsage;
     }
-    std::optional<QString> password = readPassword(source, true);
+    // An output that cannot be made is found before the password is asked for.
+    Output output;
+    if (!output.open(paths[1]))
+        return kExitUsage;
+    std::optional<QString> password = readPassword(
+        source, true,
+        insecure ? QString() : QStringLiteral("anyone could open the document (give --insecure to use it anyway)"));
     if (!password)
         return kExitUsage;
-    const QByteArray envelope = authenticated
-        ? wq::xml_encryptDocumentUTF8AuthenticatedWithPassword(*document, *password, iterations)
-        : wq::xml_encryptDocumentUTF8WithPassword(*document, *password);
+    const QByteArray envelope = classic
+        ? wq::xml_encryptDocumentUTF8WithPassword(*document, *password)
+        : wq::xml_encryptDocumentUTF8AuthenticatedWithPassword(*document, *password, iterations);
     forget(*password);
     if (envelope.isEmpty()) {
         err(QStringLiteral("the document could not be encrypted"));
         return kExitFailure;
     }
-    return writeAll(args[1], envelope) ? kExitOK : kExitFailure;
+    return output.write(envelope) && output.commit() ? kExitOK : kExitFailure;
 }
 
 // Reads an envelope file and checks its shape; otherwise says why and
@@ -104,45 +127,49 @@ std::optional<QByteArray> readEnvelope(const QString& path, const wq::WQEnvelope
     return envelope;
 }
 
-int runDecrypt(const QStringList& arguments)
+int runDecrypt(const QStringList& list)
 {
     static const char* usage = "usage: wq decrypt [--max-size MIB] [--password-file FILE | --password-stdin] IN OUT";
-    QStringList args = arguments;
-    const std::optional<wq::WQEnvelopeLimits> limits = takeLimits(args);
+    Arguments args(list);
+    const wq::WQEnvelopeLimits limits = takeLimits(args);
     const PasswordSource source = takePasswordSource(args);
-    if (!limits || !checkFiles(args, source, usage))
-        return kExitUsage;
-    // Refuse what is not an envelope before asking for a password.
+    const QStringList paths = files(args, source, usage);
+    // Refuse what is not an envelope, and an output that cannot be made,
+    // before asking for a password.
     wq::WQEnvelopeInfo info;
-    const std::optional<QByteArray> envelope = readEnvelope(args[0], *limits, &info, wq::WQEnvelopeDetail::Structure);
+    const std::optional<QByteArray> envelope = readEnvelope(paths[0], limits, &info, wq::WQEnvelopeDetail::Structure);
     if (!envelope)
+        return kExitUsage;
+    // Plain text: readable by its owner only.
+    Output output;
+    if (!output.open(paths[1], true))
         return kExitUsage;
     if (!info.authenticated)
         err(QStringLiteral("note: %1 is a classic envelope, which is not protected against tampering "
-                           "(wq encrypt --authenticated makes one that is)").arg(args[0]));
-    std::optional<QString> password = readPassword(source, false);
+                           "(wq encrypt makes one that is)").arg(paths[0]));
+    // An empty password is tried like any other: documents written with
+    // --insecure must open.
+    std::optional<QString> password = readPassword(source, false, QString());
     if (!password)
         return kExitUsage;
-    const wq::WQDecryptedDocumentUTF8 opened = wq::xml_decryptDocumentUTF8WithPassword(*envelope, *password, *limits);
+    const wq::WQDecryptedDocumentUTF8 opened = wq::xml_decryptDocumentUTF8WithPassword(*envelope, *password, limits);
     forget(*password);
     if (!opened.ok()) {
-        err(QStringLiteral("%1: %2").arg(args[0], wq::WQEnvelopeErrorDescription(opened.error)));
+        err(QStringLiteral("%1: %2").arg(paths[0], wq::WQEnvelopeErrorDescription(opened.error)));
         return opened.error == wq::WQEnvelopeError::WrongPasswordOrDamaged ? kExitFailure : kExitUsage;
     }
-    // Plain text: readable by its owner only.
-    return writeAll(args[1], opened.document, true) ? kExitOK : kExitFailure;
+    return output.write(opened.document) && output.commit() ? kExitOK : kExitFailure;
 }
 
-int runInspect(const QStringList& arguments)
+int runInspect(const QStringList& list)
 {
-    QStringList args = arguments;
-    const std::optional<wq::WQEnvelopeLimits> limits = takeLimits(args);
-    if (!limits || args.size() != 1) {
-        err(QStringLiteral("usage: wq inspect [--max-size MIB] ENVELOPE"));
-        return kExitUsage;
-    }
+    Arguments arguments(list);
+    const wq::WQEnvelopeLimits limits = takeLimits(arguments);
+    const QStringList args = arguments.operands();
+    if (args.size() != 1)
+        throw UsageError{QStringLiteral("usage: wq inspect [--max-size MIB] ENVELOPE")};
     wq::WQEnvelopeInfo info;
-    if (!readEnvelope(args[0], *limits, &info, wq::WQEnvelopeDetail::Everything))
+    if (!readEnvelope(args[0], limits, &info, wq::WQEnvelopeDetail::Everything))
         return kExitUsage;
     out(QStringLiteral("encryption:      %1%2").arg(info.encryptionAlgorithm,
                                                       info.authenticated ? QStringLiteral(" (authenticated)") : QString()));
@@ -161,12 +188,27 @@ int runInspect(const QStringList& arguments)
 
 const Registrar encryptRegistrar{
     QStringLiteral("encrypt"),
-    QStringLiteral("encrypt [--authenticated [--iterations N]] [--password-file FILE | --password-stdin] IN OUT"),
+    QStringLiteral("encrypt [--classic | --iterations N] [--insecure] [--password-file FILE | --password-stdin] IN OUT"),
+    QStringLiteral("Encrypts the UTF-8 document IN into the envelope OUT, written whole or not at\n"
+                   "all. By default the envelope is authenticated (AES-128-GCM, PBKDF2-HMAC-SHA256\n"
+                   "with --iterations N, default and least %1): any change to it is found when it\n"
+                   "is opened. --classic writes the classic envelope (AES-128-CBC, a fixed 1000\n"
+                   "iterations of PBKDF2-HMAC-SHA1) for older readers; it is weak.\n"
+                   "--insecure allows an empty password and fewer iterations.\n"
+                   "\n").arg(kRecommendedIterations) + kPasswordHelp,
     &runEncrypt};
 const Registrar decryptRegistrar{
     QStringLiteral("decrypt"),
-    QStringLiteral("decrypt [--max-size MIB] [--password-file FILE | --password-stdin] IN OUT"), &runDecrypt};
-const Registrar inspectRegistrar{QStringLiteral("inspect"), QStringLiteral("inspect [--max-size MIB] ENVELOPE"),
-                                 &runInspect};
+    QStringLiteral("decrypt [--max-size MIB] [--password-file FILE | --password-stdin] IN OUT"),
+    QStringLiteral("Opens the envelope IN into OUT (readable by its owner only), written whole or\n"
+                   "not at all. Status 1 for a wrong password or a damaged envelope. Envelopes over\n"
+                   "--max-size mebibytes (default 64) are refused unread.\n"
+                   "\n") + kPasswordHelp,
+    &runDecrypt};
+const Registrar inspectRegistrar{
+    QStringLiteral("inspect"), QStringLiteral("inspect [--max-size MIB] ENVELOPE"),
+    QStringLiteral("The algorithms, iteration count and sizes of an envelope, without opening it.\n"
+                   "ENVELOPE may be \"-\" for standard input."),
+    &runInspect};
 
 } // namespace

@@ -11,9 +11,9 @@ using namespace wq::tool;
 
 using Transform = QString (*)(const QString&);
 
-int runTransform(const QStringList& arguments, bool escape)
+int runTransform(const QStringList& list, bool escape)
 {
-    QStringList args = arguments;
+    QStringList args = Arguments(list).operands();
     const QString family = args.isEmpty() ? QString() : args.takeFirst();
     Transform transform = nullptr;
     if (family == u"xml")
@@ -41,9 +41,17 @@ int runTransform(const QStringList& arguments, bool escape)
     return writeAll(QStringLiteral("-"), transform(*text).toUtf8()) ? kExitOK : kExitFailure;
 }
 
-const Registrar escapeRegistrar{QStringLiteral("escape"), QStringLiteral("escape xml|csv|url [TEXT...]"),
-                                [](const QStringList& args) { return runTransform(args, true); }};
-const Registrar unescapeRegistrar{QStringLiteral("unescape"), QStringLiteral("unescape xml|csv [TEXT...]"),
-                                  [](const QStringList& args) { return runTransform(args, false); }};
+const Registrar escapeRegistrar{
+    QStringLiteral("escape"), QStringLiteral("escape xml|csv|url [TEXT...]"),
+    QStringLiteral("Each TEXT escaped for XML, a CSV field or a URL, one a line; without TEXT,\n"
+                   "the whole of standard input (UTF-8), escaped as one text.\n"
+                   "\n"
+                   "  wq escape xml -- '--<a>'"),
+    [](const QStringList& args) { return runTransform(args, true); }};
+const Registrar unescapeRegistrar{
+    QStringLiteral("unescape"), QStringLiteral("unescape xml|csv [TEXT...]"),
+    QStringLiteral("Each TEXT with its XML entities or CSV quoting undone, one a line; without\n"
+                   "TEXT, the whole of standard input (UTF-8)."),
+    [](const QStringList& args) { return runTransform(args, false); }};
 
 } // namespace

@@ -13,10 +13,11 @@ namespace {
 
 using namespace wq::tool;
 
-int runRound(const QStringList& arguments)
+int runRound(const QStringList& list)
 {
-    QStringList args = arguments;
-    const bool split = takeFlag(args, QStringLiteral("--split"));
+    Arguments arguments(list);
+    const bool split = arguments.flag(QStringLiteral("--split"));
+    const QStringList args = arguments.operands();
     if (args.size() != 2) {
         err(QStringLiteral("usage: wq round PLACES VALUE [--split]"));
         return kExitUsage;
@@ -64,6 +65,11 @@ int runRound(const QStringList& arguments)
     return kExitOK;
 }
 
-const Registrar registrar{QStringLiteral("round"), QStringLiteral("round PLACES VALUE [--split]"), &runRound};
+const Registrar registrar{
+    QStringLiteral("round"), QStringLiteral("round PLACES VALUE [--split]"),
+    QStringLiteral("VALUE (a C number such as -2.675) rounded half away from zero to PLACES\n"
+                   "decimal places, 0 to 9. --split rounds to 7 places and also prints the whole\n"
+                   "part and the seven-digit fraction as two signed 32-bit numbers."),
+    &runRound};
 
 } // namespace

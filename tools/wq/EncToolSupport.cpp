@@ -149,9 +149,12 @@ std::optional<QByteArray> readAll(const QString& path, qsizetype limit)
     QByteArray bytes(input.size() >= 0 ? qsizetype(input.size()) : 0, Qt::Uninitialized);
     prepareForWriting(bytes.data(), bytes.size());
     qsizetype have = 0;
+    // One byte past the limit shows that it was passed; without a limit
+    // there is no byte past it.
+    const qsizetype most = limit < std::numeric_limits<qsizetype>::max() ? limit + 1 : limit;
     for (;;) {
         if (have == bytes.size())
-            bytes.resize(std::max<qsizetype>(64 * 1024, std::min(bytes.size() * 2, limit + 1)));
+            bytes.resize(std::max<qsizetype>(64 * 1024, std::min(bytes.size() * 2, most)));
         const qsizetype got = input.read(bytes.data() + have, bytes.size() - have);
         if (got < 0)
             return std::nullopt;
@@ -188,11 +191,15 @@ std::optional<QString> utf8Text(const QByteArray& bytes, const QString& what)
 
 // --- passwords --------------------------------------------------------------
 
-PasswordSource takePasswordSource(QStringList& args)
+PasswordSource takePasswordSource(Arguments& args)
 {
     PasswordSource source;
-    source.file = takeOption(args, QStringLiteral("--password-file"));
-    source.standardInput = takeFlag(args, QStringLiteral("--password-stdin"));
+    source.file = args.option(QStringLiteral("--password-file"));
+    source.standardInput = args.flag(QStringLiteral("--password-stdin"));
+    if (source.file == u"-" && !source.standardInput) {
+        source.file.clear();
+        source.standardInput = true;
+    }
     return source;
 }
 
@@ -248,11 +255,11 @@ private:
 };
 
 // The password as text, or nothing (with the reason) when it cannot be used.
-std::optional<QString> decodedPassword(PasswordBuffer& bytes)
+std::optional<QString> decodedPassword(PasswordBuffer& bytes, const QString& emptyRefusal)
 {
     bytes.dropLineBreak();
-    if (bytes.length() == 0) {
-        err(QStringLiteral("the password is empty"));
+    if (bytes.length() == 0 && !emptyRefusal.isEmpty()) {
+        err(QStringLiteral("the password is empty: ") + emptyRefusal);
         return std::nullopt;
     }
     if (bytes.length() > kWQMaximumPasswordLength) {
@@ -309,7 +316,7 @@ bool promptWithoutEcho(int tty, const char* prompt, PasswordBuffer& line)
 
 } // namespace
 
-std::optional<QString> readPassword(const PasswordSource& source, bool confirm)
+std::optional<QString> readPassword(const PasswordSource& source, bool confirm, const QString& emptyRefusal)
 {
     if (!source.file.isEmpty() && source.standardInput) {
         err(QStringLiteral("give either --password-file or --password-stdin, not both"));
@@ -326,7 +333,7 @@ std::optional<QString> readPassword(const PasswordSource& source, bool confirm)
         if (got < 0)
             return std::nullopt;
         first.setLength(got);
-        return decodedPassword(first);
+        return decodedPassword(first, emptyRefusal);
     }
     if (source.standardInput) {
         int c = 0;
@@ -335,7 +342,7 @@ std::optional<QString> readPassword(const PasswordSource& source, bool confirm)
                 break;   // read no further: the password is too long whatever follows
             first.append(char(c));
         }
-        return decodedPassword(first);
+        return decodedPassword(first, emptyRefusal);
     }
     const int tty = ::open("/dev/tty", O_RDWR | O_CLOEXEC);
     if (tty < 0) {
@@ -354,7 +361,7 @@ std::optional<QString> readPassword(const PasswordSource& source, bool confirm)
         err(QStringLiteral("the two passwords differ"));
         return std::nullopt;
     }
-    return decodedPassword(first);
+    return decodedPassword(first, emptyRefusal);
 }
 
 } // namespace wq::tool

@@ -66,14 +66,16 @@ struct PasswordSource {
     bool standardInput;    // --password-stdin
 };
 
-// Takes --password-file / --password-stdin out of args.
-PasswordSource takePasswordSource(QStringList& args);
+// Takes --password-file / --password-stdin out of args; "--password-file -"
+// is standard input too.
+PasswordSource takePasswordSource(Arguments& args);
 // Reads the password: from the file (one trailing line break dropped), the
 // first line of standard input, or the terminal without echo (asked twice
-// when confirm is set). Nothing, with an error line, when it cannot, or
-// when it is empty or longer than kWQMaximumPasswordLength bytes. Every
+// when confirm is set). Nothing, with an error line, when it cannot, when
+// it is longer than kWQMaximumPasswordLength bytes, or when it is empty and
+// emptyRefusal is not empty (the error then ends with that reason). Every
 // buffer it passed through is wiped.
-std::optional<QString> readPassword(const PasswordSource& source, bool confirm);
+std::optional<QString> readPassword(const PasswordSource& source, bool confirm, const QString& emptyRefusal);
 // Overwrites the password's characters before it goes.
 void forget(QString& password);
 

@@ -7,9 +7,51 @@
 #include <QDateTime>
 #include <QTimeZone>
 
+#include <iostream>
+#include <string>
+
 namespace {
 
 using namespace wq::tool;
+
+const QString kUsage = QStringLiteral("log [--app NAME] path | write [MESSAGE...] | tail [N] | trim-before DATE | clean");
+const QString kHelp = QStringLiteral(
+    "The application log of one application (--app NAME, default wq).\n"
+    "\n"
+    "  path              where the log file is\n"
+    "  write MESSAGE...  adds the words as one entry; without them, each line of\n"
+    "                    standard input becomes an entry as it arrives (empty lines\n"
+    "                    are skipped)\n"
+    "  tail [N]          the last N lines (default 10)\n"
+    "  trim-before DATE  drops the entries before DATE (YYYY-MM-DD, YYYY-MM-DDTHH:MM:SS\n"
+    "                    or YYYY-MM-DD HH:MM:SS +ZZZZ)\n"
+    "  clean             empties the log\n"
+    "\n"
+    "  make 2>&1 | wq log --app builds write");
+
+// Each line of standard input as one entry, logged as soon as it is read
+// (so a long-running producer can be piped in).
+int writeLines(const wq::WQLogClass& log)
+{
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        if (line.empty())
+            continue;
+        const QByteArrayView bytes(line.data(), qsizetype(line.size()));
+        if (!bytes.isValidUtf8()) {
+            err(QStringLiteral("standard input is not UTF-8 text"));
+            return kExitUsage;
+        }
+        log.log(QString::fromUtf8(bytes));
+    }
+    if (std::cin.bad()) {
+        err(QStringLiteral("cannot read standard input"));
+        return kExitUsage;
+    }
+    return kExitOK;
+}
 
 // The log's own stamp form, ISO 8601 (local time when no zone is given), or
 // a bare date meaning local midnight.
@@ -36,14 +78,11 @@ QDateTime parseCutOff(const QString& text)
     return when;
 }
 
-int runLog(const QStringList& arguments)
+int runLog(const QStringList& list)
 {
-    QStringList args = arguments;
-    QString app = takeOption(args, QStringLiteral("--app"));
-    if (args.contains(QStringLiteral("--app"))) {
-        err(QStringLiteral("--app needs an application name"));
-        return kExitUsage;
-    }
+    Arguments arguments(list);
+    QString app = arguments.option(QStringLiteral("--app"));
+    QStringList args = arguments.operands();
     if (app.isNull())
         app = QStringLiteral("wq");
     if (args.isEmpty()) {
@@ -66,7 +105,9 @@ int runLog(const QStringList& arguments)
         out(log.logFilePath());
         return kExitOK;
     }
-    if (action == u"write" && !args.isEmpty()) {
+    if (action == u"write") {
+        if (args.isEmpty())
+            return writeLines(log);
         log.log(args.join(u' '));
         return kExitOK;
     }
@@ -107,7 +148,6 @@ int runLog(const QStringList& arguments)
     return kExitUsage;
 }
 
-Registrar reg{QStringLiteral("log"),
-              QStringLiteral("log [--app NAME] path | write MESSAGE... | tail [N] | trim-before DATE | clean"), &runLog};
+const Registrar reg{QStringLiteral("log"), kUsage, kHelp, &runLog};
 
 } // namespace

@@ -21,9 +21,19 @@ const QString kUsage = QStringLiteral(
     "[--places N] [--locale NAME] [--symbol S] [--positive $#,##0.00] [--negative -$#,##0.00] "
     "[--thousands T] [--decimal D]   (KEYS: one character per key, \\b or <del> for the delete key)");
 
-struct UsageError {
-    QString message;
-};
+const QString kHelp = QStringLiteral(
+    "Amounts shown, read and typed as a money field does it, under the system settings\n"
+    "of --locale NAME (all categories) or a custom currency (--symbol and the rest; what\n"
+    "is not given comes from the system's).\n"
+    "\n"
+    "  format AMOUNT   the amount (a C number such as -1234.5) as the field shows it\n"
+    "  parse TEXT      the amount the field reads from TEXT; status 1 when it refuses it\n"
+    "  type KEYS       each key as typed into an empty field, with the field after it\n"
+    "  --atm           typing as on a cash machine: digits fill in from the right\n"
+    "  --places N      decimal places, 0 to 9 (default 2)\n"
+    "\n"
+    "  wq money format -1234.5 --locale de_DE\n"
+    "  wq money parse -- --5          (\"--\" lets an operand start with \"--\")");
 
 // The document the formatter belongs to: custom settings when any was
 // given (the rest filled from the system's), and the typing mode.
@@ -35,12 +45,27 @@ public:
     bool atm = false;
 };
 
-void readSettings(QStringList& args, CommandOwner& owner, qint8& places)
+// Tells the formatter registry that the owner is gone, however the command ends.
+class OwnerRemoval {
+public:
+    explicit OwnerRemoval(CommandOwner& owner) : _wq_owner(owner) {}
+    OwnerRemoval(const OwnerRemoval&) = delete;
+    OwnerRemoval& operator=(const OwnerRemoval&) = delete;
+    ~OwnerRemoval()
+    {
+        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &_wq_owner);
+    }
+
+private:
+    CommandOwner& _wq_owner;
+};
+
+void readSettings(Arguments& args, CommandOwner& owner, qint8& places)
 {
-    const QString locale = takeOption(args, QStringLiteral("--locale"));
+    const QString locale = args.option(QStringLiteral("--locale"));
     if (!locale.isNull())
         WQRegionalSettings::setAllLocales(locale);
-    const QString placesText = takeOption(args, QStringLiteral("--places"));
+    const QString placesText = args.option(QStringLiteral("--places"));
     if (!placesText.isNull()) {
         bool ok = false;
         const int value = placesText.toInt(&ok);
@@ -48,7 +73,7 @@ void readSettings(QStringList& args, CommandOwner& owner, qint8& places)
             throw UsageError{QStringLiteral("--places must be a whole number from 0 to 9, not \"%1\"").arg(placesText)};
         places = qint8(value);
     }
-    owner.atm = takeFlag(args, QStringLiteral("--atm"));
+    owner.atm = args.flag(QStringLiteral("--atm"));
 
     const struct { const char* option; const QString& key; QString system; } custom[] = {
         {"--symbol", kWQCurrencyKey_CurrencySymbol, WQMoneyFormatter::systemCurrencySymbol()},
@@ -60,15 +85,12 @@ void readSettings(QStringList& args, CommandOwner& owner, qint8& places)
     QVariantMap dict;
     bool anyCustom = false;
     for (const auto& entry : custom) {
-        const QString value = takeOption(args, QString::fromLatin1(entry.option));
+        const QString value = args.option(QString::fromLatin1(entry.option));
         anyCustom = anyCustom || !value.isNull();
         dict.insert(entry.key, value.isNull() ? entry.system : value);
     }
     if (anyCustom)
         owner.dict = dict;
-    for (const QString& arg : std::as_const(args))
-        if (arg.startsWith(QStringLiteral("--")))
-            throw UsageError{QStringLiteral("unknown or incomplete option \"%1\"").arg(arg)};
 }
 
 QString quoted(const QString& text) { return u'"' + text + u'"'; }
@@ -164,35 +186,27 @@ int type(const std::shared_ptr<WQMoneyFormatter>& formatter, const QString& keys
     return kExitOK;
 }
 
-int runMoney(const QStringList& arguments)
+int runMoney(const QStringList& list)
 {
-    QStringList args = arguments;
+    Arguments arguments(list);
     CommandOwner owner;
-    try {
-        qint8 places = 2;
-        readSettings(args, owner, places);
-        if (args.size() != 2)
-            throw UsageError{QStringLiteral("usage: wq ") + kUsage};
-        const auto formatter = WQMoneyFormatter::moneyFormatterForDelegate(&owner, places);
-        const QString& verb = args.at(0);
-        int status;
-        if (verb == u"format")
-            status = format(formatter, args.at(1));
-        else if (verb == u"parse")
-            status = parse(formatter, args.at(1));
-        else if (verb == u"type")
-            status = type(formatter, args.at(1));
-        else
-            throw UsageError{QStringLiteral("unknown money command \"%1\"").arg(verb)};
-        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &owner);
-        return status;
-    } catch (const UsageError& error) {
-        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &owner);
-        err(error.message);
-        return kExitUsage;
-    }
+    const OwnerRemoval removal(owner);
+    qint8 places = 2;
+    readSettings(arguments, owner, places);
+    const QStringList args = arguments.operands();
+    if (args.size() != 2)
+        throw UsageError{QStringLiteral("usage: wq ") + kUsage};
+    const auto formatter = WQMoneyFormatter::moneyFormatterForDelegate(&owner, places);
+    const QString& verb = args.at(0);
+    if (verb == u"format")
+        return format(formatter, args.at(1));
+    if (verb == u"parse")
+        return parse(formatter, args.at(1));
+    if (verb == u"type")
+        return type(formatter, args.at(1));
+    throw UsageError{QStringLiteral("unknown money command \"%1\"").arg(verb)};
 }
 
-const Registrar reg{QStringLiteral("money"), kUsage, &runMoney};
+const Registrar reg{QStringLiteral("money"), kUsage, kHelp, &runMoney};
 
 } // namespace

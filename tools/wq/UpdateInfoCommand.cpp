@@ -8,10 +8,11 @@ namespace {
 
 using namespace wq::tool;
 
-int runUpdateInfo(const QStringList& arguments)
+int runUpdateInfo(const QStringList& list)
 {
-    QStringList args = arguments;
-    const bool query = takeFlag(args, QStringLiteral("--query"));
+    Arguments arguments(list);
+    const bool query = arguments.flag(QStringLiteral("--query"));
+    const QStringList args = arguments.operands();
     if (!args.isEmpty()) {
         err(QStringLiteral("update-info: unexpected \"%1\"").arg(args.front()));
         return kExitUsage;
@@ -27,6 +28,9 @@ int runUpdateInfo(const QStringList& arguments)
     return kExitOK;
 }
 
-Registrar reg{QStringLiteral("update-info"), QStringLiteral("update-info [--query]"), &runUpdateInfo};
+const Registrar reg{QStringLiteral("update-info"), QStringLiteral("update-info [--query]"),
+                    QStringLiteral("What an update check would send about this installation, one key=value a line,\n"
+                                   "or with --query as the query text of the check's address."),
+                    &runUpdateInfo};
 
 } // namespace

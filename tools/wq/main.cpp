@@ -26,46 +26,102 @@ void err(const QString& line)
     std::fputc('\n', stderr);
 }
 
-QString takeOption(QStringList& args, const QString& name)
-{
-    const qsizetype i = args.indexOf(name);
-    if (i < 0 || i + 1 >= args.size())
-        return QString();
-    const QString value = args.at(i + 1);
-    args.remove(i, 2);
-    return value;
-}
-
-bool takeFlag(QStringList& args, const QString& name)
-{
-    return args.removeAll(name) > 0;
-}
-
 } // namespace wq::tool
 
-static void printUsage()
+namespace {
+
+using namespace wq::tool;
+
+QString overview()
 {
-    wq::tool::err(QStringLiteral("usage: wq COMMAND [ARGS...]"));
-    for (const auto& [name, info] : wq::tool::commands())
-        std::fprintf(stderr, "  %s\n", qUtf8Printable(info.usage));
+    QString text = QStringLiteral(
+        "usage: wq COMMAND [ARGS...]\n"
+        "       wq help [COMMAND] | wq --help | wq --version\n"
+        "\n"
+        "Commands:\n");
+    for (const auto& [name, info] : commands())
+        text += QStringLiteral("  ") + info.usage + u'\n';
+    text += QStringLiteral(
+        "\n"
+        "Options may stand anywhere before \"--\", which ends them: wq money parse -- --5.\n"
+        "\"-\" as a file name means standard input or standard output.\n"
+        "Exit status: 0 done; 1 the operation failed (a wrong password, a refused value,\n"
+        "an error while writing); 2 a usage error (a bad command line, an input file that\n"
+        "is missing or not what the command takes, an output file that cannot be created).\n"
+        "\"wq help COMMAND\" or \"wq COMMAND --help\" tells more about one command.");
+    return text;
 }
+
+int help(const QString& name)
+{
+    const auto it = commands().find(name);
+    if (it == commands().end()) {
+        err(QStringLiteral("unknown command \"%1\"; \"wq help\" lists them").arg(name));
+        return kExitUsage;
+    }
+    out(QStringLiteral("usage: wq ") + it->second.usage + QStringLiteral("\n\n") + it->second.help);
+    return kExitOK;
+}
+
+// Whether a command was asked for its help, before any "--".
+bool asksForHelp(const QStringList& args)
+{
+    for (const QString& arg : args) {
+        if (arg == u"--")
+            return false;
+        if (arg == u"--help" || arg == u"-h")
+            return true;
+    }
+    return false;
+}
+
+int dispatch(QStringList args)
+{
+    if (args.isEmpty()) {
+        std::fputs(qUtf8Printable(overview() + u'\n'), stderr);
+        return kExitUsage;
+    }
+    const QString name = args.takeFirst();
+    if (name == u"--help" || name == u"-h" || (name == u"help" && args.isEmpty())) {
+        out(overview());
+        return kExitOK;
+    }
+    if (name == u"help")
+        return args.size() == 1 ? help(args.front())
+                                : (err(QStringLiteral("usage: wq help [COMMAND]")), kExitUsage);
+    if (name == u"--version") {
+        out(QStringLiteral("wq " WQ_VERSION));
+        return kExitOK;
+    }
+    const auto it = commands().find(name);
+    if (it == commands().end()) {
+        err(QStringLiteral("unknown %1 \"%2\"; \"wq help\" lists the commands")
+                .arg(isOption(name) ? QStringLiteral("option") : QStringLiteral("command"), name));
+        return kExitUsage;
+    }
+    if (asksForHelp(args))
+        return help(name);
+    try {
+        return it->second.run(args);
+    } catch (const UsageError& error) {
+        err(error.message);
+        return kExitUsage;
+    }
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("wq"));
-    QStringList args = QCoreApplication::arguments().mid(1);
-    if (args.isEmpty() || args.front() == u"--help" || args.front() == u"help") {
-        printUsage();
-        return args.isEmpty() ? wq::tool::kExitUsage : wq::tool::kExitOK;
+    int status = dispatch(QCoreApplication::arguments().mid(1));
+    // Output that never arrived (a full disk, a closed pipe) is a failure,
+    // not a silent success.
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+        err(QStringLiteral("cannot write to standard output"));
+        if (status == kExitOK)
+            status = kExitFailure;
     }
-    const QString name = args.takeFirst();
-    auto& registry = wq::tool::commands();
-    const auto it = registry.find(name);
-    if (it == registry.end()) {
-        wq::tool::err(QStringLiteral("unknown command \"%1\"").arg(name));
-        printUsage();
-        return wq::tool::kExitUsage;
-    }
-    return it->second.run(args);
+    return status;
 }

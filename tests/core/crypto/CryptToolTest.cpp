@@ -130,7 +130,7 @@ TEST(CryptTool, WrongPasswordOrDamageLeavesNoOutput)
     write(plain, "<a>1</a>");
     write(passwordFile, "right\n");
 
-    ToolRun r = run({"encrypt", "--authenticated", "--iterations", "1000", "--password-file", passwordFile, plain, sealed});
+    ToolRun r = run({"encrypt", "--iterations", "1000", "--insecure", "--password-file", passwordFile, plain, sealed});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     r = run({"decrypt", "--password-stdin", sealed, "-"}, "right\n");
     EXPECT_EQ(r.exitCode, 0);
@@ -161,7 +161,7 @@ TEST(CryptTool, InspectAndTheSmallCommands)
     const QString plain = dir.filePath(QStringLiteral("a.xml"));
     const QString sealed = dir.filePath(QStringLiteral("a.enc"));
     write(plain, "<a/>");
-    ASSERT_EQ(run({"encrypt", "--password-stdin", plain, sealed}, "pw\n").exitCode, 0);
+    ASSERT_EQ(run({"encrypt", "--classic", "--password-stdin", plain, sealed}, "pw\n").exitCode, 0);
     const ToolRun inspected = run({"inspect", sealed});
     EXPECT_EQ(inspected.exitCode, 0);
     for (const char* line : {"aes128-cbc", "iterations:      1000\n", "IV length:       16 bytes"})

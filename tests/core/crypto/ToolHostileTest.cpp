@@ -57,7 +57,7 @@ TEST_F(HostileTool, EveryFailureAfterTheKeyLooksTheSame)
     // One block: the IV's last byte decides the padding.
     write(path("a.xml"), "<a>x</a>");
     const QString password = withPassword("pw\n");
-    ASSERT_EQ(run({"encrypt", "--password-file", password, path("a.xml"), path("a.enc")}).exitCode, 0);
+    ASSERT_EQ(run({"encrypt", "--classic", "--password-file", password, path("a.xml"), path("a.enc")}).exitCode, 0);
     const QByteArray envelope = contents(path("a.enc"));
     const qsizetype value = envelope.indexOf("<CipherValue>") + 13;
     const QByteArray iv = QByteArray::fromBase64(envelope.mid(value, 24));
@@ -94,9 +94,9 @@ TEST_F(HostileTool, PlainTextIsWrittenForItsOwnerOnly)
     write(path("a.xml"), "<a>secret</a>");
     const QString password = withPassword("pw");
     for (const bool authenticated : {false, true}) {
-        QStringList encrypt{"encrypt", "--password-file", password, path("a.xml"), path("a.enc")};
+        QStringList encrypt{"encrypt", "--classic", "--password-file", password, path("a.xml"), path("a.enc")};
         if (authenticated)
-            encrypt = QStringList{"encrypt", "--authenticated", "--iterations", "10"} + encrypt.mid(1);
+            encrypt = QStringList{"encrypt", "--iterations", "10", "--insecure"} + encrypt.mid(2);
         ASSERT_EQ(run(encrypt).exitCode, 0);
         write(path("out.xml"), "old");   // an existing file's mode is not kept either
         ::chmod(QFile::encodeName(path("out.xml")).constData(), 0644);
@@ -235,7 +235,7 @@ TEST_F(HostileTool, PeakMemoryOnLargeInputs)
     document += "</ledger>";
     write(path("doc.xml"), document);
     const QString password = withPassword("pw");
-    const ToolResult sealed = run({"encrypt", "--password-file", password, path("doc.xml"), path("doc.enc")});
+    const ToolResult sealed = run({"encrypt", "--classic", "--password-file", password, path("doc.xml"), path("doc.enc")});
     ASSERT_EQ(sealed.exitCode, 0);
     const ToolResult opened = run({"decrypt", "--password-file", password, path("doc.enc"), path("back.xml")});
     ASSERT_EQ(opened.exitCode, 0);

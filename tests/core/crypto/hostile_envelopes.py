@@ -40,8 +40,8 @@ def main():
         os.remove(target)
         return data
 
-    classic = sealed([])
-    authenticated = sealed(["--authenticated", "--iterations", "1000"])
+    classic = sealed(["--classic"])
+    authenticated = sealed(["--iterations", "1000", "--insecure"])
     manifest = []
 
     def put(name, data, outcome="refused"):

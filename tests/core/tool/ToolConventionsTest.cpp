@@ -1,0 +1,225 @@
+// The wq tool by command-line conventions: help and version, exit statuses,
+// standard output against standard error, "--", "-" for standard streams,
+// the envelope choices, and the bash completion.
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <functional>
+
+namespace {
+
+struct ToolRun {
+    int status = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+class ToolConventions : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+
+    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
+
+    void write(const char* name, const QByteArray& bytes) const
+    {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    // The tool with input on standard input and its own data folder.
+    ToolRun run(const QStringList& args, const QByteArray& input = {}, const QString& outputFile = {}) const
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), dir.filePath(QStringLiteral("data")));
+        process.setProcessEnvironment(environment);
+        if (!outputFile.isEmpty())
+            process.setStandardOutputFile(outputFile);
+        process.start(QStringLiteral(WQ_TOOL_PATH), args);
+        process.waitForStarted();
+        process.write(input);
+        process.closeWriteChannel();
+        process.waitForFinished(60000);
+        const bool exited = process.exitStatus() == QProcess::NormalExit;
+        return {exited ? process.exitCode() : -1, process.readAllStandardOutput(), process.readAllStandardError()};
+    }
+
+    // What bash offers for the words of a command line, the last one being typed.
+    QStringList complete(const QStringList& words) const
+    {
+        QProcess bash;
+        bash.setWorkingDirectory(dir.path());
+        bash.start(QStringLiteral("bash"),
+                   QStringList{QStringLiteral("-c"),
+                               QStringLiteral("source \"$0\"; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($#-1)); _wq; "
+                                              "printf '%s\\n' \"${COMPREPLY[@]}\""),
+                               QStringLiteral(WQ_COMPLETION)} + words);
+        bash.waitForFinished(30000);
+        QStringList offered = QString::fromUtf8(bash.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+        offered.sort();
+        return offered;
+    }
+};
+
+// What a run should show: its status, and checks on its two streams.
+struct Case {
+    QStringList args;
+    QByteArray input;
+    int status;
+    std::function<bool(const QByteArray&)> out;
+    std::function<bool(const QByteArray&)> err;
+};
+
+auto equals(const QByteArray& expected) { return [=](const QByteArray& s) { return s == expected; }; }
+auto has(const QByteArray& part) { return [=](const QByteArray& s) { return s.contains(part); }; }
+auto oneLineWith(const QByteArray& part) { return [=](const QByteArray& s) { return s.count('\n') == 1 && s.contains(part); }; }
+const auto empty = [](const QByteArray& s) { return s.isEmpty(); };
+
+void check(const ToolRun& r, const Case& c)
+{
+    const std::string what = c.args.join(u' ').toStdString();
+    EXPECT_EQ(r.status, c.status) << what << "\n" << r.err.toStdString();
+    EXPECT_TRUE(c.out(r.out)) << what << ": stdout " << r.out.toStdString();
+    EXPECT_TRUE(c.err(r.err)) << what << ": stderr " << r.err.toStdString();
+}
+
+} // namespace
+
+TEST_F(ToolConventions, HelpVersionStatusesAndTheEndOfOptions)
+{
+    write("in.txt", "foobar");
+    const QString in = path("in.txt"), missing = path("missing"), unwritable = path("no/such/folder/out");
+    const Case cases[] = {
+        // Help asked for goes to standard output; help forced on a user goes to standard error.
+        {{"--help"}, {}, 0, has("usage: wq COMMAND"), empty},
+        {{"help"}, {}, 0, has("usage: wq COMMAND"), empty},
+        {{"help", "money"}, {}, 0, has("usage: wq money format"), empty},
+        {{"money", "--help"}, {}, 0, has("usage: wq money format"), empty},
+        {{"date", "info", "-h"}, {}, 0, has("usage: wq date make"), empty},
+        {{"--version"}, {}, 0, equals("wq " WQ_VERSION "\n"), empty},
+        {{}, {}, 2, empty, has("usage: wq COMMAND")},
+        {{"help", "nothing"}, {}, 2, empty, oneLineWith("unknown command")},
+        {{"--frobnicate"}, {}, 2, empty, oneLineWith("unknown option")},
+        {{"date", "since", "2024-01-01", "2023-01-01", "--units"}, {}, 2, empty, oneLineWith("--units needs a value")},
+        {{"round", "2", "--lots"}, {}, 2, empty, oneLineWith("unknown option \"--lots\"")},
+        // "--" ends the options: what follows is an operand, whatever it looks like.
+        {{"money", "parse", "--5"}, {}, 2, empty, oneLineWith("unknown option \"--5\"")},
+        {{"money", "parse", "--locale", "en_US", "--", "--5"}, {}, 0, [](const QByteArray& s) { return !s.isEmpty(); }, empty},
+        {{"money", "format", "--locale", "en_US", "--", "-5"}, {}, 0, equals("-$5.00\n"), empty},
+        {{"escape", "xml", "--", "--help", "<"}, {}, 0, equals("--help\n&lt;\n"), empty},
+        {{"date", "--", "make", "2024", "1", "31"}, {}, 0, equals("2024-01-31\n"), empty},
+        {{"date", "since", "--units=y", "2024-03-01", "2023-01-01"}, {}, 0, equals("years=1\n"), empty},
+        // Negative numbers pass without "--" as well.
+        {{"round", "2", "-0.125"}, {}, 0, equals("-0.12\n"), empty},
+        // A missing input file and an unwritable output file are both usage errors.
+        {{"base64", "encode", missing}, {}, 2, empty, oneLineWith("cannot read")},
+        {{"inspect", missing}, {}, 2, empty, oneLineWith("cannot read")},
+        {{"encrypt", "--password-stdin", missing, path("x.enc")}, "pw\n", 2, empty, oneLineWith("cannot read")},
+        {{"decrypt", "--password-stdin", missing, path("x.xml")}, "pw\n", 2, empty, oneLineWith("cannot read")},
+        {{"base64", "encode", in, unwritable}, {}, 2, empty, oneLineWith("cannot write")},
+        {{"encrypt", "--password-stdin", in, unwritable}, "pw\n", 2, empty, oneLineWith("cannot write")},
+        // "-" is standard input and output.
+        {{"base64", "encode", "-", "-"}, "foobar", 0, equals("Zm9vYmFy\n"), empty},
+        {{"base64", "decode", "-"}, "Zm9vYmFy", 0, equals("foobar"), empty},
+    };
+    for (const Case& c : cases)
+        check(run(c.args, c.input), c);
+
+    // Output that cannot be written is a failure, not a usage error.
+    const ToolRun full = run({"--help"}, {}, QStringLiteral("/dev/full"));
+    EXPECT_EQ(full.status, 1);
+    EXPECT_TRUE(full.err.contains("cannot write to standard output"));
+}
+
+TEST_F(ToolConventions, NegativeYearsReadBackWhatTheyPrint)
+{
+    for (const char* year : {"-44", "-1", "-12345", "0"}) {
+        const ToolRun made = run({"date", "make", "--", year, "3", "15"});
+        ASSERT_EQ(made.status, 0) << year << made.err.toStdString();
+        const QString date = QString::fromUtf8(made.out).trimmed();
+        const ToolRun later = run({"date", "add", "--", date, "0", "0", "1"});
+        EXPECT_EQ(later.status, 0) << date.toStdString() << later.err.toStdString();
+        EXPECT_EQ(later.out, QByteArray(made.out).replace("-15\n", "-16\n")) << date.toStdString();
+    }
+    // The sign before four digits reads as the same year.
+    EXPECT_EQ(run({"date", "info", "--", "-0044-03-15"}).out, run({"date", "info", "-044-03-15"}).out);
+    EXPECT_EQ(run({"date", "since", "-0044-03-15", "-044-03-15"}).out, "years=0 months=0 days=0\n");
+}
+
+TEST_F(ToolConventions, EnvelopesAuthenticatedUnlessClassicAndWeakChoicesRefused)
+{
+    write("doc.xml", "<a>1</a>");
+    write("pw", "secret\n");
+    const QString doc = path("doc.xml"), pw = path("pw");
+    const Case cases[] = {
+        // Through standard input and output; the authenticated envelope says nothing.
+        {{"encrypt", "--password-file", pw, "-", path("auth.enc")}, "<a>1</a>", 0, empty, empty},
+        {{"inspect", "-"}, {}, 0, has("(authenticated)"), empty},   // fed below
+        {{"encrypt", "--classic", "--password-file", pw, doc, path("classic.enc")}, {}, 0, empty, oneLineWith("weak")},
+        {{"encrypt", "--password-stdin", doc, path("x.enc")}, "\n", 2, empty, oneLineWith("--insecure")},
+        {{"encrypt", "--classic", "--password-stdin", doc, path("x.enc")}, "\n", 2, empty, has("--insecure")},
+        {{"encrypt", "--iterations", "599999", "--password-file", pw, doc, path("x.enc")}, {}, 2, empty,
+         oneLineWith("600000")},
+        {{"encrypt", "--classic", "--iterations", "600000", doc, path("x.enc")}, {}, 2, empty, oneLineWith("--iterations")},
+        {{"encrypt", "--insecure", "--iterations", "10", "--password-stdin", doc, path("empty.enc")}, "\n", 0, empty, empty},
+        {{"decrypt", "--password-stdin", path("empty.enc"), "-"}, "\n", 0, equals("<a>1</a>"), empty},
+        {{"decrypt", "--password-file", "-", path("auth.enc"), "-"}, "secret\n", 0, equals("<a>1</a>"), empty},
+        {{"decrypt", "--password-file", "-", path("auth.enc"), "-"}, "wrong\n", 1, empty, oneLineWith("password")},
+    };
+    for (const Case& c : cases) {
+        QByteArray input = c.input;
+        if (c.args == QStringList{"inspect", "-"}) {
+            QFile envelope(path("auth.enc"));
+            ASSERT_TRUE(envelope.open(QIODevice::ReadOnly));
+            input = envelope.readAll();
+        }
+        check(run(c.args, input), c);
+    }
+    EXPECT_TRUE(run({"inspect", path("classic.enc")}).out.contains("aes128-cbc"));
+    EXPECT_FALSE(QFile::exists(path("x.enc")));
+}
+
+TEST_F(ToolConventions, LogWriteTakesLinesFromStandardInput)
+{
+    ASSERT_EQ(run({"log", "--app", "ledger", "write"}, "first\n\nsecond\r\nthird").status, 0);
+    ASSERT_EQ(run({"log", "--app", "ledger", "write", "--", "--fourth"}).status, 0);
+    const QStringList lines = QString::fromUtf8(run({"log", "--app", "ledger", "tail", "10"}).out).split(u'\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 4);
+    const QStringList expected{"first", "second", "third", "--fourth"};
+    for (qsizetype i = 0; i < lines.size(); ++i)
+        EXPECT_TRUE(lines[i].endsWith(QStringLiteral(" | ") + expected[i])) << lines[i].toStdString();
+    EXPECT_EQ(run({"log", "--app", "ledger", "write"}, "\xff\n").status, 2);
+}
+
+TEST_F(ToolConventions, BashCompletionKnowsTheCommands)
+{
+    // Every command the tool lists, and nothing else.
+    QStringList listed{"help", "--help", "--version"};
+    const QString overview = QString::fromUtf8(run({"help"}).out);
+    const QRegularExpression commandLine(QStringLiteral("^  ([a-z0-9-]+) "), QRegularExpression::MultilineOption);
+    for (auto it = commandLine.globalMatch(overview); it.hasNext();)
+        listed << it.next().captured(1);
+    listed.sort();
+    EXPECT_GT(listed.size(), 10);
+    EXPECT_EQ(complete({"wq", ""}), listed);
+
+    write("ledger.xml", "");
+    const std::pair<QStringList, QStringList> cases[] = {
+        {{"wq", "date", ""}, {"add", "format", "from-day", "info", "make", "since"}},
+        {{"wq", "date", "since", "--units", "y"}, {"y", "yd", "ym", "ymd"}},
+        {{"wq", "encrypt", "--i"}, {"--insecure", "--iterations"}},
+        {{"wq", "encrypt", "--classic", "led"}, {"ledger.xml"}},
+        {{"wq", "decrypt", "--password-file", "led"}, {"ledger.xml"}},
+        {{"wq", "money", "--places", "2", "f"}, {"format"}},
+        {{"wq", "money", "format", "--", "--"}, {}},
+    };
+    for (const auto& [words, offered] : cases)
+        EXPECT_EQ(complete(words), offered) << words.join(u' ').toStdString();
+}
