@@ -23,6 +23,8 @@ public:
         _formatter = std::make_shared<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat());
         _field = new wq::WQLineEdit(_formatter, window.entryRow());
         _field->setObjectName(QStringLiteral("date"));
+        // Room for the longest short date of any regional settings.
+        _field->setMinimumWidth(_field->fontMetrics().horizontalAdvance(QStringLiteral("00.00.0000")) + 12);
         _field->setToolTip(QStringLiteral("+ or = next day, - previous day, Alt for months, t today"));
         wq::setWQDateValue(*_field, wq::WQDate::date().value_or(wq::WQDate(2026, 3, 15)));
         window.addFieldGroup(QStringLiteral("Date"), _field, QStringLiteral("Date"), 0);

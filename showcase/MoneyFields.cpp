@@ -80,12 +80,12 @@ public:
             _amount->validateEditing();
             _amount->setFormatter(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, on));
         });
-        window.addFieldGroup(QStringLiteral("Calculator"), _calculate);
+        window.addOption(QStringLiteral("Calculator"), _calculate);
 
         _atm = new QCheckBox(QStringLiteral("ATM typing"), window.entryRow());
         _atm->setObjectName(QStringLiteral("atm"));
         QObject::connect(_atm, &QCheckBox::toggled, _atm, [this](bool on) { _document.atm = on; });
-        window.addFieldGroup(QStringLiteral("Typing"), _atm);
+        window.addOption(QStringLiteral("Typing"), _atm);
 
         _currency = new QComboBox(window.entryRow());
         _currency->setObjectName(QStringLiteral("currency"));
@@ -95,13 +95,15 @@ public:
             wq::WQNotificationCenter::defaultCenter().postNotificationName(wq::kWQNotification_CurrencyChanged,
                                                                           &_document);
         });
-        window.addFieldGroup(QStringLiteral("Currency"), _currency);
+        window.addOption(QStringLiteral("Currency"), _currency);
 
         _count = new wq::WQLineEdit(std::make_shared<wq::WQPositiveIntegerFormatter>(), window.entryRow());
         _count->setObjectName(QStringLiteral("payments"));
+        _count->setMinimumWidth(_count->fontMetrics().horizontalAdvance(QStringLiteral("0.000.000.000")) + 12);
         window.addFieldGroup(QStringLiteral("Payments"), _count);
         _rate = new wq::WQLineEdit(std::make_shared<wq::WQDecimalFormatter>(), window.entryRow());
         _rate->setObjectName(QStringLiteral("rate"));
+        _rate->setMinimumWidth(_rate->fontMetrics().horizontalAdvance(QStringLiteral("000,0000")) + 12);
         window.addFieldGroup(QStringLiteral("Rate %"), _rate);
 
         // Integer and decimal formatters read the numeric locale when made.

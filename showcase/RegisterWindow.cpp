@@ -1,5 +1,6 @@
 #include "RegisterWindow.h"
 
+#include "RegisterStore.h"
 #include "SidePanels.h"
 
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
@@ -10,17 +11,44 @@
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include <QAbstractSpinBox>
+#include <QCloseEvent>
+#include <QDateEdit>
+#include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QInputDialog>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
+#include <QSet>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace showcase {
 namespace {
 
-constexpr int kDateRole = Qt::UserRole + 1;
-constexpr int kAmountRole = Qt::UserRole + 2;
-const QStringList kColumns = {QStringLiteral("Date"), QStringLiteral("Payee"), QStringLiteral("Amount")};
+// A caption's text with an Alt-letter: its first letter not yet taken.
+QString withMnemonic(const QString& label, QSet<QChar>& taken)
+{
+    for (qsizetype i = 0; i < label.size(); ++i) {
+        const QChar c = label[i].toLower();
+        if (c.isLetter() && !taken.contains(c)) {
+            taken.insert(c);
+            return label.left(i) + u'&' + label.mid(i);
+        }
+    }
+    return label;
+}
+
+// Letters the window's menus and buttons already answer to.
+void takeMnemonics(const QString& text, QSet<QChar>& taken)
+{
+    const qsizetype at = text.indexOf(u'&');
+    if (at >= 0 && at + 1 < text.size())
+        taken.insert(text[at + 1].toLower());
+}
 
 } // namespace
 
@@ -32,16 +60,29 @@ RegisterWindow::RegisterWindow()
     auto* layout = new QVBoxLayout(this);
     _message = new QLabel(this);
     _message->setStyleSheet(QStringLiteral("color: #b00020;"));
+    _message->setWordWrap(true);
 
-    _rows = new QStandardItemModel(0, int(kColumns.size()), this);
-    _rows->setHorizontalHeaderLabels(kColumns);
+    _book = new RegisterBook(
+        [this](const wq::WQDate& date) { return _dates->stringForObjectValue(QVariant::fromValue(date)).value_or(QString()); },
+        [this](double amount) { return _amounts->stringForObjectValue(amount).value_or(QString()); }, this);
     _table = new wq::WQTableView(this);
-    _table->setModel(_rows);
-    _table->horizontalHeader()->setStretchLastSection(true);
-    _table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    _table->setObjectName(QStringLiteral("register"));
+    _table->setAccessibleName(QStringLiteral("Register"));
+    _table->setAccessibleDescription(QStringLiteral("The transactions in date order, with the running balance"));
+    _table->setModel(&_book->model());
+    // The payee takes what the window gives; the others fit their texts.
+    QHeaderView* header = _table->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(RegisterBook::PayeeColumn, QHeaderView::Stretch);
     _table->verticalHeader()->hide();
     _table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     _table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    _table->setMinimumWidth(320);
+
+    _options = new QHBoxLayout;
+    _options->addStretch(1);
+    layout->addLayout(_options);
+
     _sidePanels = new SidePanels(this);
     auto* registerRow = new QHBoxLayout;
     registerRow->addWidget(_table, 1);
@@ -56,71 +97,55 @@ RegisterWindow::RegisterWindow()
     auto* payee = new wq::WQLineEdit(_entryRow);
     payee->setObjectName(QStringLiteral("payee"));
     payee->setPlaceholderText(QStringLiteral("Payee"));
+    payee->setToolTip(QStringLiteral("Who was paid, or who paid"));
+    payee->setMinimumWidth(payee->fontMetrics().horizontalAdvance(QStringLiteral("City Power & Light")) + 12);
     addFieldGroup(QStringLiteral("Payee"), payee, QStringLiteral("Payee"));
 
     _buttons = new QHBoxLayout;
-    auto* buttons = _buttons;
-    buttons->addWidget(_message, 1);
-    auto* enter = new QPushButton(QStringLiteral("Enter"), this);
-    enter->setAutoDefault(false);
-    connect(enter, &QPushButton::clicked, this, &RegisterWindow::enterTransaction);
-    buttons->addWidget(enter);
-    layout->addLayout(buttons);
+    _buttons->addWidget(_message, 1);
+    _enter = new QPushButton(QStringLiteral("&Enter"), this);
+    _enter->setObjectName(QStringLiteral("enter"));
+    _enter->setAutoDefault(false);
+    _enter->setAccessibleDescription(QStringLiteral("Records the transaction of the entry row"));
+    connect(_enter, &QPushButton::clicked, this, &RegisterWindow::enterTransaction);
+    _buttons->addWidget(_enter);
+    layout->addLayout(_buttons);
 
     _seed();
     // Rows show their dates in the user's current short format.
     _localeObservation.observe(wq::kWQNotif_CurrentLocaleDidChange, nullptr, [this](const wq::WQNotification&) {
         _dates->setDateFormat(wq::WQDateFormatter::shortDateFormat());
-        _renderDates();
+        _book->render();
     });
     // The system money formatter re-reads its settings a moment after a
     // change and then announces it.
     _moneyObservation.observe(wq::kWQNotif_MoneyFormatterChanged, _amounts.get(),
-                               [this](const wq::WQNotification&) { _renderDates(); });
+                              [this](const wq::WQNotification&) { _book->render(); });
+
+    // Changes reach the file in one write, a moment after the last.
+    _saveSoon.setSingleShot(true);
+    _saveSoon.setInterval(250);
+    connect(&_saveSoon, &QTimer::timeout, this, &RegisterWindow::_save);
+    connect(_book, &RegisterBook::changed, this, [this] {
+        if (_writable)
+            _saveSoon.start();
+    });
 }
 
-RegisterWindow::~RegisterWindow() = default;
+RegisterWindow::~RegisterWindow()
+{
+    if (_saveSoon.isActive())
+        _save();
+}
 
 void RegisterWindow::_seed()
 {
-    struct Row {
-        wq::WQDate date;
-        const char* payee;
-        double amount;
-    };
-    const Row rows[] = {
-        {wq::WQDate(2026, 3, 2), "Opening balance", 2500.00},
-        {wq::WQDate(2026, 3, 5), "Corner Grocery", -84.17},
-        {wq::WQDate(2026, 3, 9), "City Power & Light", -61.40},
-        {wq::WQDate(2026, 3, 12), "Paycheck", 1912.55},
-    };
-    for (const Row& row : rows) {
-        const int r = _rows->rowCount();
-        _rows->insertRow(r);
-        auto* date = new QStandardItem;
-        date->setData(QVariant::fromValue(row.date), kDateRole);
-        _rows->setItem(r, 0, date);
-        _rows->setItem(r, 1, new QStandardItem(QString::fromUtf8(row.payee)));
-        auto* amount = new QStandardItem;
-        amount->setData(row.amount, kAmountRole);
-        amount->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        _rows->setItem(r, 2, amount);
-    }
-    _renderDates();
-}
-
-void RegisterWindow::_renderDates()
-{
-    for (int r = 0; r < _rows->rowCount(); ++r) {
-        QStandardItem* item = _rows->item(r, 0);
-        if (item && item->data(kDateRole).isValid())
-            item->setText(_dates->stringForObjectValue(item->data(kDateRole)).value_or(QString()));
-        // Seeded amounts are in the system's currency; entered ones keep the
-        // text of the document's currency they were typed in.
-        QStandardItem* amount = _rows->item(r, 2);
-        if (amount && amount->data(kAmountRole).isValid())
-            amount->setText(_amounts->stringForObjectValue(amount->data(kAmountRole)).value_or(QString()));
-    }
+    _book->setTransactions({
+        {wq::WQDate(2026, 3, 2), QStringLiteral("Opening balance"), 2500.00, QString(), true},
+        {wq::WQDate(2026, 3, 5), QStringLiteral("Corner Grocery"), -84.17, QString(), false},
+        {wq::WQDate(2026, 3, 9), QStringLiteral("City Power & Light"), -61.40, QString(), false},
+        {wq::WQDate(2026, 3, 12), QStringLiteral("Paycheck"), 1912.55, QString(), false},
+    });
 }
 
 void RegisterWindow::addFieldGroup(const QString& label, QWidget* field, const QString& column, int place)
@@ -130,14 +155,27 @@ void RegisterWindow::addFieldGroup(const QString& label, QWidget* field, const Q
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     auto* caption = new QLabel(label, group);
+    caption->setObjectName(QStringLiteral("caption"));
     caption->setStyleSheet(QStringLiteral("color: #555; font-size: 11px;"));
     layout->addWidget(caption);
     field->setParent(group);
     layout->addWidget(field);
     _entryLayout->insertWidget(place, group, field->objectName() == QStringLiteral("payee") ? 2 : 1);
     _groups.append({field, column, label});
+    field->installEventFilter(this);
     if (auto* lineEdit = qobject_cast<wq::WQLineEdit*>(field))
         watch(lineEdit);
+}
+
+void RegisterWindow::addOption(const QString& label, QWidget* control)
+{
+    auto* caption = new QLabel(label + u':', this);
+    caption->setObjectName(QStringLiteral("caption"));
+    control->setParent(this);
+    _options->insertWidget(_options->count() - 1, caption);
+    _options->insertWidget(_options->count() - 1, control);
+    _options->insertSpacing(_options->count() - 1, 12);
+    _groups.append({control, QString(), label});
 }
 
 void RegisterWindow::addButton(QWidget* button)
@@ -145,6 +183,99 @@ void RegisterWindow::addButton(QWidget* button)
     // After the message line, before Enter.
     button->setParent(this);
     _buttons->insertWidget(_buttons->count() - 1, button);
+}
+
+void RegisterWindow::finishEntryRow()
+{
+    QSet<QChar> taken;
+    for (const QMenuBar* bar : findChildren<QMenuBar*>())
+        for (const QAction* menu : bar->actions())
+            takeMnemonics(menu->text(), taken);
+    for (const QAbstractButton* button : findChildren<QAbstractButton*>())
+        takeMnemonics(button->text(), taken);
+
+    // The focusable widget of each group as it stands now (a date picker may
+    // have taken its field's place).
+    const auto shownWidget = [](QWidget* field) -> QWidget* {
+        if (field->isHidden())
+            if (auto* picker = qobject_cast<QDateEdit*>(field->parentWidget()))
+                return picker;
+        return field;
+    };
+
+    // The options above the register, then the entry row left to right,
+    // then the buttons: the order the eye reads them.
+    QList<QWidget*> chain;
+    for (int i = 0; i < _options->count(); ++i)
+        if (QWidget* w = _options->itemAt(i)->widget(); w && w->focusPolicy() & Qt::TabFocus)
+            chain << w;
+    for (int i = 0; i < _entryLayout->count(); ++i) {
+        QWidget* container = _entryLayout->itemAt(i)->widget();
+        for (const Group& group : std::as_const(_groups))
+            if (group.field->parentWidget() == container || (group.field->parentWidget()
+                                                             && group.field->parentWidget()->parentWidget() == container))
+                chain << shownWidget(group.field);
+    }
+    for (int i = 0; i < _buttons->count(); ++i)
+        if (QWidget* w = _buttons->itemAt(i)->widget(); w && w->focusPolicy() & Qt::TabFocus)
+            chain << w;
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        QWidget::setTabOrder(chain[i - 1], chain[i]);
+    _tabChain = chain;
+
+    for (const Group& group : std::as_const(_groups)) {
+        QWidget* field = shownWidget(group.field);
+        QLabel* caption = nullptr;
+        for (QLabel* label : findChildren<QLabel*>(QStringLiteral("caption")))
+            if (label->text() == group.label || label->text() == group.label + u':')
+                caption = label;
+        if (caption) {
+            caption->setText(withMnemonic(caption->text(), taken));
+            caption->setBuddy(field);
+        }
+        if (field != group.field)
+            field->installEventFilter(this);
+        field->setAccessibleName(group.label);
+        if (field->accessibleDescription().isEmpty())
+            field->setAccessibleDescription(!group.field->toolTip().isEmpty()
+                                                ? group.field->toolTip()
+                                                : QStringLiteral("%1 of the transaction; Return records it").arg(group.label));
+    }
+    // Nothing narrower than what the fields need.
+    setMinimumSize(layout()->totalMinimumSize());
+}
+
+bool RegisterWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    // A date picker steps through its sections with Tab; in the entry row
+    // Tab goes to the next field, as everywhere else (arrows pick sections).
+    if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) && qobject_cast<QDateEdit*>(watched)) {
+        const bool back = key->key() == Qt::Key_Backtab || (key->modifiers() & Qt::ShiftModifier);
+        const qsizetype at = _tabChain.indexOf(static_cast<QWidget*>(watched));
+        for (qsizetype i = at + (back ? -1 : 1); at >= 0 && i >= 0 && i < _tabChain.size(); i += back ? -1 : 1)
+            if (_tabChain[i]->isVisible() && _tabChain[i]->isEnabled()) {
+                _tabChain[i]->setFocus(back ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+                return true;
+            }
+        return QWidget::eventFilter(watched, event);
+    }
+    if ((key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
+        || (key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return QWidget::eventFilter(watched, event);
+    // Return records the row, as Enter does (a refused field keeps it).
+    enterTransaction();
+    return true;
+}
+
+QWidget* RegisterWindow::_fieldFor(const QString& column) const
+{
+    for (const Group& group : _groups)
+        if (group.column == column)
+            return group.field;
+    return nullptr;
 }
 
 void RegisterWindow::watch(wq::WQLineEdit* field)
@@ -190,29 +321,130 @@ QString RegisterWindow::shownText(const QWidget* field)
 
 bool RegisterWindow::enterTransaction()
 {
+    auto* dateField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Date")));
+    auto* payeeField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Payee")));
+    auto* amountField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Amount")));
+    // Judged before the fields commit, which would turn a blank amount (or
+    // a lone currency symbol) into 0.
+    const bool noAmount = !amountField
+                          || std::none_of(amountField->text().cbegin(), amountField->text().cend(),
+                                          [](QChar c) { return c.isDigit(); });
     for (const Group& group : _groups) {
         if (auto* lineEdit = qobject_cast<wq::WQLineEdit*>(group.field); lineEdit && !lineEdit->validateEditing()) {
             lineEdit->setFocus();
             return false;
         }
     }
-    const int r = _rows->rowCount();
-    _rows->insertRow(r);
-    for (const Group& group : _groups) {
-        const int column = int(kColumns.indexOf(group.column));
-        if (column < 0)
-            continue;
-        auto* item = new QStandardItem(shownText(group.field));
-        if (const auto* lineEdit = qobject_cast<const wq::WQLineEdit*>(group.field))
-            if (const std::optional<wq::WQDate> date = wq::WQDateValue(*lineEdit))
-                item->setData(QVariant::fromValue(*date), kDateRole);
-        if (column == 2)
-            item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        _rows->setItem(r, column, item);
+    const std::optional<wq::WQDate> date = dateField ? wq::WQDateValue(*dateField) : std::nullopt;
+    const QString payee = payeeField ? payeeField->text().trimmed() : QString();
+    const QVariant amount = amountField ? amountField->objectValue() : QVariant();
+
+    QStringList missing;
+    if (!date)
+        missing << QStringLiteral("date");
+    if (payee.isEmpty())
+        missing << QStringLiteral("payee");
+    // A zero amount records nothing either.
+    if (noAmount || !amount.isValid() || amount.toDouble() == 0)
+        missing << QStringLiteral("amount");
+    if (!missing.isEmpty()) {
+        showMessage(QStringLiteral("To record a transaction, fill in the %1.").arg(missing.join(QStringLiteral(" and "))));
+        return false;
     }
-    _table->scrollToBottom();
+
+    // Amounts typed in a document's currency keep the text they were typed in.
+    const QString typed = amountField->text();
+    const QString system = _amounts->stringForObjectValue(amount.toDouble()).value_or(QString());
+    const int row = _book->add({*date, payee, amount.toDouble(), typed == system ? QString() : typed, false});
+    _table->selectRow(row);
+    _table->scrollTo(_book->model().index(row, 0));
     _message->clear();
+
+    payeeField->setObjectValue(QString());
+    amountField->setObjectValue(QVariant());
+    dateField->setFocus();
+    dateField->selectAll();
     return true;
+}
+
+bool RegisterWindow::keepIn(const QString& path)
+{
+    _store = std::make_unique<RegisterStore>(path);
+    _writable = _store->lock();
+    RegisterStore::Loaded loaded = _store->load();
+    for (int attempt = 0; !loaded.ok && loaded.encrypted && attempt < 3; ++attempt) {
+        bool given = false;
+        const QString password = QInputDialog::getText(this, QStringLiteral("Register password"),
+                                                       QStringLiteral("The register is encrypted. Password:"),
+                                                       QLineEdit::Password, QString(), &given);
+        if (!given)
+            break;
+        loaded = _store->load(password);
+        if (loaded.ok)
+            _password = password;
+    }
+    if (!loaded.ok) {
+        // Never write over a file that could not be read.
+        _writable = false;
+        showMessage((loaded.error.isEmpty() ? QStringLiteral("The register was not opened.") : loaded.error)
+                    + QStringLiteral(" Changes here are not kept."));
+        return false;
+    }
+    if (QFile::exists(path))
+        _book->setTransactions(loaded.transactions);
+    if (!_writable) {
+        showMessage(QStringLiteral("The register is open in another window; changes here are not kept."));
+        return false;
+    }
+    if (!QFile::exists(path))
+        _save();
+
+    // Settings > Register Password…, when the window has menus.
+    if (QMenuBar* bar = findChild<QMenuBar*>()) {
+        QMenu* settings = nullptr;
+        for (QAction* action : bar->actions())
+            if (action->menu() && action->text().remove(u'&') == QStringLiteral("Settings"))
+                settings = action->menu();
+        if (!settings)
+            settings = bar->addMenu(QStringLiteral("&Settings"));
+        settings->addSeparator();
+        QAction* password = settings->addAction(QStringLiteral("Register &Password\u2026"));
+        password->setObjectName(QStringLiteral("registerPassword"));
+        connect(password, &QAction::triggered, this, [this] {
+            bool given = false;
+            const QString chosen = QInputDialog::getText(
+                this, QStringLiteral("Register password"),
+                QStringLiteral("Password for the register file (empty: not encrypted):"), QLineEdit::Password,
+                QString(), &given);
+            if (given)
+                setPassword(chosen);
+        });
+    }
+    return true;
+}
+
+void RegisterWindow::setPassword(const QString& password)
+{
+    _password = password;
+    if (_writable)
+        _save();
+}
+
+void RegisterWindow::_save()
+{
+    _saveSoon.stop();
+    if (!_store || !_writable)
+        return;
+    QString error;
+    if (!_store->save(_book->transactions(), _password, &error))
+        showMessage(error);
+}
+
+void RegisterWindow::closeEvent(QCloseEvent* event)
+{
+    if (_saveSoon.isActive())
+        _save();
+    QWidget::closeEvent(event);
 }
 
 } // namespace showcase

@@ -8,14 +8,18 @@
 
 #include <WQGeneral/views/WQTableView.h>
 
+#include "RegisterBook.h"
+
 #include <QLabel>
 #include <QStandardItemModel>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
 #include <memory>
 
 class QHBoxLayout;
+class QPushButton;
 
 namespace wq {
 class WQLineEdit;
@@ -26,6 +30,7 @@ class WQMoneyFormatter;
 namespace showcase {
 
 class SidePanels;
+class RegisterStore;
 
 class RegisterWindow : public QWidget {
     Q_OBJECT
@@ -41,6 +46,18 @@ public:
     void addFieldGroup(const QString& label, QWidget* field, const QString& column = QString(), int place = -1);
     // Adds a button beside Enter, to its left.
     void addButton(QWidget* button);
+    // Adds a labelled control to the typing options above the register.
+    void addOption(const QString& label, QWidget* control);
+    // Once every feature has added its fields: tab order in visual order,
+    // labels with Alt-letter shortcuts tied to their fields, accessible
+    // names and descriptions, and the window's minimum size.
+    void finishEntryRow();
+    // Keeps the register in the file at path between runs; asks for the
+    // password of an encrypted one. False when it cannot be written (another
+    // instance has it, or it could not be read); the window then says so.
+    bool keepIn(const QString& path);
+    // The password future saves encrypt with (empty: a plain file).
+    void setPassword(const QString& password);
     // Refusals of the field go to the presenter (the message line when there
     // is none) and to refusalShown.
     void watch(wq::WQLineEdit* field);
@@ -49,27 +66,42 @@ public:
 
     void showMessage(const QString& message);
     wq::WQTableView& table() { return *_table; }
-    // The register's rows: Date, Payee, Amount.
-    QStandardItemModel& rows() { return *_rows; }
+    // The register's rows: Date, Payee, Amount, Balance.
+    QStandardItemModel& rows() { return _book->model(); }
+    RegisterBook& book() { return *_book; }
     // The column of panels beside the register (hidden while it has none).
     SidePanels& sidePanels() { return *_sidePanels; }
     // The text a field shows: line edits and spin boxes alike.
     static QString shownText(const QWidget* field);
 
 public slots:
-    // Reads every field and, when all are valid, adds the row.
+    // Reads every field and, when all are valid and the date, payee and
+    // amount are there, records the transaction in date order, empties the
+    // payee and amount and puts the focus back on the date.
     bool enterTransaction();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 signals:
     void refusalShown(const QString& message);
 
 private:
     void _seed();
-    void _renderDates();
     void _refuse(wq::WQLineEdit* field, const QString& message);
+    QWidget* _fieldFor(const QString& column) const;
+    void _save();
 
     wq::WQTableView* _table = nullptr;
-    QStandardItemModel* _rows = nullptr;
+    RegisterBook* _book = nullptr;
+    QHBoxLayout* _options = nullptr;
+    QPushButton* _enter = nullptr;
+    std::unique_ptr<RegisterStore> _store;
+    bool _writable = false;
+    QString _password;
+    QTimer _saveSoon;
+    QList<QWidget*> _tabChain;
     SidePanels* _sidePanels = nullptr;
     QWidget* _entryRow = nullptr;
     QHBoxLayout* _entryLayout = nullptr;

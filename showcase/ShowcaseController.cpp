@@ -188,12 +188,7 @@ void ShowcaseController::newTransaction()
         sheetForBlankTextField(payee, QStringLiteral("Payee"));
         return;
     }
-    if (!_register.enterTransaction())
-        return;
-    if (payee) {
-        payee->setObjectValue(QString());
-        payee->setFocus();
-    }
+    _register.enterTransaction();
 }
 
 void ShowcaseController::deleteTransaction()

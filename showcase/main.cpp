@@ -16,6 +16,8 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
+#include <QStandardPaths>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -71,6 +73,11 @@ int main(int argc, char** argv)
     parser.addOption(tour);
     parser.addOption(keys);
     parser.addOption(locale);
+    const QCommandLineOption registerFile(QStringLiteral("register"),
+                                          QStringLiteral("Keep the register in <file> (default: register.xml in the "
+                                                         "application's data folder)."),
+                                          QStringLiteral("file"));
+    parser.addOption(registerFile);
     if (!parser.parse(QApplication::arguments())) {
         std::fprintf(stderr, "wq-showcase: %s\n", qPrintable(parser.errorText()));
         return 2;
@@ -91,6 +98,7 @@ int main(int argc, char** argv)
     const auto features = showcase::makeFeatures();
     for (const auto& feature : features)
         feature->build(window);
+    window.finishEntryRow();
 
     if (parser.isSet(tour))
         return showcase::runTour(window, features, parser.value(tour));
@@ -102,6 +110,12 @@ int main(int argc, char** argv)
         window.resize(1000, 560);
         return showcase::runKeys(window, parser.value(keys), parser.positionalArguments().front());
     }
+    // The register is kept between runs (the tour and keys modes start from
+    // the sample rows and keep nothing).
+    window.keepIn(parser.isSet(registerFile)
+                      ? parser.value(registerFile)
+                      : QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
+                            .filePath(QStringLiteral("register.xml")));
     window.resize(1000, 560);
     window.show();
     return app.exec();

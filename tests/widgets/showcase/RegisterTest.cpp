@@ -1,0 +1,250 @@
+// The showcase's register as a user keeps it: Return records in date order
+// with a running balance, Tab walks the entry row as it reads, every field is
+// named for assistive technology, nothing is clipped at the minimum size, and
+// the register survives a restart without a second instance spoiling it.
+
+#include "RegisterStore.h"
+#include "RegisterWindow.h"
+#include "ShowcaseFeature.h"
+
+#include "WQTestSupport.h"
+
+#include <WQGeneral/fields/WQLineEdit.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+namespace showcase {
+std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures();
+}
+
+using namespace showcase;
+
+namespace {
+
+class Register : public ::testing::Test {
+protected:
+    void SetUp() override { open(); }
+
+    void open(const QString& file = QString())
+    {
+        window = std::make_unique<RegisterWindow>();
+        features = makeFeatures();
+        for (const auto& feature : features)
+            feature->build(*window);
+        window->finishEntryRow();
+        if (!file.isEmpty())
+            kept = window->keepIn(file);
+        window->resize(1000, 560);
+        window->show();
+        QApplication::setActiveWindow(window.get());
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    void close()
+    {
+        features.clear();
+        window.reset();
+    }
+
+    wq::WQLineEdit* field(const char* name) const { return window->findChild<wq::WQLineEdit*>(QString::fromUtf8(name)); }
+
+    // Types into a field as a user does: focus, select all, keys.
+    void type(const char* name, const QString& text) const
+    {
+        wq::WQLineEdit* f = field(name);
+        f->setFocus();
+        f->selectAll();
+        if (text.isEmpty())
+            QTest::keyClick(f, Qt::Key_Backspace);
+        QTest::keyClicks(f, text);
+    }
+
+    void record(const QString& date, const QString& payee, const QString& amount, const char* returnIn = "amount")
+    {
+        type("date", date);
+        type("payee", payee);
+        type("amount", amount);
+        QTest::keyClick(field(returnIn), Qt::Key_Return);
+    }
+
+    QString cell(int row, int column) const { return window->rows().index(row, column).data().toString(); }
+
+    wq::test::ScopedLocale locale{QStringLiteral("en_US")};
+    std::unique_ptr<RegisterWindow> window;
+    std::vector<std::unique_ptr<ShowcaseFeature>> features;
+    bool kept = false;
+};
+
+TEST_F(Register, ReturnRecordsInDateOrderOnlyWhenTheRowIsComplete)
+{
+    const int before = window->rows().rowCount();
+    // Between the 5th and the 9th; Return in the payee field records too.
+    record(u"3/7/26"_qs, u"Bakery"_qs, u"12.5"_qs, "payee");
+    ASSERT_EQ(window->rows().rowCount(), before + 1);
+    EXPECT_EQ(cell(2, RegisterBook::PayeeColumn), u"Bakery");
+    EXPECT_EQ(cell(2, RegisterBook::AmountColumn), u"$12.50");
+    EXPECT_EQ(cell(2, RegisterBook::BalanceColumn), u"$2,428.33");
+    EXPECT_EQ(cell(4, RegisterBook::BalanceColumn), u"$4,279.48");
+    // The row is empty again and the date takes the next one.
+    EXPECT_EQ(field("payee")->text(), u"");
+    EXPECT_EQ(field("amount")->text(), u"");
+    EXPECT_EQ(QApplication::focusWidget(), field("date"));
+
+    // Same day as the Corner Grocery: after it, not before.
+    record(u"3/5/26"_qs, u"Pharmacy"_qs, u"9"_qs);
+    EXPECT_EQ(cell(1, RegisterBook::PayeeColumn), u"Corner Grocery");
+    EXPECT_EQ(cell(2, RegisterBook::PayeeColumn), u"Pharmacy");
+
+    // Nothing is recorded without a payee or an amount, or with a refused date.
+    const int complete = window->rows().rowCount();
+    record(u"3/8/26"_qs, QString(), u"5"_qs);
+    record(u"3/8/26"_qs, u"Kiosk"_qs, QString());
+    QTest::keyClick(field("date"), Qt::Key_Return);
+    type("date", u"2/30"_qs);
+    QTest::keyClick(field("date"), Qt::Key_Return);
+    EXPECT_EQ(window->rows().rowCount(), complete);
+    EXPECT_EQ(window->findChild<QPushButton*>(u"enter"_qs)->isEnabled(), true);
+}
+
+TEST_F(Register, BalanceRunsDownTheRowsAndNegativesShowInTheNegativeColour)
+{
+    const QStringList balances = {u"$2,500.00"_qs, u"$2,415.83"_qs, u"$2,354.43"_qs, u"$4,266.98"_qs};
+    const QColor negative = RegisterBook::negativeColour(QApplication::palette());
+    for (int row = 0; row < balances.size(); ++row) {
+        EXPECT_EQ(cell(row, RegisterBook::BalanceColumn), balances[row]);
+        const QModelIndex amount = window->rows().index(row, RegisterBook::AmountColumn);
+        const bool isNegative = amount.data(RegisterBook::kAmountRole).toDouble() < 0;
+        EXPECT_EQ(amount.data(Qt::ForegroundRole).value<QColor>() == negative, isNegative) << row;
+    }
+    // Removing a row (the table's own Delete) carries the balance along.
+    window->rows().removeRow(0);
+    EXPECT_EQ(cell(0, RegisterBook::BalanceColumn), u"-$84.17");
+    EXPECT_EQ(window->rows().index(0, RegisterBook::BalanceColumn).data(Qt::ForegroundRole).value<QColor>(), negative);
+}
+
+TEST_F(Register, TabFollowsTheEntryRowAndEveryFieldHasALabelNameAndDescription)
+{
+    field("date")->setFocus();
+    QStringList names;
+    for (int i = 0; i < 7; ++i) {
+        QWidget* focus = QApplication::focusWidget();
+        ASSERT_NE(focus, nullptr);
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(focus);
+        ASSERT_NE(accessible, nullptr);
+        names << accessible->text(QAccessible::Name);
+        EXPECT_FALSE(accessible->text(QAccessible::Description).isEmpty()) << names.back().toStdString();
+        QTest::keyClick(focus, Qt::Key_Tab);
+    }
+    // Clear stands before Enter while the row has something to clear.
+    QStringList expected = {u"Date"_qs, u"Cleared on"_qs, u"Payee"_qs, u"Amount"_qs, u"Payments"_qs, u"Rate %"_qs};
+    const QWidget* clear = window->findChild<QWidget*>(u"clear"_qs);
+    expected << (clear && clear->isVisible() ? u"Clear"_qs : u"Enter"_qs);
+    EXPECT_EQ(names, expected);
+
+    // Each caption answers to its own Alt-letter and leads to its field.
+    QSet<QChar> letters;
+    for (const QLabel* caption : window->entryRow()->findChildren<QLabel*>(u"caption"_qs)) {
+        const qsizetype at = caption->text().indexOf(u'&');
+        ASSERT_GE(at, 0) << caption->text().toStdString();
+        EXPECT_FALSE(letters.contains(caption->text()[at + 1].toLower())) << caption->text().toStdString();
+        letters.insert(caption->text()[at + 1].toLower());
+        ASSERT_NE(caption->buddy(), nullptr);
+        EXPECT_TRUE(caption->buddy()->isVisible());
+    }
+    QTest::keyClick(window.get(), Qt::Key_A, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), field("amount"));
+}
+
+TEST_F(Register, NothingIsClippedAtTheMinimumSize)
+{
+    type("payee", u"City Power & Light"_qs);
+    type("amount", u"1234567.89"_qs);
+    type("payments", u"1234567890"_qs);
+    type("rate", u"100.25"_qs);
+    window->resize(window->minimumSize());
+    QApplication::processEvents();
+    EXPECT_LE(window->width(), 1000);
+    for (const char* name : {"date", "payee", "amount", "payments", "rate"}) {
+        const wq::WQLineEdit* f = field(name);
+        // The frame and the text margins take about 6 points.
+        EXPECT_LE(f->fontMetrics().horizontalAdvance(f->text()) + 6, f->width())
+            << name << " \"" << f->text().toStdString() << "\" in " << f->width();
+    }
+}
+
+TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)
+{
+    QTemporaryDir folder;
+    const QString path = QDir(folder.path()).filePath(u"register.xml"_qs);
+    const QList<Transaction> rows = {
+        {wq::WQDate(2026, 3, 2), u"Opening <balance> & \"more\""_qs, 2500, QString(), true},
+        {wq::WQDate(-44, 3, 15), u"Ides"_qs, -0.1, u"-CHF 0.10"_qs, false},
+    };
+    RegisterStore store(path);
+    ASSERT_TRUE(store.lock());
+    ASSERT_TRUE(store.save(rows, QString()));
+    EXPECT_EQ(store.load().transactions, rows);
+    // Written through a temporary file and a rename: nothing else is left.
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+              (QStringList{u"register.xml"_qs, u"register.xml.lock"_qs}));
+
+    // A second instance reads, but cannot write.
+    RegisterStore second(path);
+    EXPECT_FALSE(second.lock());
+    QString error;
+    EXPECT_FALSE(second.save({}, QString(), &error));
+    EXPECT_TRUE(error.contains(u"another window"));
+    EXPECT_EQ(second.load().transactions, rows);
+
+    ASSERT_TRUE(store.save(rows, u"hunter2"_qs));
+    EXPECT_TRUE(store.isEncrypted());
+    EXPECT_FALSE(store.load(u"wrong"_qs).ok);
+    EXPECT_EQ(store.load(u"hunter2"_qs).transactions, rows);
+
+    // A damaged file is refused, never read as an empty register.
+    for (const QByteArray& damaged : {QByteArray("<register><transaction date=\"2026-02-30\" amount=\"1\"/></register>"),
+                                      QByteArray("<register><transaction date=\"2026-02-03\" amount=\"x\"/>"),
+                                      QByteArray("not xml")}) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(damaged);
+        file.close();
+        EXPECT_FALSE(store.load().ok) << damaged.toStdString();
+    }
+}
+
+TEST_F(Register, TheRegisterComesBackAfterARestartAndASecondWindowLeavesItAlone)
+{
+    QTemporaryDir folder;
+    const QString path = QDir(folder.path()).filePath(u"register.xml"_qs);
+    close();
+    open(path);
+    ASSERT_TRUE(kept);
+    record(u"3/20/26"_qs, u"Bookshop"_qs, u"30"_qs);
+    const int rows = window->rows().rowCount();
+    // Written a moment after the change.
+    for (int wait = 0; wait < 40 && RegisterStore(path).load().transactions.size() != rows; ++wait)
+        QTest::qWait(50);
+    ASSERT_EQ(RegisterStore(path).load().transactions.size(), rows);
+
+    // A second window on the same file: shown, not written.
+    RegisterWindow second;
+    EXPECT_FALSE(second.keepIn(path));
+    EXPECT_EQ(second.rows().rowCount(), rows);
+    second.book().add({wq::WQDate(2026, 4, 1), u"Stray"_qs, 1, QString(), false});
+
+    close();
+    open(path);
+    ASSERT_EQ(window->rows().rowCount(), rows);
+    EXPECT_EQ(cell(rows - 1, RegisterBook::PayeeColumn), u"Bookshop");
+}
+
+} // namespace
