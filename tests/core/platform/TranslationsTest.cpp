@@ -150,8 +150,9 @@ bool readLiterals(const QString& code, qsizetype& at, QString& out)
 // Every call of the translation functions in the framework's sources.
 std::set<Text> textsInSources(const QString& root, QStringList& dynamicCalls)
 {
-    static const QRegularExpression call(QStringLiteral(
-        R"((WQStrings::tr|WQToolbarStrings::tr|WQLocalizedStringFromTable|WQLocalizedString|QCoreApplication::translate|(?<![\w:])tr|QT_TRANSLATE_NOOP|QT_TR_NOOP)\s*\()"));
+    static const QRegularExpression call(
+        QStringLiteral(R"((WQStrings::tr|WQToolbarStrings::tr|WQLocalizedStringFromTable|WQLocalizedString|)"
+                       R"(QCoreApplication::translate|(?<![\w:])tr|QT_TRANSLATE_NOOP|QT_TR_NOOP)\s*\()"));
     // Where a text that is not a literal is passed on: the lookup itself and
     // the application's own toolbar texts.
     static const QStringList passThrough = {QStringLiteral("core/include/WQGeneral/platform/WQLocalizedText.h"),
@@ -187,7 +188,7 @@ std::set<Text> textsInSources(const QString& root, QStringList& dynamicCalls)
                     texts.insert({QStringLiteral("ToolbarStrings"), first});
                 else if (function == u"WQLocalizedStringFromTable" && twoLiterals)
                     texts.insert({second, first});
-                else if ((function == u"QCoreApplication::translate" || function == u"QT_TRANSLATE_NOOP") && twoLiterals)
+                else if (twoLiterals && function != u"tr" && function != u"QT_TR_NOOP") // context first
                     texts.insert({first, second});
                 else // a context lupdate would guess from the code around it
                     dynamicCalls << relative + u' ' + function + u' ' + first;
