@@ -88,7 +88,8 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (watched == parent() && event->type() == QEvent::LanguageChange && !_wq_switching && gAutomatic)
+        // A filter on the application sees every event: the cheap test first.
+        if (event->type() == QEvent::LanguageChange && watched == parent() && !_wq_switching && gAutomatic)
             load(QLocale().uiLanguages(), true);
         return false;
     }
