@@ -7,7 +7,7 @@ FUZZ_SECONDS ?= 30
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test test-asan package bench fuzz clean
+.PHONY: all deps configure build run test test-asan package translations bench fuzz clean
 
 all: build
 
@@ -47,6 +47,11 @@ test-asan: deps
 	  ctest --test-dir $(BUILD_ASAN) --output-on-failure -j $(JOBS) --timeout 900
 	@ASAN_OPTIONS=detect_leaks=1 LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp \
 	  CONSUMER_FLAGS="-fsanitize=address,undefined" bash scripts/consumer-check.sh $(BUILD_ASAN)
+
+# Refreshes translations/*.ts from the sources; translate what is new in
+# each WQGeneral_<language>.ts (the build compiles them into .qm files).
+translations: deps
+	@bash scripts/update-translations.sh
 
 bench: deps
 	@cmake -S . -B $(BUILD_BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DWQ_BUILD_BENCH=ON \

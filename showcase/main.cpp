@@ -13,6 +13,7 @@
 
 #include <WQGeneral/platform/WQLocaleChangeRelay.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
+#include <WQGeneral/platform/WQTranslations.h>
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -64,6 +65,10 @@ int main(int argc, char** argv)
                                   QStringLiteral("dir"));
     const QCommandLineOption locale(QStringLiteral("locale"), QStringLiteral("Regional settings to use, e.g. de_DE."),
                                     QStringLiteral("name"));
+    const QCommandLineOption language(QStringLiteral("language"),
+                                      QStringLiteral("Language of the framework's texts, e.g. de (default: the "
+                                                     "user's UI languages)."),
+                                      QStringLiteral("code"));
     const QCommandLineOption keys(QStringLiteral("keys"),
                                   QStringLiteral("Type KEYS into <field> (date, amount, payments, rate, payee) and print "
                                                  "what it shows after each key. Named keys: <Esc> <Tab> <Return> <BS> "
@@ -73,6 +78,7 @@ int main(int argc, char** argv)
     parser.addOption(tour);
     parser.addOption(keys);
     parser.addOption(locale);
+    parser.addOption(language);
     const QCommandLineOption registerFile(QStringLiteral("register"),
                                           QStringLiteral("Keep the register in <file> (default: register.xml in the "
                                                          "application's data folder)."),
@@ -88,6 +94,10 @@ int main(int argc, char** argv)
     }
     if (parser.isSet(locale))
         wq::WQRegionalSettings::setAllLocales(parser.value(locale));
+    if (parser.isSet(language) && wq::WQLoadTranslations({parser.value(language)}).isEmpty() &&
+        !parser.value(language).startsWith(QStringLiteral("en")))
+        std::fprintf(stderr, "wq-showcase: no translation for \"%s\"; the texts stay English\n",
+                     qPrintable(parser.value(language)));
     // The tour silences warnings and customizes the toolbar: in settings of
     // its own, which start empty and go when it ends.
     QTemporaryDir tourSettings;

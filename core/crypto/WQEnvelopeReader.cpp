@@ -25,15 +25,15 @@ QString WQEnvelopeErrorDescription(WQEnvelopeError error)
     case WQEnvelopeError::None:
         return QString();
     case WQEnvelopeError::NotAnEnvelope:
-        return WQLocalizedString("The file is not an encrypted document.");
+        return WQStrings::tr("The file is not an encrypted document.");
     case WQEnvelopeError::UnsupportedAlgorithm:
-        return WQLocalizedString("The document is encrypted in a way that this version cannot read.");
+        return WQStrings::tr("The document is encrypted in a way that this version cannot read.");
     case WQEnvelopeError::DamagedValue:
-        return WQLocalizedString("The encrypted document is damaged.");
+        return WQStrings::tr("The encrypted document is damaged.");
     case WQEnvelopeError::WrongPasswordOrDamaged:
-        return WQLocalizedString("The password is wrong, or the encrypted document is damaged.");
+        return WQStrings::tr("The password is wrong, or the encrypted document is damaged.");
     case WQEnvelopeError::TooLarge:
-        return WQLocalizedString("The encrypted document is larger than this reader accepts.");
+        return WQStrings::tr("The encrypted document is larger than this reader accepts.");
     }
     return QString();
 }

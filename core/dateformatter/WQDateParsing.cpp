@@ -52,13 +52,13 @@ qint64 signed32(qint64 v) noexcept { return qint32(quint32(quint64(v) & 0xFFFFFF
 
 std::optional<WQDate> WQDateFormatter::dateForString(const QString& string, QString* errorDescription) const
 {
-    auto fail = [errorDescription](const char* message) -> std::optional<WQDate> {
+    auto fail = [errorDescription](const QString& message) -> std::optional<WQDate> {
         if (errorDescription)
-            *errorDescription = WQLocalizedString(message);
+            *errorDescription = message;
         return std::nullopt;
     };
     if (string.isEmpty())
-        return fail("You cannot leave the date field blank.");
+        return fail(WQStrings::tr("You cannot leave the date field blank."));
 
     // Up to three numbers; a fourth part is enough to refuse.
     std::array<qint64, 3> parts{};
@@ -70,7 +70,7 @@ std::optional<WQDate> WQDateFormatter::dateForString(const QString& string, QStr
         const qsizetype at = text.indexOf(QChar(separator), from);
         const QStringView part = text.mid(from, (at < 0 ? text.size() : at) - from);
         if (count == 3)
-            return fail("Too many numbers for a date.");
+            return fail(WQStrings::tr("Too many numbers for a date."));
         parts[count++] = readNumber(part);
         if (at < 0)
             break;
@@ -124,9 +124,9 @@ std::optional<WQDate> WQDateFormatter::dateForString(const QString& string, QStr
     }
 
     if (month < 1 || month > 12)
-        return fail("Invalid month entry.");
+        return fail(WQStrings::tr("Invalid month entry."));
     if (day < 1 || day > WQDate::daysInMonth(month, year))
-        return fail("Invalid day entry.");
+        return fail(WQStrings::tr("Invalid day entry."));
     return WQDate::dateWithYear(year, month, day);
 }
 

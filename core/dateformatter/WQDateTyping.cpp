@@ -72,7 +72,7 @@ bool WQDateFormatter::isPartialStringValid(QString* partialString, WQRange* prop
 
     if (mInvertedDecimalSetPlusLocalizedSeparatorsCharacterSet.intersects(inserted)) {
         if (errorDescription)
-            *errorDescription = WQFormatTemplate(WQLocalizedString("\"%@\" is not valid here"), {inserted});
+            *errorDescription = WQFormatTemplate(WQStrings::tr("\"%@\" is not valid here"), {inserted});
         return false;
     }
 
@@ -90,7 +90,7 @@ bool WQDateFormatter::isPartialStringValid(QString* partialString, WQRange* prop
         if (second >= 0 && second + 1 < proposed.size() && proposed.indexOf(separator, second + 1) >= 0) {
             if (_wq_incrementDecrement(inserted, originalString, partialString, proposedSelectedRange)
                 && errorDescription)
-                *errorDescription = WQFormatTemplate(WQLocalizedString("\"%@\" can't appear more than twice here"),
+                *errorDescription = WQFormatTemplate(WQStrings::tr("\"%@\" can't appear more than twice here"),
                                                      {mLocalizedDateSeparatorString});
             return false;
         }

@@ -12,7 +12,7 @@ namespace wq {
 // A typed or pasted text with a character the field cannot take.
 inline QString _wq_notValidHereMessage(const QString& inserted)
 {
-    return WQFormatTemplate(WQLocalizedString("\"%@\" is not valid here"), {inserted});
+    return WQFormatTemplate(WQStrings::tr("\"%@\" is not valid here"), {inserted});
 }
 
 // The first test of every keystroke judgement: an insertion holding a
@@ -29,7 +29,7 @@ inline bool _wq_refuseForeign(const WQDigitSet& foreign, const QString& inserted
 // A second, separate decimal separator.
 inline QString _wq_moreThanOnceMessage(const QString& separator)
 {
-    return WQFormatTemplate(WQLocalizedString("\"%@\" can't appear more than once here"), {separator});
+    return WQFormatTemplate(WQStrings::tr("\"%@\" can't appear more than once here"), {separator});
 }
 
 } // namespace wq

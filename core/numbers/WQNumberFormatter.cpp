@@ -145,7 +145,7 @@ bool WQNumberFormatter::getObjectValue(QVariant* value, const QString& string, Q
     const double parsed = result.getDouble(status);
     if (position.getErrorIndex() >= 0 || position.getIndex() != text.length() || U_FAILURE(status)) {
         if (errorDescription)
-            *errorDescription = WQLocalizedString("Invalid number");
+            *errorDescription = WQStrings::tr("Invalid number");
         return false;
     }
     if (value)

@@ -1,12 +1,27 @@
 #include <WQGeneral/platform/WQLocalizedText.h>
 
+#include "WQTranslationLoading.h"
+
 #include <QCoreApplication>
 
 namespace wq {
+namespace {
+
+// Here, beside the lookup, so that static linking keeps it whenever a text
+// can be shown. Loading as the application starts puts the framework's
+// catalogue under the translators the application installs afterwards,
+// which may then override the framework's wording.
+void loadAtStartup()
+{
+    detail::loadTranslationsAtStartup();
+}
+Q_COREAPP_STARTUP_FUNCTION(loadAtStartup)
+
+} // namespace
 
 QString WQLocalizedString(const char* english)
 {
-    return QCoreApplication::translate("WQGeneral", english);
+    return WQLocalizedStringFromTable(english, "WQGeneral");
 }
 
 QString WQLocalizedStringFromTable(const char* english, const char* table)

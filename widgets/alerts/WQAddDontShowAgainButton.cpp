@@ -46,7 +46,7 @@ void WQAddDontShowAgainButton(QObject* target, QWidget* panel, const QVariant& a
         }
     }
 
-    auto* checkBox = new QCheckBox(WQLocalizedString("Don't show again"), panel);
+    auto* checkBox = new QCheckBox(WQStrings::tr("Don't show again"), panel);
     checkBox->setProperty(kWQRepresentedObjectProperty, attached);
     checkBox->setGeometry(left, reference.y(), 140, reference.height());
     sendOnClick(*checkBox, target, checkBoxAction);
@@ -55,7 +55,7 @@ void WQAddDontShowAgainButton(QObject* target, QWidget* panel, const QVariant& a
     checkBox->show();
 
     if (!cancelAction.isEmpty()) {
-        auto* cancel = new QPushButton(WQLocalizedString("Cancel"), panel);
+        auto* cancel = new QPushButton(WQStrings::tr("Cancel"), panel);
         cancel->setGeometry(cancelFrame);
         cancel->setShortcut(QKeySequence(Qt::Key_Escape));
         cancel->setAutoDefault(false);

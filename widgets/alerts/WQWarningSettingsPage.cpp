@@ -12,14 +12,14 @@ namespace wq {
 WQWarningSettingsPage::WQWarningSettingsPage(QWidget* parent) : QWidget(parent)
 {
     auto* layout = new QVBoxLayout(this);
-    auto* title = new QLabel(WQLocalizedString("Warnings you have silenced with \"Don't show again\":"), this);
+    auto* title = new QLabel(WQStrings::tr("Warnings you have silenced with \"Don't show again\":"), this);
     title->setWordWrap(true);
     layout->addWidget(title);
     auto* rows = new QWidget(this);
     _wq_rows = new QVBoxLayout(rows);
     _wq_rows->setContentsMargins(12, 4, 0, 4);
     layout->addWidget(rows);
-    _wq_showAll = new QPushButton(WQLocalizedString("Show all warnings again"), this);
+    _wq_showAll = new QPushButton(WQStrings::tr("Show all warnings again"), this);
     _wq_showAll->setObjectName(QStringLiteral("showAll"));
     auto* bottom = new QHBoxLayout;
     bottom->addStretch();
@@ -47,7 +47,7 @@ void WQWarningSettingsPage::_wq_rebuild()
         auto* text = new QLabel(WQWarningSuppression::describe(key), row);
         text->setWordWrap(true);
         line->addWidget(text, 1);
-        auto* again = new QPushButton(WQLocalizedString("Show again"), row);
+        auto* again = new QPushButton(WQStrings::tr("Show again"), row);
         // Named after its key, so that each row can be found.
         again->setObjectName(key);
         line->addWidget(again);
@@ -55,7 +55,7 @@ void WQWarningSettingsPage::_wq_rebuild()
         _wq_rows->addWidget(row);
     }
     if (silenced.isEmpty()) {
-        auto* none = new QLabel(WQLocalizedString("None: every warning is shown."));
+        auto* none = new QLabel(WQStrings::tr("None: every warning is shown."));
         none->setEnabled(false);
         _wq_rows->addWidget(none);
     }

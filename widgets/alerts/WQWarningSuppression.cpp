@@ -15,11 +15,11 @@ const QStringList& WQWarningSuppression::suppressibleKeys()
 QString WQWarningSuppression::describe(const QString& key)
 {
     if (key == kDefaultsKey_IntegerWarning)
-        return WQLocalizedString("A character that a whole-number field does not accept");
+        return WQStrings::tr("A character that a whole-number field does not accept");
     if (key == kDefaultsKey_DecimalWarning)
-        return WQLocalizedString("A character that a decimal or amount field or column does not accept");
+        return WQStrings::tr("A character that a decimal or amount field or column does not accept");
     if (key == kDefaultsKey_DateWarning)
-        return WQLocalizedString("A character that a date column does not accept");
+        return WQStrings::tr("A character that a date column does not accept");
     return key;
 }
 

@@ -14,16 +14,10 @@
 namespace wq {
 namespace {
 
-// A translated template with its "%@" filled in; an absent value is empty.
-QString localized(const char* english, const QStringList& values = {})
-{
-    return WQFormatTemplate(WQLocalizedString(english), values);
-}
-
-QString decimalMessage(const char* atmText, const char* text, const QString& name, bool asATM)
+QString decimalMessage(const QString& atmText, const QString& text, const QString& name, bool asATM)
 {
     // The separator is passed in ATM mode too, and then not used.
-    return localized(asATM ? atmText : text, {name, WQDecimalFormatter::systemDecimalSeparator()});
+    return WQFormatTemplate(asATM ? atmText : text, {name, WQDecimalFormatter::systemDecimalSeparator()});
 }
 
 } // namespace
@@ -32,22 +26,22 @@ QString decimalMessage(const char* atmText, const char* text, const QString& nam
 
 bool WQWindowController::sheetForBlankTextField(QWidget* textField, const QString& name)
 {
-    _wq_startEditCancelSheet(textField, localized("The %@ field is blank.", {name}),
-                             localized("This field can not be left empty."));
+    _wq_startEditCancelSheet(textField, WQFormatTemplate(WQStrings::tr("The %@ field is blank."), {name}),
+                             WQStrings::tr("This field can not be left empty."));
     return false;
 }
 
 bool WQWindowController::sheetForNegativeTextField(QWidget* textField, const QString& name)
 {
-    _wq_startEditCancelSheet(textField, localized("The %@ field is negative.", {name}),
-                             localized("This field can not be negative."));
+    _wq_startEditCancelSheet(textField, WQFormatTemplate(WQStrings::tr("The %@ field is negative."), {name}),
+                             WQStrings::tr("This field can not be negative."));
     return false;
 }
 
 bool WQWindowController::sheetForNegativeOrZeroTextField(QWidget* textField, const QString& name)
 {
-    _wq_startEditCancelSheet(textField, localized("The %@ field is negative or zero.", {name}),
-                             localized("This field can not be negative or zero."));
+    _wq_startEditCancelSheet(textField, WQFormatTemplate(WQStrings::tr("The %@ field is negative or zero."), {name}),
+                             WQStrings::tr("This field can not be negative or zero."));
     return false;
 }
 
@@ -56,10 +50,11 @@ bool WQWindowController::sheetForIntegerTextFieldValidationFailure(QObject*, con
 {
     if (WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning))
         return false;
-    _wq_startAlertSheetTitle(errorDescription,
-                             localized("The %@ text field accepts any of the digits \"0\" through \"9\".",
-                                       {localizedTextFieldName}),
-                             kDefaultsKey_IntegerWarning);
+    _wq_startAlertSheetTitle(
+        errorDescription,
+        WQFormatTemplate(WQStrings::tr("The %@ text field accepts any of the digits \"0\" through \"9\"."),
+                         {localizedTextFieldName}),
+        kDefaultsKey_IntegerWarning);
     return false;
 }
 
@@ -70,9 +65,10 @@ bool WQWindowController::sheetForDecimalColumnValidationFailure(QObject*, const 
         return false;
     _wq_startAlertSheetTitle(
         errorDescription,
-        decimalMessage("The %@ column accepts any of the digits \"0\" through \"9\" and the negative sign \"-\".",
-                       "The %@ column accepts any of the digits \"0\" through \"9\", the negative sign \"-\" and "
-                       "the decimal separator \"%@\".",
+        decimalMessage(WQStrings::tr("The %@ column accepts any of the digits \"0\" through \"9\" and the negative "
+                                     "sign \"-\"."),
+                       WQStrings::tr("The %@ column accepts any of the digits \"0\" through \"9\", the negative sign "
+                                     "\"-\" and the decimal separator \"%@\"."),
                        localizedTextFieldName, asATM),
         kDefaultsKey_DecimalWarning);
     return false;
@@ -85,9 +81,10 @@ bool WQWindowController::sheetForDecimalFieldValidationFailure(QObject*, const Q
         return false;
     _wq_startAlertSheetTitle(
         errorDescription,
-        decimalMessage("The %@ text field accepts any of the digits \"0\" through \"9\" and the negative sign \"-\".",
-                       "The %@ text field accepts any of the digits \"0\" through \"9\", the negative sign \"-\" "
-                       "and the decimal separator \"%@\".",
+        decimalMessage(WQStrings::tr("The %@ text field accepts any of the digits \"0\" through \"9\" and the "
+                                     "negative sign \"-\"."),
+                       WQStrings::tr("The %@ text field accepts any of the digits \"0\" through \"9\", the negative "
+                                     "sign \"-\" and the decimal separator \"%@\"."),
                        localizedTextFieldName, asATM),
         kDefaultsKey_DecimalWarning);
     return false;
@@ -96,12 +93,13 @@ bool WQWindowController::sheetForDecimalFieldValidationFailure(QObject*, const Q
 bool WQWindowController::sheetForDateField(QWidget* dateField, const QString&, const QString& localizedTextFieldName,
                                            const QString& localizedDateSeparator, const QString& errorDescription)
 {
-    const QString message = localized(
-        "The %@ text field accepts any of the digits \"0\" through \"9\" and the separator \"%@\".  You can also use "
-        "the \"+\" and \"=\" keys to increment the day; \"-\" key to decrement the day; \"option +\" and \"option "
-        "=\" to increment the month; \"option -\" to decrement the month; \"t\" sets the date to today.\n\nThe date "
-        "must be entered as a day, month, and year.  The order of the three values depends on your Short Date "
-        "settings in the International pane of System Preferences.",
+    const QString message = WQFormatTemplate(
+        WQStrings::tr(
+            "The %@ text field accepts any of the digits \"0\" through \"9\" and the separator \"%@\".  You can "
+            "also use the \"+\" and \"=\" keys to increment the day; \"-\" key to decrement the day; \"option +\" "
+            "and \"option =\" to increment the month; \"option -\" to decrement the month; \"t\" sets the date to "
+            "today.\n\nThe date must be entered as a day, month, and year.  The order of the three values depends on "
+            "your Short Date settings in the International pane of System Preferences."),
         {localizedTextFieldName, localizedDateSeparator});
     if (dateField)
         _wq_startEditCancelSheet(dateField, errorDescription, message);
@@ -148,8 +146,8 @@ void WQWindowController::_wq_startEditCancelSheet(QWidget* field, const QString&
     QMessageBox* sheet = _wq_newSheet(title, message);
     if (!sheet)
         return;
-    QPushButton* edit = sheet->addButton(localized("Edit"), QMessageBox::AcceptRole);
-    QPushButton* cancel = sheet->addButton(localized("Cancel"), QMessageBox::RejectRole);
+    QPushButton* edit = sheet->addButton(WQStrings::tr("Edit"), QMessageBox::AcceptRole);
+    QPushButton* cancel = sheet->addButton(WQStrings::tr("Cancel"), QMessageBox::RejectRole);
     sheet->setDefaultButton(edit);
     sheet->setEscapeButton(cancel);
     const QPointer<QWidget> context(field);
@@ -165,7 +163,7 @@ void WQWindowController::_wq_startAlertSheetTitle(const QString& title, const QS
     if (!alert)
         return;
     // No buttons of its own: the box shows its single default OK button.
-    alert->setCheckBox(new QCheckBox(localized("Don't show again"), alert));
+    alert->setCheckBox(new QCheckBox(WQStrings::tr("Don't show again"), alert));
     _wq_beginSheet(alert, [this, suppressionKey](QMessageBox& ended, int returnCode) {
         _wq_alertDidEnd(ended, returnCode, suppressionKey);
     });

@@ -139,7 +139,7 @@ WQCalculateWindowController::WQCalculateWindowController(WQCalcWindow* window, Q
 {
     _wq_tape.numbers = {initialNumber};
     _wq_tape.operators = {mathOperator};
-    window->setAccessibleName(WQLocalizedString("Calculator"));
+    window->setAccessibleName(WQStrings::tr("Calculator"));
     connect(window, &WQCalcWindow::resignedKey, this, &WQCalculateWindowController::_wq_resignedKey);
     // A field that goes away takes its calculation with it.
     // (It is only a QObject by now: the guard is cleared before anything
@@ -176,21 +176,21 @@ void WQCalculateWindowController::_wq_setup_window_for_math()
         setUpRow(number, layout.number(i), Qt::AlignRight);
         makeReadOnly(number);
         number->setObjectValue(_wq_tape.numbers.value(i));
-        number->setAccessibleName(WQFormatTemplate(WQLocalizedString("Number %@"), {QString::number(i + 1)}));
+        number->setAccessibleName(WQFormatTemplate(WQStrings::tr("Number %@"), {QString::number(i + 1)}));
         number->show();
 
         auto* mathOperator = new QLineEdit(_wq_tape.operators[i], window);
         setUpRow(mathOperator, layout.mathOperator(i), Qt::AlignLeft);
         makeReadOnly(mathOperator);
         mathOperator->setAttribute(Qt::WA_TransparentForMouseEvents);
-        mathOperator->setAccessibleName(WQFormatTemplate(WQLocalizedString("Operator %@"), {_wq_tape.operators[i]}));
+        mathOperator->setAccessibleName(WQFormatTemplate(WQStrings::tr("Operator %@"), {_wq_tape.operators[i]}));
         mathOperator->show();
     }
 
     auto* editing = new WQLineEdit(_wq_formatter, window);
     setUpRow(editing, layout.editingField(n), Qt::AlignRight);
     editing->setObjectValue(0.0);
-    editing->setAccessibleName(WQLocalizedString("Next number"));
+    editing->setAccessibleName(WQStrings::tr("Next number"));
     editing->installEventFilter(this);
     connect(editing, &WQLineEdit::editedTextChanged, this, [this, editing] {
         if (!_wq_closing && editing == _wq_editing_field)
@@ -202,7 +202,7 @@ void WQCalculateWindowController::_wq_setup_window_for_math()
     auto* total = new WQLineEdit(_wq_formatter, window);
     setUpRow(total, layout.total(), Qt::AlignRight);
     makeReadOnly(total);
-    total->setAccessibleName(WQLocalizedString("Total"));
+    total->setAccessibleName(WQStrings::tr("Total"));
     total->show();
     _wq_total_field = total;
 
@@ -255,7 +255,7 @@ void WQCalculateWindowController::_wq_showTotal()
     const double total = calculateTotal();
     _wq_total_field->setObjectValue(total);
     // Screen readers often skip pop-ups: the focused field carries the total.
-    const QString spoken = WQFormatTemplate(WQLocalizedString("Total %@"), {_wq_total_field->text()});
+    const QString spoken = WQFormatTemplate(WQStrings::tr("Total %@"), {_wq_total_field->text()});
     if (_wq_editing_field)
         _wq_editing_field->setAccessibleDescription(spoken);
     if (QAccessible::isActive()) {

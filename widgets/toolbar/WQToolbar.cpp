@@ -19,11 +19,6 @@ const QString kItemsKey = QStringLiteral("itemIdentifiers");
 const QString kDefaultsKey = QStringLiteral("defaultItemIdentifiers");
 const QString kDisplayModeKey = QStringLiteral("displayMode");
 
-QString toolbarText(const char* english)
-{
-    return WQLocalizedStringFromTable(english, kWQToolbarStringsTable);
-}
-
 } // namespace
 
 WQToolbar::WQToolbar(const QString& identifier, QWidget* parent) : QToolBar(parent), _wq_identifier(identifier)
@@ -72,11 +67,11 @@ std::unique_ptr<WQToolbarItem> WQToolbar::makeItem(const QString& itemIdentifier
     if (isStandardItemIdentifier(itemIdentifier)) {
         auto item = std::make_unique<WQToolbarItem>(itemIdentifier);
         if (itemIdentifier == kWQToolbarSeparatorItemIdentifier)
-            item->setPaletteLabel(toolbarText("Separator"));
+            item->setPaletteLabel(WQToolbarStrings::tr("Separator"));
         else if (itemIdentifier == kWQToolbarSpaceItemIdentifier)
-            item->setPaletteLabel(toolbarText("Space"));
+            item->setPaletteLabel(WQToolbarStrings::tr("Space"));
         else
-            item->setPaletteLabel(toolbarText("Flexible Space"));
+            item->setPaletteLabel(WQToolbarStrings::tr("Flexible Space"));
         return item;
     }
     if (!_wq_delegate)
@@ -252,20 +247,20 @@ void WQToolbar::_wq_showContextMenu(const QPoint& position)
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     auto* modes = new QActionGroup(menu);
-    const std::pair<const char*, Qt::ToolButtonStyle> choices[] = {
-        {"Icon and Text", Qt::ToolButtonTextUnderIcon},
-        {"Icon Only", Qt::ToolButtonIconOnly},
-        {"Text Only", Qt::ToolButtonTextOnly},
+    const std::pair<QString, Qt::ToolButtonStyle> choices[] = {
+        {WQToolbarStrings::tr("Icon and Text"), Qt::ToolButtonTextUnderIcon},
+        {WQToolbarStrings::tr("Icon Only"), Qt::ToolButtonIconOnly},
+        {WQToolbarStrings::tr("Text Only"), Qt::ToolButtonTextOnly},
     };
     for (const auto& [title, style] : choices) {
-        QAction* mode = menu->addAction(toolbarText(title));
+        QAction* mode = menu->addAction(title);
         mode->setCheckable(true);
         mode->setChecked(toolButtonStyle() == style);
         modes->addAction(mode);
         connect(mode, &QAction::triggered, this, [this, style = style] { _wq_setDisplayMode(style); });
     }
     menu->addSeparator();
-    QAction* customize = menu->addAction(toolbarText("Customize Toolbar\u2026"));
+    QAction* customize = menu->addAction(WQToolbarStrings::tr("Customize Toolbar\u2026"));
     customize->setEnabled(_wq_allowsCustomization && _wq_delegate);
     connect(customize, &QAction::triggered, this, &WQToolbar::runCustomizationPalette);
     menu->popup(mapToGlobal(position));

@@ -17,11 +17,6 @@
 namespace wq {
 namespace {
 
-QString toolbarText(const char* english)
-{
-    return WQLocalizedStringFromTable(english, kWQToolbarStringsTable);
-}
-
 // Pictures for the standard items, drawn in the palette's colours.
 QIcon standardItemIcon(const QString& identifier, const QPalette& palette)
 {
@@ -115,10 +110,10 @@ WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
       _wq_originalStyle(int(toolbar.toolButtonStyle())),
       _wq_chosen(_wq_original)
 {
-    setWindowTitle(toolbarText("Customize Toolbar"));
+    setWindowTitle(WQToolbarStrings::tr("Customize Toolbar"));
     setWindowModality(Qt::WindowModal);
 
-    auto* hint = new QLabel(toolbarText("Drag items into the toolbar list, or select them and press Add. "
+    auto* hint = new QLabel(WQToolbarStrings::tr("Drag items into the toolbar list, or select them and press Add. "
                                         "Drag items out of it, or press Delete, to remove them."),
                             this);
     hint->setWordWrap(true);
@@ -127,15 +122,15 @@ WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
     _wq_paletteList->setObjectName(QStringLiteral("palette"));
     _wq_toolbarList = new WQToolbarItemList(WQToolbarItemList::Role::Toolbar, this);
     _wq_toolbarList->setObjectName(QStringLiteral("toolbarItems"));
-    auto* paletteTitle = new QLabel(toolbarText("&Available items:"), this);
+    auto* paletteTitle = new QLabel(WQToolbarStrings::tr("&Available items:"), this);
     paletteTitle->setBuddy(_wq_paletteList);
-    auto* toolbarTitle = new QLabel(toolbarText("&Toolbar items:"), this);
+    auto* toolbarTitle = new QLabel(WQToolbarStrings::tr("&Toolbar items:"), this);
     toolbarTitle->setBuddy(_wq_toolbarList);
 
-    _wq_add = smallButton(toolbarText("Add \u2192"), "add", this);
-    _wq_removeButton = smallButton(toolbarText("\u2190 Remove"), "remove", this);
-    _wq_up = smallButton(toolbarText("Move Up"), "moveUp", this);
-    _wq_down = smallButton(toolbarText("Move Down"), "moveDown", this);
+    _wq_add = smallButton(WQToolbarStrings::tr("Add \u2192"), "add", this);
+    _wq_removeButton = smallButton(WQToolbarStrings::tr("\u2190 Remove"), "remove", this);
+    _wq_up = smallButton(WQToolbarStrings::tr("Move Up"), "moveUp", this);
+    _wq_down = smallButton(WQToolbarStrings::tr("Move Down"), "moveDown", this);
     auto* middle = new QVBoxLayout;
     middle->addStretch();
     for (QPushButton* button : {_wq_add, _wq_removeButton, _wq_up, _wq_down})
@@ -151,19 +146,19 @@ WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
 
     _wq_displayMode = new QComboBox(this);
     _wq_displayMode->setObjectName(QStringLiteral("displayMode"));
-    _wq_displayMode->addItem(toolbarText("Icon and Text"), int(Qt::ToolButtonTextUnderIcon));
-    _wq_displayMode->addItem(toolbarText("Icon Only"), int(Qt::ToolButtonIconOnly));
-    _wq_displayMode->addItem(toolbarText("Text Only"), int(Qt::ToolButtonTextOnly));
+    _wq_displayMode->addItem(WQToolbarStrings::tr("Icon and Text"), int(Qt::ToolButtonTextUnderIcon));
+    _wq_displayMode->addItem(WQToolbarStrings::tr("Icon Only"), int(Qt::ToolButtonIconOnly));
+    _wq_displayMode->addItem(WQToolbarStrings::tr("Text Only"), int(Qt::ToolButtonTextOnly));
     _wq_displayMode->setCurrentIndex(std::max(0, _wq_displayMode->findData(_wq_originalStyle)));
-    auto* showLabel = new QLabel(toolbarText("&Show:"), this);
+    auto* showLabel = new QLabel(WQToolbarStrings::tr("&Show:"), this);
     showLabel->setBuddy(_wq_displayMode);
 
     auto* buttons = new QDialogButtonBox(this);
-    QPushButton* restore = buttons->addButton(toolbarText("Restore Defaults"), QDialogButtonBox::ResetRole);
+    QPushButton* restore = buttons->addButton(WQToolbarStrings::tr("Restore Defaults"), QDialogButtonBox::ResetRole);
     restore->setObjectName(QStringLiteral("restoreDefaults"));
     restore->setAutoDefault(false);
     buttons->addButton(QDialogButtonBox::Cancel);
-    QPushButton* done = buttons->addButton(toolbarText("Done"), QDialogButtonBox::AcceptRole);
+    QPushButton* done = buttons->addButton(WQToolbarStrings::tr("Done"), QDialogButtonBox::AcceptRole);
     done->setObjectName(QStringLiteral("done"));
     done->setDefault(true);
 
@@ -269,7 +264,7 @@ void WQToolbarCustomizationDialog::_wq_fillToolbarList(const QList<int>& selectR
         const QString identifier = item->data(WQToolbarItemList::kIdentifierRole).toString();
         const bool used = !WQToolbar::isStandardItemIdentifier(identifier) && _wq_chosen.contains(identifier);
         item->setFlags(used ? Qt::NoItemFlags : Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled);
-        item->setData(Qt::StatusTipRole, used ? toolbarText("Already in the toolbar") : QString());
+        item->setData(Qt::StatusTipRole, used ? WQToolbarStrings::tr("Already in the toolbar") : QString());
     }
     _wq_updateButtons();
 }

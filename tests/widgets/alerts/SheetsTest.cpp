@@ -1,9 +1,12 @@
 #include "AlertTesting.h"
+#include "DateFormatterTesting.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTranslator>
+
+#include <WQGeneral/platform/WQTranslations.h>
 
 using namespace wq;
 using namespace wq::test;
@@ -210,6 +213,40 @@ TEST_F(Sheets, TextsGoThroughTheApplicationsTranslations)
     EXPECT_EQ(box->checkBox()->text(), u"Nicht mehr zeigen");
     click(box, box->buttons().first()->text());
     QCoreApplication::removeTranslator(&german);
+}
+
+// The framework's own German catalogue, with a real refusal as the title.
+TEST_F(Sheets, ShowGermanWithTheGermanCatalogue)
+{
+    ScopedLocale locale(QStringLiteral("de_DE"));
+    ASSERT_EQ(WQLoadTranslations({QStringLiteral("de-DE")}), u"de");
+    QString refusal;
+    formatterOn(QStringLiteral("dd.MM.yy"))->dateForString(QString(), &refusal);
+
+    controller->sheetForDateField(nullptr, QString(), QStringLiteral("Buchungsdatum"), QStringLiteral("."), refusal);
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), u"Das Datumsfeld darf nicht leer bleiben.");
+    EXPECT_TRUE(box->informativeText().startsWith(
+        u"Das Textfeld „Buchungsdatum“ nimmt die Ziffern „0“ bis „9“ und das Trennzeichen „.“ an.  Mit den Tasten"));
+    ASSERT_NE(box->checkBox(), nullptr);
+    EXPECT_EQ(box->checkBox()->text(), u"Nicht mehr anzeigen");
+    click(box, box->buttons().first()->text());
+
+    controller->sheetForDecimalFieldValidationFailure(field, QStringLiteral("Betrag"), refusal, false);
+    box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->informativeText(), u"Das Textfeld „Betrag“ nimmt die Ziffern „0“ bis „9“, das Minuszeichen „-“ und "
+                                      u"das Dezimaltrennzeichen „,“ an.");
+    click(box, box->buttons().first()->text());
+
+    controller->sheetForNegativeOrZeroTextField(field, QStringLiteral("Betrag"));
+    box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), u"Das Feld „Betrag“ ist negativ oder null.");
+    EXPECT_EQ(buttonTexts(*box), QStringList({"Abbrechen", "Bearbeiten"}));
+    click(box, QStringLiteral("Abbrechen"));
+    WQLoadTranslations({QStringLiteral("en")});
 }
 
 } // namespace

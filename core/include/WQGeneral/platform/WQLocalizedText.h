@@ -3,6 +3,7 @@
 // translations; untranslated texts show the English.
 
 #include <QString>
+#include <QStringList>
 
 namespace wq {
 
@@ -12,5 +13,29 @@ QString WQLocalizedString(const char* english);
 QString WQLocalizedStringFromTable(const char* english, const char* table);
 // Replaces each "%@" in order with the next argument.
 QString WQFormatTemplate(const QString& templ, const QStringList& arguments);
+
+} // namespace wq
+
+// Gives a class a static tr() that looks texts up in the string table named
+// by the argument. lupdate is told to read this macro as
+// Q_DECLARE_TR_FUNCTIONS, so every literal passed to that tr() is extracted
+// under the table's name.
+#define WQ_DECLARE_STRING_TABLE(table)                                                                                 \
+public:                                                                                                                \
+    static QString tr(const char* english) { return ::wq::WQLocalizedStringFromTable(english, #table); }              \
+                                                                                                                       \
+private:
+
+namespace wq {
+
+// The framework's own texts, in the table "WQGeneral".
+class WQStrings {
+    WQ_DECLARE_STRING_TABLE(WQGeneral)
+};
+
+// The toolbar's own texts, in the table "ToolbarStrings".
+class WQToolbarStrings {
+    WQ_DECLARE_STRING_TABLE(ToolbarStrings)
+};
 
 } // namespace wq

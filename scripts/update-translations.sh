@@ -1,0 +1,17 @@
+#!/bin/bash
+# Refreshes translations/*.ts from the sources: every literal passed to
+# WQStrings::tr() and WQToolbarStrings::tr(), filed under its string table.
+# Usage: update-translations.sh [LUPDATE [DIR]]; DIR (default translations/)
+# holds WQGeneral.ts, the English template, and WQGeneral_<language>.ts.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+lupdate=${1:-/usr/lib/qt6/bin/lupdate}
+dir=${2:-$root/translations}
+cd "$root"
+mapfile -t sources < <(find core widgets \( -name '*.cpp' -o -name '*.h' \) | LC_ALL=C sort)
+mapfile -t catalogues < <(find "$dir" -maxdepth 1 -name 'WQGeneral_*.ts' | LC_ALL=C sort)
+# No line numbers: the files change only when a text does.
+"$lupdate" -silent -I core/include -I widgets/include \
+  -tr-function-alias Q_DECLARE_TR_FUNCTIONS+=WQ_DECLARE_STRING_TABLE \
+  -locations none -no-obsolete -source-language en \
+  "${sources[@]}" -ts "$dir/WQGeneral.ts" "${catalogues[@]}"
