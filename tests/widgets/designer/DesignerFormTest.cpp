@@ -101,9 +101,9 @@ TEST_F(DesignerForm, FieldsTypeThroughTheirFormatterKind)
         QString finished;     // after Return
     };
     const Row rows[] = {
-        {u"amountField"_s, u"Money"_s, 2, u"1234.5"_s, u"1,234.5"_s, u"$1,234.50"_s},
-        {u"roundAmountField"_s, u"Money"_s, 0, u"98765"_s, u"98,765"_s, u"$98,765"_s},
-        {u"calculatingField"_s, u"CalculatingMoney"_s, 3, u"2.5"_s, u"2.5"_s, u"$2.500"_s},
+        {u"amountField"_s, u"Money"_s, 2, u"1234.5"_s, u"$1,234.5"_s, u"$1,234.50"_s},
+        {u"roundAmountField"_s, u"Money"_s, 0, u"98765"_s, u"$98,765"_s, u"$98,765"_s},
+        {u"calculatingField"_s, u"CalculatingMoney"_s, 3, u"2.5"_s, u"$2.5"_s, u"$2.500"_s},
         {u"dateField"_s, u"Date"_s, 2, u"3/5/24"_s, u"3/5/24"_s, u"3/5/24"_s},
         {u"longYearField"_s, u"ExtendedDate"_s, 2, u"3/5/1999"_s, u"3/5/1999"_s, u"3/5/1999"_s},
         {u"countField"_s, u"WholeNumber"_s, 2, u"12345"_s, u"12,345"_s, u"12,345"_s},
