@@ -24,8 +24,11 @@ export PKG_CONFIG_PATH="$prefix/$libdir"
 g++ -std=c++20 -fPIC $flags -o "$work/pc_consumer" examples/consumer/main.cpp $(pkg-config --cflags --libs WQGeneralCore)
 run "$work/pc_consumer"
 if [ "$widgets" = yes ]; then
+  # The form is compiled by uic, as a plain makefile would do it.
+  uic=$(qtpaths6 --query QT_HOST_LIBEXECS 2>/dev/null || echo /usr/lib/qt6/libexec)/uic
+  "$uic" examples/consumer/AmountForm.ui -o "$work/ui_AmountForm.h"
   # shellcheck disable=SC2046,SC2086
-  g++ -std=c++20 -fPIC $flags -o "$work/pc_consumer_widgets" examples/consumer/widgets_main.cpp \
+  g++ -std=c++20 -fPIC $flags -I"$work" -o "$work/pc_consumer_widgets" examples/consumer/widgets_main.cpp \
     $(pkg-config --cflags --libs WQGeneralWidgets)
   run "$work/pc_consumer_widgets"
 fi

@@ -10,6 +10,11 @@ rm -rf "$build/packages"
 rm -f "$root.log"
 for deb in "$build"/packages/*.deb; do dpkg -x "$deb" "$root"; done
 echo "packages: $(cd "$build/packages" && echo *.deb)"
+# The Designer plugin, when the build made one, lands in Qt's plugin folder.
+if [ -f "$build"/designer/plugins/designer/libWQGeneralDesignerPlugin.so ]; then
+  find "$root" -path '*/qt6/plugins/designer/libWQGeneralDesignerPlugin.so' | grep -q . \
+    || { echo "package-check: the Designer plugin is not in the packages"; exit 1; }
+fi
 # The tool finds its library beside it in the unpacked tree.
 "$root/usr/bin/wq" money format 1 >/dev/null
 bash scripts/consumer-build.sh "$root/usr"

@@ -17,6 +17,10 @@
 // While the formatter judges an edit, the field is the toolkit's key field
 // editor and the key being handled is its current event (Backspace as
 // character 127, Alt as the option key).
+//
+// Forms made in Qt Designer pick the field's formatter by kind and places
+// (the formatterKind and places properties); code can still set any
+// formatter, which the kind then reports as Custom.
 
 #include <WQGeneral/formatters/WQFormatter.h>
 #include <WQGeneral/formatters/WQToolkit.h>
@@ -32,7 +36,14 @@ namespace wq {
 
 class WQLineEdit : public QLineEdit, public WQFieldEditor {
     Q_OBJECT
+    Q_PROPERTY(FormatterKind formatterKind READ formatterKind WRITE setFormatterKind)
+    Q_PROPERTY(int places READ places WRITE setPlaces)
 public:
+    // The framework's entry formatters, for forms that choose one by name.
+    // ExtendedDate is the user's short date with the year in four digits.
+    enum FormatterKind { NoFormatter, Date, ExtendedDate, WholeNumber, Decimal, Money, CalculatingMoney, Custom };
+    Q_ENUM(FormatterKind)
+
     explicit WQLineEdit(QWidget* parent = nullptr);
     explicit WQLineEdit(std::shared_ptr<WQFormatter> formatter, QWidget* parent = nullptr);
     ~WQLineEdit() override;
@@ -41,6 +52,15 @@ public:
     // without formatter is a plain line edit whose value is its text.
     void setFormatter(std::shared_ptr<WQFormatter> formatter);
     const std::shared_ptr<WQFormatter>& formatter() const noexcept { return _wq_formatter; }
+
+    // Installs a new formatter of the kind (money kinds with places decimal
+    // places, shared per places under the system's settings); Custom keeps
+    // the formatter in place.
+    void setFormatterKind(FormatterKind kind);
+    FormatterKind formatterKind() const;
+    // Decimal places of the money kinds, 0 to 9 (2 at first).
+    void setPlaces(int places);
+    int places() const noexcept { return _wq_places; }
 
     // The value last set or read from the text when editing ended.
     QVariant objectValue() const { return _wq_objectValue; }
@@ -118,6 +138,12 @@ private:
     std::vector<State> _wq_undoStack;
     std::vector<State> _wq_redoStack;
     WQObservation _wq_formatterObservation;
+    FormatterKind _wq_kind = NoFormatter;
+    std::weak_ptr<WQFormatter> _wq_kindFormatter; // the formatter the kind installed
+    int _wq_places = 2;
 };
+
+// A new formatter of the kind; nullptr for NoFormatter and Custom.
+std::shared_ptr<WQFormatter> WQMakeFormatter(WQLineEdit::FormatterKind kind, int places);
 
 } // namespace wq

@@ -1,0 +1,143 @@
+// A form that uses the framework's widgets, loaded through QUiLoader with the
+// Designer plugin the build made, then used with real key events.
+
+#include <QDateEdit>
+#include <QFile>
+#include <QLineEdit>
+#include <QMetaEnum>
+#include <QScrollArea>
+#include <QTableView>
+#include <QTest>
+#include <QTextBrowser>
+#include <QUiLoader>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class DesignerForm : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        loader.clearPluginPaths();
+        loader.addPluginPath(QStringLiteral(WQ_DESIGNER_PLUGIN_DIR));
+        QFile file(QStringLiteral(WQ_DESIGNER_FORM));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        form.reset(loader.load(&file));
+        ASSERT_TRUE(form) << loader.errorString().toStdString();
+    }
+
+    template <typename T = QWidget>
+    T* child(const QString& name) const
+    {
+        auto* widget = form->findChild<T*>(name);
+        EXPECT_TRUE(widget) << name.toStdString();
+        return widget;
+    }
+
+    // The enum key of the field's formatterKind property.
+    static QString kindOf(const QLineEdit& field)
+    {
+        const QMetaObject* meta = field.metaObject();
+        const QMetaProperty property = meta->property(meta->indexOfProperty("formatterKind"));
+        return QString::fromLatin1(property.enumerator().valueToKey(property.read(&field).toInt()));
+    }
+
+    QUiLoader loader;
+    std::unique_ptr<QWidget> form;
+};
+
+TEST_F(DesignerForm, PluginOffersEveryWidget)
+{
+    const QStringList offered = loader.availableWidgets();
+    for (const char* name : {"wq::WQLineEdit", "wq::WQDatePicker", "wq::WQDragAndDropView",
+                             "wq::WQFocusableScrollView", "wq::WQURLTextView", "wq::WQTableView"})
+        EXPECT_TRUE(offered.contains(QLatin1String(name))) << name;
+}
+
+TEST_F(DesignerForm, WidgetsComeOutOfTheirClassWithTheirContents)
+{
+    struct Row {
+        QString name;
+        const char* className;
+        const char* base;
+    };
+    const Row rows[] = {
+        {u"amountField"_s, "wq::WQLineEdit", "QLineEdit"},
+        {u"datePicker"_s, "wq::WQDatePicker", "QDateEdit"},
+        {u"dragAndDropView"_s, "wq::WQDragAndDropView", "QWidget"},
+        {u"scrollView"_s, "wq::WQFocusableScrollView", "QScrollArea"},
+        {u"linkTextView"_s, "wq::WQURLTextView", "QTextBrowser"},
+        {u"tableView"_s, "wq::WQTableView", "QTableView"},
+    };
+    for (const Row& row : rows) {
+        const QWidget* widget = child(row.name);
+        ASSERT_TRUE(widget);
+        EXPECT_STREQ(widget->metaObject()->className(), row.className);
+        EXPECT_TRUE(widget->inherits(row.base)) << row.className;
+    }
+    // Children laid out inside the containers stay there.
+    EXPECT_EQ(child<QScrollArea>(u"scrollView"_s)->widget(), child(u"scrollViewContents"_s));
+    EXPECT_TRUE(child(u"dragAndDropView"_s)->isAncestorOf(child(u"dragLabel"_s)));
+    EXPECT_TRUE(child<QTextBrowser>(u"linkTextView"_s)->toHtml().contains(u"https://example.com/terms"_s));
+}
+
+TEST_F(DesignerForm, FieldsTypeThroughTheirFormatterKind)
+{
+    form->show();
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+
+    struct Row {
+        QString name;
+        QString kind;
+        int places;
+        QString keys;
+        QString whileTyping;  // after the keys, before editing ends
+        QString finished;     // after Return
+    };
+    const Row rows[] = {
+        {u"amountField"_s, u"Money"_s, 2, u"1234.5"_s, u"$1,234.5"_s, u"$1,234.50"_s},
+        {u"roundAmountField"_s, u"Money"_s, 0, u"98765"_s, u"$98,765"_s, u"$98,765"_s},
+        {u"calculatingField"_s, u"CalculatingMoney"_s, 3, u"2.5"_s, u"$2.5"_s, u"$2.500"_s},
+        {u"dateField"_s, u"Date"_s, 2, u"3/5/24"_s, u"3/5/24"_s, u"3/5/24"_s},
+        {u"longYearField"_s, u"ExtendedDate"_s, 2, u"3/5/1999"_s, u"3/5/1999"_s, u"3/5/1999"_s},
+        {u"countField"_s, u"WholeNumber"_s, 2, u"12345"_s, u"12,345"_s, u"12,345"_s},
+        // Letters are not numbers: the decimal field swallows them.
+        {u"rateField"_s, u"Decimal"_s, 2, u"7x.25"_s, u"7.25"_s, u"7.25"_s},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name.toStdString());
+        auto* field = child<QLineEdit>(row.name);
+        ASSERT_TRUE(field);
+        EXPECT_EQ(kindOf(*field), row.kind);
+        EXPECT_EQ(field->property("places").toInt(), row.places);
+        field->setFocus();
+        QTest::keyClicks(field, row.keys);
+        EXPECT_EQ(field->text(), row.whileTyping);
+        QTest::keyClick(field, Qt::Key_Return);
+        EXPECT_EQ(field->text(), row.finished);
+    }
+}
+
+TEST_F(DesignerForm, ChangingPlacesOfALoadedFieldReformatsIt)
+{
+    auto* field = child<QLineEdit>(u"amountField"_s);
+    ASSERT_TRUE(field);
+    form->show();
+    field->setFocus();
+    QTest::keyClicks(field, u"3.5"_s);
+    QTest::keyClick(field, Qt::Key_Return);
+    ASSERT_EQ(field->text(), u"$3.50"_s);
+    ASSERT_TRUE(field->setProperty("places", 3));
+    EXPECT_EQ(field->text(), u"$3.500"_s);
+    // A kind by name, as Designer's property editor sets it.
+    ASSERT_TRUE(field->setProperty("formatterKind", u"WholeNumber"_s));
+    EXPECT_EQ(kindOf(*field), u"WholeNumber"_s);
+}
+
+} // namespace
