@@ -10,6 +10,7 @@ std::unique_ptr<ShowcaseFeature> makeWindowMenus();
 std::unique_ptr<ShowcaseFeature> makeWindowToolbar();
 std::unique_ptr<ShowcaseFeature> makeAlertSheets();
 std::unique_ptr<ShowcaseFeature> makeViewsAndPanels();
+std::unique_ptr<ShowcaseFeature> makeRegisterTour();
 
 std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
 {
@@ -23,6 +24,7 @@ std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
     features.push_back(makeWindowToolbar());
     features.push_back(makeAlertSheets());
     features.push_back(makeViewsAndPanels());
+    features.push_back(makeRegisterTour());
     return features;
 }
 
