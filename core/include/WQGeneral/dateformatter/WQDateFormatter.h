@@ -4,9 +4,11 @@
 /// typed text back in the order of that format (missing numbers come from
 /// today), lets only digits, the separator and the increment keys be typed,
 /// and turns the increment keys into steps of the date in the field:
-/// + or =   next day (Alt: next month)      - previous day (Alt: previous month)
-/// U+2260, U+00B1   next month               U+2013   previous month
-/// t or T   today
+/// \verbatim
+///   + or =   next day (Alt: next month)      - previous day (Alt: previous month)
+///   U+2260, U+00B1   next month               U+2013   previous month
+///   t or T   today
+/// \endverbatim
 /// Its class side (the user's date patterns and names) is WQSystemDateSettings.
 
 #include <WQGeneral/dates/WQDate.h>

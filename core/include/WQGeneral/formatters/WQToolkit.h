@@ -48,7 +48,7 @@ public:
     virtual ~WQFieldEditor() = default;
     /// The editor's selection (UTF-16 positions).
     virtual WQRange selectedRange() const = 0;
-    /// Sets the editor's selection; takes effect after the edit is judged.
+    /// Sets the editor's selection; a formatter that rewrites may place the caret this way.
     virtual void setSelectedRange(WQRange range) = 0;
     /// The editor's text; while an edit is judged, the text from before it.
     virtual QString string() const = 0;

@@ -3,10 +3,12 @@
 /// Records one call (an operation and its arguments) now and performs it later,
 /// as often as wanted, against a target that can be replaced in between:
 ///
-/// WQCaptureInvocation<Account> recorder(account);
-/// recorder.capture(&Account::setBalance, 12.5);
-/// recorder.setTarget(otherAccount);
-/// recorder.invoke();                       // otherAccount->setBalance(12.5)
+/// \code
+///     WQCaptureInvocation<Account> recorder(account);
+///     recorder.capture(&Account::setBalance, 12.5);
+///     recorder.setTarget(otherAccount);
+///     recorder.invoke();                       // otherAccount->setBalance(12.5)
+/// \endcode
 ///
 /// The arguments are copied into the record, so an object argument passed as a
 /// shared_ptr stays alive until the next capture or the recorder's destruction.

@@ -2,9 +2,11 @@
 /// \file
 /// The dictionary a window controller describes its toolbar with.
 ///
-/// { itemInfoByIdentifier:   { identifier: item description, ... },
-/// defaultItemIdentifiers: [ identifier, ... ],   the default set, in order
-/// allowedItemIdentifiers: [ identifier, ... ] }  what the user may add
+/// \verbatim
+///   { itemInfoByIdentifier:   { identifier: item description, ... },
+///     defaultItemIdentifiers: [ identifier, ... ],   the default set, in order
+///     allowedItemIdentifiers: [ identifier, ... ] }  what the user may add
+/// \endverbatim
 ///
 /// An item description holds translation keys (table "ToolbarStrings") for
 /// its label, palette label and tool tip, and either the name of a property

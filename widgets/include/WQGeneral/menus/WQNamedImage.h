@@ -2,10 +2,10 @@
 /// \file
 /// Images by name, as toolbars and tree headers ask for them. A name is looked
 /// up, in order, among
-/// - the application's resources: ":/images/<name>" then ":/<name>", as
-/// given or with .svg, .png, .xpm or .jpg appended;
-/// - the icon theme (QIcon::fromTheme);
-/// - the framework's own images ("LittleRightArrow").
+///   - the application's resources: ":/images/<name>" then ":/<name>", as
+///     given or with .svg, .png, .xpm or .jpg appended;
+///   - the icon theme (QIcon::fromTheme);
+///   - the framework's own images ("LittleRightArrow").
 /// So an application replaces a framework image by shipping one of that name.
 
 #include <QIcon>
