@@ -69,9 +69,7 @@ public:
                               const QString& originalString, WQRange originalSelectedRange,
                               QString* errorDescription) override;
 
-    /// The step that typed text makes when it holds an increment key (the
-    /// first kind found, in the order of the table above); nullopt otherwise.
-    /// Date pickers use it for the same keys.
+    /// A step of the date in a field: months and days to add, or a jump to today.
     struct IncrementStep {
         /// Months to add (negative to go back).
         qint64 months = 0;
@@ -80,7 +78,9 @@ public:
         /// Jump to today instead of stepping.
         bool today = false;
     };
-    /// The step for typed text (see IncrementStep); nullopt when it holds no increment key.
+    /// The step that typed text makes when it holds an increment key (the
+    /// first kind found, in the order of the table above); nullopt otherwise.
+    /// Date pickers use it for the same keys.
     static std::optional<IncrementStep> incrementStep(const QString& insertedText, bool optionKeyDown);
 
     /// True when insertedText holds no increment key; otherwise steps the date
