@@ -31,7 +31,7 @@ struct WQEditEvent {
     /// KeyDown while a key press is handled, else None.
     Type type = Type::None;
     QString characters;          ///< what the key produced; "\x7f" for Backspace
-    bool optionKeyDown = false;  ///< Alt
+    bool optionKeyDown = false;  ///< Alt is held
 
     /// True while Backspace is being handled.
     bool isDeleteKeyDown() const

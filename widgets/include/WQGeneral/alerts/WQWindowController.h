@@ -67,22 +67,22 @@ public:
 
     // --- Edit/Cancel sheets: the field travels as the sheet's context; the
     // name may be empty ("The  field is blank.", two blanks).
-    /// "The <name> field is blank."
+    /// Edit/Cancel sheet saying the named field is blank; the field travels as the sheet's context.
     bool sheetForBlankTextField(QWidget* textField, const QString& name = QString());
-    /// The field must not be negative.
+    /// Edit/Cancel sheet saying the named field must not be negative.
     bool sheetForNegativeTextField(QWidget* textField, const QString& name = QString());
-    /// The field must be greater than zero.
+    /// Edit/Cancel sheet saying the named field must be greater than zero.
     bool sheetForNegativeOrZeroTextField(QWidget* textField, const QString& name = QString());
 
     // --- Refusals of a formatter; the error description is the title. The
     // field or column is not consulted.
-    /// A whole-number refusal; can be silenced.
+    /// A whole-number formatter's refusal, titled with its error description; can be silenced.
     bool sheetForIntegerTextFieldValidationFailure(QObject* textField, const QString& localizedTextFieldName,
                                                    const QString& errorDescription);
-    /// A decimal or amount refusal in a table column; can be silenced.
+    /// A decimal or amount formatter's refusal in a table column, titled with its error description; can be silenced.
     bool sheetForDecimalColumnValidationFailure(QObject* column, const QString& localizedTextFieldName,
                                                 const QString& errorDescription, bool asATM);
-    /// A decimal or amount refusal in a field; can be silenced.
+    /// A decimal or amount formatter's refusal in a field, titled with its error description; can be silenced.
     bool sheetForDecimalFieldValidationFailure(QObject* textField, const QString& localizedTextFieldName,
                                                const QString& errorDescription, bool asATM);
     /// With a date field an Edit/Cancel sheet that is never silenced; without
