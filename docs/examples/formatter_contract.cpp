@@ -1,6 +1,7 @@
 // How a text field drives an entry formatter, keystroke by keystroke, and
-// how a formatter of one's own answers. Built by hand against an installed
-// WQGeneral (see the README); the documentation quotes it.
+// how a formatter of one's own answers. The documentation quotes it; build
+// it against an installed WQGeneral with
+//   g++ -std=c++20 -fPIC formatter_contract.cpp $(pkg-config --cflags --libs WQGeneralCore)
 #include <WQGeneral/formatters/WQFormatter.h>
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
