@@ -7,7 +7,7 @@ FUZZ_SECONDS ?= 30
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test test-asan package translations bench fuzz clean
+.PHONY: all deps configure build run test test-asan package translations bench fuzz docs clean
 
 all: build
 
@@ -68,5 +68,12 @@ fuzz: deps
 	@cmake --build $(BUILD_FUZZ) -j $(JOBS)
 	@bash scripts/fuzz.sh $(BUILD_FUZZ) $(FUZZ_SECONDS)
 
+# HTML reference of the public headers into build-docs/html; fails on any
+# Doxygen warning (an undocumented public name among them).
+BUILD_DOCS ?= build-docs
+docs:
+	@bash deps/install.sh debian-packages-docs.txt
+	@bash scripts/docs-check.sh $(BUILD_DOCS)
+
 clean:
-	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH) $(BUILD_FUZZ)
+	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH) $(BUILD_FUZZ) $(BUILD_DOCS)

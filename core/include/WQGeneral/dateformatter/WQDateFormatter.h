@@ -1,12 +1,15 @@
 #pragma once
-// The entry formatter of date fields: shows a WQDate in a date format, reads
-// typed text back in the order of that format (missing numbers come from
-// today), lets only digits, the separator and the increment keys be typed,
-// and turns the increment keys into steps of the date in the field:
-//   + or =   next day (Alt: next month)      - previous day (Alt: previous month)
-//   U+2260, U+00B1   next month               U+2013   previous month
-//   t or T   today
-// Its class side (the user's date patterns and names) is WQSystemDateSettings.
+/// \class wq::WQDateFormatter
+/// The entry formatter of date fields: shows a WQDate in a date format, reads
+/// typed text back in the order of that format (missing numbers come from
+/// today), lets only digits, the separator and the increment keys be typed,
+/// and turns the increment keys into steps of the date in the field:
+/// \verbatim
+///   + or =   next day (Alt: next month)      - previous day (Alt: previous month)
+///   U+2260, U+00B1   next month               U+2013   previous month
+///   t or T   today
+/// \endverbatim
+/// Its class side (the user's date patterns and names) is WQSystemDateSettings.
 
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
@@ -20,62 +23,76 @@
 
 namespace wq {
 
+/// \addtogroup dateformatter
+/// @{
+
 class WQDateFormatter : public WQFormatter, public WQSystemDateSettings {
 public:
-    // Where "today" comes from; nullopt when the clock cannot be read.
+    /// Where "today" comes from; nullopt when the clock cannot be read.
     using TodayProvider = std::function<std::optional<WQDate>()>;
 
-    // Usually given shortDateFormat(). Either date-pattern letters (M/d/yy)
-    // or percent directives (%m/%d/%y).
+    /// Usually given shortDateFormat(). Either date-pattern letters (M/d/yy)
+    /// or percent directives (%m/%d/%y).
     explicit WQDateFormatter(const QString& format);
 
-    // A new format is announced with kWQNotif_FormatterChanged.
+    /// A new format is announced with kWQNotif_FormatterChanged.
     void setDateFormat(const QString& format);
+    /// The format as given to the constructor or setDateFormat().
     const QString& dateFormat() const noexcept { return mFormat; }
-    // The one character typed between the numbers ("\0" when the format has none).
+    /// The one character typed between the numbers ("\0" when the format has none).
     const QString& localizedSeparator() const noexcept { return mLocalizedDateSeparatorString; }
 
+    /// Whether years show with four digits (yyyy or %Y) rather than two.
     bool showCentury() const noexcept { return mFlags.showCentury; }
+    /// Whether days below 10 show with a leading zero.
     bool zeroPadDate() const noexcept { return mFlags.zeroPadDate; }
+    /// Whether months below 10 show with a leading zero.
     bool zeroPadMonth() const noexcept { return mFlags.zeroPadMonth; }
-    // 0-based places of the month and the day among the format's date fields.
+    /// 0-based places of the month and the day among the format's date fields.
     int monthPosition() const noexcept { return mFlags.monthPosition; }
+    /// 0-based place of the day among the format's date fields.
     int dayPosition() const noexcept { return mFlags.dayPosition; }
 
-    // Today is read on every call that needs it; the default reads the
-    // system clock. An empty provider restores the default.
+    /// Today is read on every call that needs it; the default reads the
+    /// system clock. An empty provider restores the default.
     void setTodayProvider(TodayProvider provider);
+    /// Today from the provider in force; nullopt when the clock cannot be read.
     std::optional<WQDate> today() const;
 
-    // A WQDate in the format; a string as it is; nullopt for anything else.
+    /// A WQDate in the format; a string as it is; nullopt for anything else.
     std::optional<QString> stringForObjectValue(const QVariant& value) const override;
-    // Up to three numbers split at the separator; stores a WQDate.
+    /// Up to three numbers split at the separator; stores a WQDate.
     bool getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const override;
-    // The same as a WQDate, for callers that do not want a QVariant.
+    /// The same as a WQDate, for callers that do not want a QVariant.
     std::optional<WQDate> dateForString(const QString& string, QString* errorDescription = nullptr) const;
     bool isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
                               const QString& originalString, WQRange originalSelectedRange,
                               QString* errorDescription) override;
 
-    // The step that typed text makes when it holds an increment key (the
-    // first kind found, in the order of the table above); nullopt otherwise.
-    // Date pickers use it for the same keys.
+    /// A step of the date in a field: months and days to add, or a jump to today.
     struct IncrementStep {
+        /// Months to add (negative to go back).
         qint64 months = 0;
+        /// Days to add (negative to go back).
         qint64 days = 0;
+        /// Jump to today instead of stepping.
         bool today = false;
     };
+    /// The step that typed text makes when it holds an increment key (the
+    /// first kind found, in the order of the table above); nullopt otherwise.
+    /// Date pickers use it for the same keys.
     static std::optional<IncrementStep> incrementStep(const QString& insertedText, bool optionKeyDown);
 
-    // True when insertedText holds no increment key; otherwise steps the date
-    // of originalString into *partialString (caret at its end) when that text
-    // parses, and answers false either way.
+    /// True when insertedText holds no increment key; otherwise steps the date
+    /// of originalString into *partialString (caret at its end) when that text
+    /// parses, and answers false either way.
     bool _wq_incrementDecrement(const QString& insertedText, const QString& originalString,
                                 QString* partialString, WQRange* proposedSelectedRange) const;
+    /// Reads the format into the display flags and the separator; for subclasses that change it.
     void _wq_processFormat();
 
 private:
-    // Everything but decimal digits, the separator and the increment keys.
+    /// Everything but decimal digits, the separator and the increment keys.
     struct InvertedCharacterSet {
         char16_t separator = 0;
         bool contains(char32_t c) const noexcept;
@@ -98,5 +115,7 @@ private:
     Flags mFlags{0, 0, 0, 0, 0};
     TodayProvider _wq_todayProvider;
 };
+
+/// @}
 
 } // namespace wq

@@ -1,16 +1,17 @@
 #pragma once
-// A calendar date of the proleptic Gregorian calendar, with no time of day and
-// no time zone: the date every document stores, shows and computes with.
-//
-// Construction folds overflowing months and days forward (2023-01-32 is
-// 2023-02-01); a day of 0, and month 0 with day 0, are kept as given, and
-// 0000-00-00 (also the default value) stands for "no date" where a parse
-// fails. Weekdays run 0 = Sunday ... 6 = Saturday; day 1 of the common era is
-// 0001-01-01.
-//
-// Years are signed 64-bit. Operations whose result cannot be represented
-// (a year past the 64-bit range, a day count past 64 bits) raise
-// NSRangeException instead of wrapping.
+/// \class wq::WQDate
+/// A calendar date of the proleptic Gregorian calendar, with no time of day and
+/// no time zone: the date every document stores, shows and computes with.
+///
+/// Construction folds overflowing months and days forward (2023-01-32 is
+/// 2023-02-01); a day of 0, and month 0 with day 0, are kept as given, and
+/// 0000-00-00 (also the default value) stands for "no date" where a parse
+/// fails. Weekdays run 0 = Sunday ... 6 = Saturday; day 1 of the common era is
+/// 0001-01-01.
+///
+/// Years are signed 64-bit. Operations whose result cannot be represented
+/// (a year past the 64-bit range, a day count past 64 bits) raise
+/// NSRangeException instead of wrapping.
 
 #include <WQGeneral/platform/WQExceptions.h>
 
@@ -25,126 +26,157 @@
 
 namespace wq {
 
+/// \addtogroup dates
+/// @{
+
 class WQDate {
 public:
-    // 0000-00-00, the "no date" value.
+    /// 0000-00-00, the "no date" value.
     constexpr WQDate() = default;
-    // Normalises: months above 12 carry into the year, days beyond the month
-    // carry into the following months.
+    /// Normalises: months above 12 carry into the year, days beyond the month
+    /// carry into the following months.
     WQDate(qint64 year, quint64 month, quint64 day);
 
     // --- class side ---------------------------------------------------------
-    // 0 for month 0 or above 12.
+    /// 0 for month 0 or above 12.
     static quint8 daysInMonth(quint8 month, qint64 year) noexcept;
+    /// Gregorian leap years: every fourth, except centuries not divisible by 400.
     static bool isLeapYear(qint64 year) noexcept;
-    // Today in the system time zone; nullopt if the clock cannot be broken down.
+    /// Today in the system time zone; nullopt if the clock cannot be broken down.
     static std::optional<WQDate> date();
+    /// The same as the constructor, normalising alike.
     static WQDate dateWithYear(qint64 year, quint64 month, quint64 day) { return WQDate(year, month, day); }
-    // nullopt (and a log line) for day numbers below 1.
+    /// nullopt (and a log line) for day numbers below 1.
     static std::optional<WQDate> dateWithDayOfCommonEra(qint64 dayNumber);
 
     // --- fields -------------------------------------------------------------
+    /// The year; 0 and below are the years before 1 CE (astronomical numbering).
     constexpr qint64 yearOfCommonEra() const noexcept { return _wq_year; }
+    /// 1 to 12, or 0 where the date was made with month 0.
     constexpr quint64 monthOfYear() const noexcept { return _wq_month; }
+    /// 1 to 31, or 0 where the date was made with day 0.
     constexpr quint64 dayOfMonth() const noexcept { return _wq_day; }
 
     // --- day counting (constant time) ---------------------------------------
-    // Years before 1500, and month 0, follow the same 400-year Gregorian cycle
-    // as later years (month 0 counts as January, so 2024-00-00 is a Sunday
-    // like 2023-12-31).
+    /// Years before 1500, and month 0, follow the same 400-year Gregorian cycle
+    /// as later years (month 0 counts as January, so 2024-00-00 is a Sunday
+    /// like 2023-12-31).
     quint8 dayOfWeek() const noexcept;
+    /// 1 for 1 January; month 0 counts as January.
     quint16 dayOfYear() const noexcept;
-    // Years of 0 and below count no years: the answer is their day of year.
-    // Raises NSRangeException past what a signed 64-bit day count holds.
+    /// Years of 0 and below count no years: the answer is their day of year.
+    /// Raises NSRangeException past what a signed 64-bit day count holds.
     qint64 dayOfCommonEra() const;
 
     // --- comparison ---------------------------------------------------------
-    // -1, 0 or +1 by year, month, day.
+    /// -1, 0 or +1 by year, month, day.
     int compare(const WQDate& other) const noexcept { return compareWithDate(other); }
-    // Raises NSBadComparisonException unless the value holds a WQDate.
+    /// Raises NSBadComparisonException unless the value holds a WQDate.
     int compare(const QVariant& other) const;
+    /// -1, 0 or +1 by year, month, day.
     int compareWithDate(const WQDate& other) const noexcept;
-    // Quiet: anything that is not a WQDate is simply not equal.
+    /// Quiet: anything that is not a WQDate is simply not equal.
     bool isEqual(const QVariant& other) const noexcept;
+    /// True for the same year, month and day.
     bool isEqual(const WQDate& other) const noexcept { return *this == other; }
-    // Strict: raises NSBadComparisonException unless the value holds a WQDate.
+    /// Strict: raises NSBadComparisonException unless the value holds a WQDate.
     bool isEqualToDate(const QVariant& other) const;
+    /// True for the same year, month and day.
     bool isEqualToDate(const WQDate& other) const noexcept { return *this == other; }
+    /// True when both dates lie in the same year.
     bool isSameYearAs(const WQDate& other) const noexcept { return _wq_year == other._wq_year; }
+    /// True when both dates lie in the same month of the same year.
     bool isSameMonthAs(const WQDate& other) const noexcept
     {
         return _wq_month == other._wq_month && _wq_year == other._wq_year;
     }
+    /// True for the same year, month and day.
     bool isSameDayAs(const WQDate& other) const noexcept { return *this == other; }
+    /// True when this date is earlier than other.
     bool comesBefore(const WQDate& other) const noexcept { return *this < other; }
+    /// True when this date is later than other.
     bool comesAfter(const WQDate& other) const noexcept { return *this > other; }
 
     friend constexpr bool operator==(const WQDate&, const WQDate&) = default;
     friend constexpr std::strong_ordering operator<=>(const WQDate&, const WQDate&) = default;
 
     // --- arithmetic ---------------------------------------------------------
-    // Years and months first, days last; a day past the end of the target
-    // month carries into the next month (2023-01-31 + 1 month = 2023-03-03).
+    /// Years and months first, days last; a day past the end of the target
+    /// month carries into the next month (2023-01-31 + 1 month = 2023-03-03).
     WQDate dateByAddingYears(qint64 years, qint64 months, qint64 days) const;
 
-    // Fills the places given (nullptr = not wanted) with this date minus
-    // `other`: positive when this date is later. Days borrowed for a month
-    // are counted in the earlier date's month.
+    /// Fills the places given (nullptr = not wanted) with this date minus
+    /// `other`: positive when this date is later. Days borrowed for a month
+    /// are counted in the earlier date's month.
     void yearsMonthsDaysSinceDate(qint64* years, qint64* months, qint64* days, const WQDate& other) const;
+    /// The parts asked of yearsMonthsDaysSinceDate(); a part not wanted stays empty.
     struct Difference {
+        /// Whole years; empty where not wanted.
         std::optional<qint64> years, months, days;
+        /// \var months
+        /// Whole months; empty where not wanted.
+        /// \var days
+        /// Whole days; empty where not wanted.
     };
+    /// The same, answering only the parts wanted.
     Difference yearsMonthsDaysSinceDate(const WQDate& other, bool wantYears, bool wantMonths, bool wantDays) const;
 
     // --- text ---------------------------------------------------------------
-    // `format` is either percent directives ("%Y-%m-%d") or, when it holds no
-    // '%', date-pattern letters ("M/d/yy"). Names come from `locale` (the
-    // dictionary keyed by WQDateLocaleKey_...); missing names are left out.
-    // Results are cached (a fixed number per thread, the least recently used
-    // making room). Raises
-    // NSInvalidArgumentException for an unknown directive and
-    // NSRangeException for a '%' that ends the format.
+    /// `format` is either percent directives ("%Y-%m-%d") or, when it holds no
+    /// '%', date-pattern letters ("M/d/yy"). Names come from `locale` (the
+    /// dictionary keyed by WQDateLocaleKey_...); missing names are left out.
+    /// Results are cached (a fixed number per thread, the least recently used
+    /// making room). Raises
+    /// NSInvalidArgumentException for an unknown directive and
+    /// NSRangeException for a '%' that ends the format.
     QString descriptionWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
-    // The same without making an optional copy of the dictionary.
+    /// The same without making an optional copy of the dictionary.
     QString descriptionWithCalendarFormat(const QString& format, const QVariantMap& locale) const;
-    // Names from the system's regional settings.
+    /// Names from the system's regional settings.
     QString descriptionWithCalendarFormat(const QString& format) const;
-    QString description() const;                               // "%Y-%m-%d"
+    QString description() const;                               ///< "%Y-%m-%d"
+    /// The date as "%Y-%m-%d" with names from locale.
     QString descriptionWithLocale(const QVariantMap& locale) const;
-    QString debugDescription() const;                          // "%ld-%02d-%02d", no cache
+    QString debugDescription() const;                          ///< "%ld-%02d-%02d", no cache
 
-    // The cache of the calling thread: each thread keeps its own texts, so
-    // that threads never wait for each other.
+    /// The cache of the calling thread: each thread keeps its own texts, so
+    /// that threads never wait for each other.
     QString cacheKeyForFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
+    /// A cached text of the calling thread, or nullopt.
     static std::optional<QString> cachedValueForKey(const QString& key);
+    /// Keeps a text in the calling thread's cache, making room when it is full.
     static void cacheValue(const QString& value, const QString& key);
-    static qsizetype _wq_textCacheSize();   // texts held now
-    // Renders without reading or growing the cache.
+    static qsizetype _wq_textCacheSize();   ///< texts held now
+    /// Renders without reading or growing the cache.
     QString _wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
 
-    // Reads `text` by the percent directives of `format`; 0000-00-00 when the
-    // text does not match. Names match without regard to case; %y reads 69-99
-    // as 19xx and 00-68 as 20xx; %Y reads a signed year, four digits when
-    // another directive follows at once. Fields the format does not mention
-    // default to January, day 1 and the current year. A bad format raises as
-    // descriptionWithCalendarFormat does.
+    /// Reads `text` by the percent directives of `format`; 0000-00-00 when the
+    /// text does not match. Names match without regard to case; %y reads 69-99
+    /// as 19xx and 00-68 as 20xx; %Y reads a signed year, four digits when
+    /// another directive follows at once. Fields the format does not mention
+    /// default to January, day 1 and the current year. A bad format raises as
+    /// descriptionWithCalendarFormat does.
     static WQDate dateWithString(const QString& text, const QString& format, const std::optional<QVariantMap>& locale);
+    /// Reads text with the system's month and weekday names.
     static WQDate dateWithString(const QString& text, const QString& format);
 
     // --- conversions --------------------------------------------------------
-    // The calendar date of that moment in the system time zone. An invalid
-    // QDateTime raises NSInternalInconsistencyException.
+    /// The calendar date of that moment in the system time zone. An invalid
+    /// QDateTime raises NSInternalInconsistencyException.
     static WQDate dateWithNSDate(const QDateTime& moment);
-    // The first moment of the date in the system time zone (midnight, or the
-    // end of a daylight-saving gap that swallows midnight). Day 0 is the last
-    // day of the previous month. Invalid past QDate's range.
+    /// The first moment of the date in the system time zone (midnight, or the
+    /// end of a daylight-saving gap that swallows midnight). Day 0 is the last
+    /// day of the previous month. Invalid past QDate's range.
     QDateTime nsDate() const;
 
     // --- fixed storage layouts ----------------------------------------------
-    QString optimizedStringTovanaFormat() const;                 // MM/DD/YYYY
+    QString optimizedStringTovanaFormat() const;                 ///< MM/DD/YYYY
+    /// Reads MM/DD/YYYY exactly; nullopt for anything else.
     static std::optional<WQDate> optimizedDateWithStringTovanaFormat(const QString& text);
-    QString optimizedStringXMLFormat() const;                    // YYYY-MM-DD
+    QString optimizedStringXMLFormat() const;                    ///< YYYY-MM-DD
+    /// Reads YYYY-MM-DD exactly; nullopt for anything else.
     static std::optional<WQDate> optimizedDateWithStringXMLFormat(const QString& text);
+    /// Reads YYYY-MM-DD from a NUL-terminated C string; nullopt for anything else or nullptr.
     static std::optional<WQDate> optimizedDateWithCStringXMLFormat(const char* text);
 
 private:
@@ -156,6 +188,8 @@ private:
     quint8 _wq_month = 0;
     quint8 _wq_day = 0;
 };
+
+/// @}
 
 } // namespace wq
 

@@ -1,8 +1,9 @@
 #pragma once
-// What the date code needs from the user's regional settings: the short and
-// full date patterns, the month and weekday names (the locale dictionary),
-// and a few fixed-format conversions of QDateTime values.
-// WQDateFormatter derives from this class, so its class side reads the same.
+/// \class wq::WQSystemDateSettings
+/// What the date code needs from the user's regional settings: the short and
+/// full date patterns, the month and weekday names (the locale dictionary),
+/// and a few fixed-format conversions of QDateTime values.
+/// WQDateFormatter derives from this class, so its class side reads the same.
 
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
@@ -14,40 +15,49 @@
 
 namespace wq {
 
-// Keys of the locale dictionary. Each value is a QStringList: twelve months
-// January first, or seven weekdays Sunday first.
+/// \addtogroup dates
+/// @{
+
+/// Keys of the locale dictionary. Each value is a QStringList: twelve months
+/// January first, or seven weekdays Sunday first.
 inline const QString WQDateLocaleKey_TimeDateFormatString = QStringLiteral("NSTimeDateFormatString");
+/// Full month names, January first.
 inline const QString WQDateLocaleKey_MonthNameArray = QStringLiteral("NSMonthNameArray");
+/// Abbreviated month names, January first.
 inline const QString WQDateLocaleKey_ShortMonthNameArray = QStringLiteral("NSShortMonthNameArray");
+/// Full weekday names, Sunday first.
 inline const QString WQDateLocaleKey_WeekDayNameArray = QStringLiteral("NSWeekDayNameArray");
+/// Abbreviated weekday names, Sunday first.
 inline const QString WQDateLocaleKey_ShortWeekDayNameArray = QStringLiteral("NSShortWeekDayNameArray");
 
 class WQSystemDateSettings {
 public:
-    // The system's short date pattern (M/d/yy for en_US).
+    /// The system's short date pattern (M/d/yy for en_US).
     static QString shortDateFormat();
-    // The system's full date pattern ("EEEE, MMMM d, y" for en_US).
+    /// The system's full date pattern ("EEEE, MMMM d, y" for en_US).
     static QString longDateFormat();
 
-    // The locale dictionary, built once and shared until the regional
-    // settings change (two calls in a row answer the same shared map).
-    // The TimeDateFormatString entry holds the month names too; nothing
-    // reads a format from it.
+    /// The locale dictionary, built once and shared until the regional
+    /// settings change (two calls in a row answer the same shared map).
+    /// The TimeDateFormatString entry holds the month names too; nothing
+    /// reads a format from it.
     static QVariantMap systemDefinedDateInformation();
-    // Drops the cached dictionary; the next request rebuilds it.
+    /// Drops the cached dictionary; the next request rebuilds it.
     static void _wq_defaultsChanged(const WQNotification& notification = {});
 
-    // strftime in local time (fractional seconds dropped).
+    /// strftime in local time (fractional seconds dropped).
     static QString stringWithFixedFormat(const QString& format, const QDateTime& moment);
-    // strptime from an all-zero broken-down time (standard time), then mktime;
-    // nullopt when the text does not match.
+    /// strptime from an all-zero broken-down time (standard time), then mktime;
+    /// nullopt when the text does not match.
     static std::optional<QDateTime> nsdateWithFixedFormat(const QString& format, const QString& text);
-    // Short date and short time in the time locale; nullopt means now.
+    /// Short date and short time in the time locale; nullopt means now.
     static QString shortDateTimeStringWithNSDate(const std::optional<QDateTime>& moment = std::nullopt);
 
 protected:
     WQSystemDateSettings() = default;
     ~WQSystemDateSettings() = default;
 };
+
+/// @}
 
 } // namespace wq

@@ -1,5 +1,6 @@
 #pragma once
-// Choosing a file location that overwrites nothing, and making folders.
+/// \file
+/// Choosing a file location that overwrites nothing, and making folders.
 
 #include <QFileDevice>
 #include <QString>
@@ -9,22 +10,27 @@
 
 namespace wq {
 
-// A file URL for folder/name.extension, or folder/name-1.extension and so on
-// up to -499 when the plain name is taken. A folder that is missing, not a
-// folder, or not writable is replaced by the user's desktop. Nothing is
-// created: two calls before either file is written answer the same location.
-// When every numbered name up to 499 exists, name-499 is answered anyway.
+/// \addtogroup files
+/// @{
+
+/// A file URL for folder/name.extension, or folder/name-1.extension and so on
+/// up to -499 when the plain name is taken. A folder that is missing, not a
+/// folder, or not writable is replaced by the user's desktop. Nothing is
+/// created: two calls before either file is written answer the same location.
+/// When every numbered name up to 499 exists, name-499 is answered anyway.
 QUrl WQUniqueFileURLWithBasePathFileNameAndExtension(const QString& basePath, const QString& fileName,
                                                      const QString& extension);
 
-// The user's desktop folder: the desktop location the session announces, else
-// the home folder's Desktop.
+/// The user's desktop folder: the desktop location the session announces, else
+/// the home folder's Desktop.
 QString WQDesktopFolderPath();
 
-// Creates the folder and every missing parent, each with the given permissions
-// when some are given. True also when the folder already exists; false for a
-// null or empty path, without touching the file system.
+/// Creates the folder and every missing parent, each with the given permissions
+/// when some are given. True also when the folder already exists; false for a
+/// null or empty path, without touching the file system.
 bool createAllDirectoriesAtPath(const QString& path,
                                 std::optional<QFileDevice::Permissions> attributes = std::nullopt);
+
+/// @}
 
 } // namespace wq

@@ -1,6 +1,7 @@
 #pragma once
-// The base of the applications' model objects: the owning document, a 32-bit
-// identifier, and change notifications that can be switched off for bulk edits.
+/// \class wq::WQBaseModelObject
+/// The base of the applications' model objects: the owning document, a 32-bit
+/// identifier, and change notifications that can be switched off for bulk edits.
 
 #include <WQGeneral/model/WQDocument.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
@@ -10,40 +11,47 @@
 
 namespace wq {
 
-// The one user-info key under which a model object's notification carries data.
+/// \addtogroup model
+/// @{
+
+/// The one user-info key under which a model object's notification carries data.
 inline const QString kWQKey_UserData = QStringLiteral("kWQKey_UserData");
 
 class WQBaseModelObject : public WQNotificationSender, public WQDocumentHolder {
 public:
     WQBaseModelObject() = default;
-    // Notifications name their sender by address, so model objects have identity.
+    /// Notifications name their sender by address, so model objects have identity.
     WQBaseModelObject(const WQBaseModelObject&) = delete;
     WQBaseModelObject& operator=(const WQBaseModelObject&) = delete;
-    // Removes every registration this object holds in the default centre.
+    /// Removes every registration this object holds in the default centre.
     ~WQBaseModelObject() override;
 
-    // Not owned: the document must outlive the object or clear the reference.
+    /// Not owned: the document must outlive the object or clear the reference.
     void setDocument(WQDocument* document) { _wq_document = document; }
+    /// The owning document given at construction, or nullptr.
     WQDocument* document() const override { return _wq_document; }
-    // The document's undo stack; nullptr without a document.
+    /// The document's undo stack; nullptr without a document.
     QUndoStack* undoManager() const;
 
+    /// Sets the identifier; the application keeps identifiers unique within a document.
     void setVeltranoID(quint32 identifier) { _wq_uniqueID = identifier; }
+    /// The identifier, compared as unsigned 32-bit; 0 until set.
     quint32 veltranoID() const { return _wq_uniqueID; }
 
-    // Posts name with this object as sender and no user info, while sending is on.
+    /// Posts name with this object as sender and no user info, while sending is on.
     void sendNotification(const QString& name) const;
-    // With valid data, the user info is {kWQKey_UserData: data}; an invalid
-    // QVariant means no data and posts no user info at all.
+    /// With valid data, the user info is {kWQKey_UserData: data}; an invalid
+    /// QVariant means no data and posts no user info at all.
     void sendNotification(const QString& name, const QVariant& data) const;
 
-    // A switch, not a counter: one enable undoes any number of disables.
+    /// A switch, not a counter: one enable undoes any number of disables.
     void disableNotificationSending() { _wq_sendNotifications = false; }
+    /// Turns change notifications back on.
     void enableNotificationSending() { _wq_sendNotifications = true; }
 
 protected:
-    // Subclasses observe through this so that the base's destructor can find
-    // and drop the registration whatever the subclass's layout.
+    /// Subclasses observe through this so that the base's destructor can find
+    /// and drop the registration whatever the subclass's layout.
     void observeNotification(const QString& name, const WQNotificationSender* sender,
                              WQNotificationCenter::Handler handler);
 
@@ -53,13 +61,15 @@ private:
     bool _wq_sendNotifications = true;
 };
 
-// Takes a notification apart. Each out-place may be nullptr. The document is
-// the sender itself when it is a document, else the sender's document when it
-// has one, else nullptr. The data is the kWQKey_UserData entry, or an invalid
-// QVariant.
+/// Takes a notification apart. Each out-place may be nullptr. The document is
+/// the sender itself when it is a document, else the sender's document when it
+/// has one, else nullptr. The data is the kWQKey_UserData entry, or an invalid
+/// QVariant.
 void WQExtractDataFromNotification(const WQNotification& notification,
                                    const WQNotificationSender** sender,
                                    const WQDocument** document = nullptr,
                                    QVariant* data = nullptr);
+
+/// @}
 
 } // namespace wq

@@ -1,7 +1,8 @@
 #pragma once
-// What model objects need from the document that owns them. Documents are
-// notification senders so that a receiver can tell a document apart from a
-// model object when it takes a notification apart.
+/// \class wq::WQDocument
+/// What model objects need from the document that owns them. Documents are
+/// notification senders so that a receiver can tell a document apart from a
+/// model object when it takes a notification apart.
 
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
@@ -9,18 +10,24 @@ class QUndoStack;
 
 namespace wq {
 
+/// \addtogroup model
+/// @{
+
 class WQDocument : public WQNotificationSender {
 public:
-    // The document's undo stack, or nullptr; the document keeps ownership.
+    /// The document's undo stack, or nullptr; the document keeps ownership.
     virtual QUndoStack* undoManager() const = 0;
 };
 
-// Anything that can name the document it belongs to (model objects, window
-// controllers).
+/// Anything that can name the document it belongs to (model objects, window
+/// controllers).
 class WQDocumentHolder {
 public:
     virtual ~WQDocumentHolder() = default;
+    /// The document, or nullptr when there is none.
     virtual WQDocument* document() const = 0;
 };
+
+/// @}
 
 } // namespace wq

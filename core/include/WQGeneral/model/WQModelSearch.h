@@ -1,14 +1,15 @@
 #pragma once
-// Finding model objects by veltranoID, sorting by it, and binary searches over
-// ordered lists that also tell where a missing object would go.
-//
-// Lists hold pointer-likes (raw pointers, shared_ptr, QPointer ...) to objects
-// that answer veltranoID(); identifiers compare as unsigned 32-bit numbers. A
-// null element counts as identifier 0 and is never answered as a match.
-//
-// One deliberate change from the historical behaviour: WQFindObjectWithIDInSortedArray
-// checks its two preconditions itself. An empty list, or no list at all, answers
-// nothing instead of reading past the end or searching forever.
+/// \file
+/// Finding model objects by veltranoID, sorting by it, and binary searches over
+/// ordered lists that also tell where a missing object would go.
+///
+/// Lists hold pointer-likes (raw pointers, shared_ptr, QPointer ...) to objects
+/// that answer veltranoID(); identifiers compare as unsigned 32-bit numbers. A
+/// null element counts as identifier 0 and is never answered as a match.
+///
+/// One deliberate change from the historical behaviour: WQFindObjectWithIDInSortedArray
+/// checks its two preconditions itself. An empty list, or no list at all, answers
+/// nothing instead of reading past the end or searching forever.
 
 #include <WQGeneral/platform/WQTypes.h>
 
@@ -23,20 +24,25 @@
 
 namespace wq {
 
+/// \addtogroup model
+/// @{
+
 template <typename P>
 concept WQIdentifiedPointer = requires(const P& p) {
     { p->veltranoID() } -> std::convertible_to<quint32>;
     { static_cast<bool>(p) };
 };
 
+/// \cond
 template <WQIdentifiedPointer P>
 quint32 _wq_veltranoIDOf(const P& object)
 {
     return object ? quint32(object->veltranoID()) : 0u;
 }
+/// \endcond
 
-// The first element, from index 0 up, with that identifier; a null P when none
-// has it or the list is absent or empty.
+/// The first element, from index 0 up, with that identifier; a null P when none
+/// has it or the list is absent or empty.
 template <WQIdentifiedPointer P>
 P WQFindObjectWithIDInArray(quint32 identifier, const QList<P>* list)
 {
@@ -48,13 +54,14 @@ P WQFindObjectWithIDInArray(quint32 identifier, const QList<P>* list)
     return P{};
 }
 
+/// The same over a list that is there.
 template <WQIdentifiedPointer P>
 P WQFindObjectWithIDInArray(quint32 identifier, const QList<P>& list)
 {
     return WQFindObjectWithIDInArray(identifier, &list);
 }
 
-// Binary search in a list sorted ascending by identifier.
+/// Binary search in a list sorted ascending by identifier.
 template <WQIdentifiedPointer P>
 P WQFindObjectWithIDInSortedArray(quint32 identifier, const QList<P>* list)
 {
@@ -79,13 +86,14 @@ P WQFindObjectWithIDInSortedArray(quint32 identifier, const QList<P>* list)
     return P{};
 }
 
+/// The same over a list that is there.
 template <WQIdentifiedPointer P>
 P WQFindObjectWithIDInSortedArray(quint32 identifier, const QList<P>& list)
 {
     return WQFindObjectWithIDInSortedArray(identifier, &list);
 }
 
-// -1, 0 or 1 as a's identifier is below, equal to or above b's.
+/// -1, 0 or 1 as a's identifier is below, equal to or above b's.
 template <WQIdentifiedPointer A, WQIdentifiedPointer B>
 int WQSortByVeltranoIDComparator(const A& a, const B& b, void* /*context*/ = nullptr)
 {
@@ -94,7 +102,7 @@ int WQSortByVeltranoIDComparator(const A& a, const B& b, void* /*context*/ = nul
     return left < right ? -1 : (left > right ? 1 : 0);
 }
 
-// In place, ascending; objects with the same identifier keep their order.
+/// In place, ascending; objects with the same identifier keep their order.
 template <WQIdentifiedPointer P>
 void WQSortArrayByVeltranoID(QList<P>& list)
 {
@@ -104,10 +112,10 @@ void WQSortArrayByVeltranoID(QList<P>& list)
 
 // --- Searches that also report the insertion location ---------------------
 
-// The shared shape: compare(element) answers <0 when the sought object goes
-// before the element, 0 when it is the one, >0 when it goes after. The
-// probing (including the stop when a "before" answer comes at probe 0) and
-// the insertion rule are relied on by callers and kept exactly.
+/// The shared shape: compare(element) answers <0 when the sought object goes
+/// before the element, 0 when it is the one, >0 when it goes after. The
+/// probing (including the stop when a "before" answer comes at probe 0) and
+/// the insertion rule are relied on by callers and kept exactly.
 template <typename T, typename Compare>
 qsizetype _wq_sortedArraySearch(const QList<T>& list, Compare compare, qsizetype* insertionLocation)
 {
@@ -141,15 +149,17 @@ qsizetype _wq_sortedArraySearch(const QList<T>& list, Compare compare, qsizetype
     return WQNotFound;
 }
 
+/// \cond
 template <typename P>
 std::uintptr_t _wq_addressOf(const P& pointer)
 {
     return reinterpret_cast<std::uintptr_t>(static_cast<const volatile void*>(std::to_address(pointer)));
 }
+/// \endcond
 
-// Index of that very object in a list ordered by address, else WQNotFound
-// and, when insertionLocation is given, where it would have to go. An equal
-// but distinct object is not found.
+/// Index of that very object in a list ordered by address, else WQNotFound
+/// and, when insertionLocation is given, where it would have to go. An equal
+/// but distinct object is not found.
 template <typename P, typename S>
 qsizetype sortedArray_indexOfObjectIdenticalTo(const QList<P>& list, const S& object,
                                                qsizetype* insertionLocation = nullptr)
@@ -161,8 +171,8 @@ qsizetype sortedArray_indexOfObjectIdenticalTo(const QList<P>& list, const S& ob
     }, insertionLocation);
 }
 
-// The answer of a three-way comparison reduced to -1, 0 or 1. An unordered
-// answer (NaN) counts as "same", as neither ascending nor descending.
+/// The answer of a three-way comparison reduced to -1, 0 or 1. An unordered
+/// answer (NaN) counts as "same", as neither ascending nor descending.
 template <typename R>
 int _wq_orderSign(const R& answer)
 {
@@ -172,9 +182,10 @@ int _wq_orderSign(const R& answer)
         return std::is_lt(answer) ? -1 : (std::is_gt(answer) ? 1 : 0);
 }
 
-// How the sought object compares with an element: its compare() member when
-// it has one (QString, QByteArray ...), else <=>, else < both ways.
+/// How the sought object compares with an element: its compare() member when
+/// it has one (QString, QByteArray ...), else <=>, else < both ways.
 struct WQDefaultCompare {
+    /// -1 when sought goes before element, 0 when they match, 1 when it goes after.
     template <typename S, typename T>
     int operator()(const S& sought, const T& element) const
     {
@@ -187,9 +198,9 @@ struct WQDefaultCompare {
     }
 };
 
-// Index of an element that compares the same as object in a list ordered by
-// that comparison, else WQNotFound and, when insertionLocation is given,
-// where it would have to go.
+/// Index of an element that compares the same as object in a list ordered by
+/// that comparison, else WQNotFound and, when insertionLocation is given,
+/// where it would have to go.
 template <typename T, typename S, typename Compare = WQDefaultCompare>
 qsizetype sortedArray_indexOfObjectEqualTo(const QList<T>& list, const S& object,
                                            qsizetype* insertionLocation = nullptr, Compare compare = {})
@@ -197,5 +208,7 @@ qsizetype sortedArray_indexOfObjectEqualTo(const QList<T>& list, const S& object
     return _wq_sortedArraySearch(list, [&](const T& element) { return _wq_orderSign(compare(object, element)); },
                                  insertionLocation);
 }
+
+/// @}
 
 } // namespace wq

@@ -1,6 +1,7 @@
 #pragma once
-// Sends one operation to a receiver once per element of a list or set, the
-// element being the operation's single argument. Return values are dropped.
+/// \file
+/// Sends one operation to a receiver once per element of a list or set, the
+/// element being the operation's single argument. Return values are dropped.
 
 #include <WQGeneral/platform/WQExceptions.h>
 
@@ -11,10 +12,13 @@
 
 namespace wq {
 
-// operation: a member function pointer of the receiver taking one element, or
-// a callable taking (receiver, element). The count is read once; a list that
-// shrinks under the loop throws NSRangeException instead of being read past
-// its end.
+/// \addtogroup model
+/// @{
+
+/// operation: a member function pointer of the receiver taking one element, or
+/// a callable taking (receiver, element). The count is read once; a list that
+/// shrinks under the loop throws NSRangeException instead of being read past
+/// its end.
 template <typename Receiver, typename Operation, typename T>
 void performSelectorWithEachObjectInArray(Receiver& receiver, Operation&& operation, const QList<T>& list)
 {
@@ -28,6 +32,7 @@ void performSelectorWithEachObjectInArray(Receiver& receiver, Operation&& operat
     }
 }
 
+/// The same over a list that may be absent (nothing happens).
 template <typename Receiver, typename Operation, typename T>
 void performSelectorWithEachObjectInArray(Receiver& receiver, Operation&& operation, const QList<T>* list)
 {
@@ -35,7 +40,7 @@ void performSelectorWithEachObjectInArray(Receiver& receiver, Operation&& operat
         performSelectorWithEachObjectInArray(receiver, std::forward<Operation>(operation), *list);
 }
 
-// In the set's own order, which is not defined.
+/// In the set's own order, which is not defined.
 template <typename Receiver, typename Operation, typename T>
 void performSelectorWithEachObjectInSet(Receiver& receiver, Operation&& operation, const QSet<T>& set)
 {
@@ -43,11 +48,14 @@ void performSelectorWithEachObjectInSet(Receiver& receiver, Operation&& operatio
     performSelectorWithEachObjectInArray(receiver, std::forward<Operation>(operation), elements);
 }
 
+/// The same over a set that may be absent (nothing happens).
 template <typename Receiver, typename Operation, typename T>
 void performSelectorWithEachObjectInSet(Receiver& receiver, Operation&& operation, const QSet<T>* set)
 {
     if (set)
         performSelectorWithEachObjectInSet(receiver, std::forward<Operation>(operation), *set);
 }
+
+/// @}
 
 } // namespace wq

@@ -1,9 +1,10 @@
 #pragma once
-// The entry formatter for money amounts. Its currency settings come from
-// the system (regional settings) or from its owner's currency dictionary;
-// display, rounding and grouping are done by hand so that every system
-// shows the same text. Obtain shared formatters from moneyFormatterForDelegate:
-// the registry keeps one per owner, number of places and kind.
+/// \class wq::WQMoneyFormatter
+/// The entry formatter for money amounts. Its currency settings come from
+/// the system (regional settings) or from its owner's currency dictionary;
+/// display, rounding and grouping are done by hand so that every system
+/// shows the same text. Obtain shared formatters from moneyFormatterForDelegate:
+/// the registry keeps one per owner, number of places and kind.
 
 #include <WQGeneral/money/WQMoneyConstants.h>
 #include <WQGeneral/money/WQMoneyFormatterDelegate.h>
@@ -14,62 +15,74 @@
 
 namespace wq {
 
+/// \addtogroup money
+/// @{
+
 class WQMoneyFormatter : public WQNumberFormatter {
 public:
-    // With no delegate: system settings and standard typing, and only the
-    // number-preferences notification is observed.
+    /// With no delegate: system settings and standard typing, and only the
+    /// number-preferences notification is observed.
     explicit WQMoneyFormatter(WQMoneyFormatterDelegate* delegate = nullptr);
     ~WQMoneyFormatter() override;
 
-    // The system's settings (monetary locale; the decimal separator of
-    // plain numbers is WQDecimalFormatter::systemDecimalSeparator).
+    /// The system's settings (monetary locale; the decimal separator of
+    /// plain numbers is WQDecimalFormatter::systemDecimalSeparator).
     static QString systemCurrencySymbol();
+    /// The system's digit grouping separator for amounts.
     static QString systemCurrencyThousandsSeparator();
+    /// The system's decimal separator for amounts.
     static QString systemCurrencyDecimalSeparator();
+    /// The system's positive currency pattern, in the legacy form ("$" for the symbol).
     static QString systemPositiveCurrencyFormat();
+    /// The system's negative currency pattern, in the legacy form.
     static QString systemNegativeCurrencyFormat();
 
-    // The shared formatter for an owner, number of places and kind, made on
-    // first request; with canCalculate a WQCalculateMoneyFormatter. Posting
-    // kWQNotification_DelegateRemoved with the owner drops its formatters.
+    /// The shared formatter for an owner, number of places and kind, made on
+    /// first request; with canCalculate a WQCalculateMoneyFormatter. Posting
+    /// kWQNotification_DelegateRemoved with the owner drops its formatters.
     static std::shared_ptr<WQMoneyFormatter> moneyFormatterForDelegate(WQMoneyFormatterDelegate* delegate,
                                                                        qint8 decimalPlaces,
                                                                        bool canCalculate = false);
-    // Entries in the registry; 0 also when the registry does not exist.
+    /// Entries in the registry; 0 also when the registry does not exist.
     static qsizetype registeredFormatterCount();
 
-    // The owner, or nullptr when there is none or it is gone.
+    /// The owner, or nullptr when there is none or it is gone.
     WQMoneyFormatterDelegate* delegate() const;
-    // Asked of the owner at every judgement.
+    /// Asked of the owner at every judgement.
     bool isATMMode() const;
 
-    // Settings in force.
+    /// Settings in force.
     QString localizedThousandsSeparator() const { return _wq_localizedThousandsSeparator; }
+    /// The decimal separator in force.
     QString localizedDecimalSeparator() const { return _wq_localizedDecimalSeparator; }
+    /// The currency symbol in force.
     QString localizedCurrencySymbol() const { return _wq_localizedCurrencySymbol; }
+    /// The positive pattern in force.
     QString localizedPositiveFormat() const { return _wq_localizedPositiveFormat; }
+    /// The negative pattern in force.
     QString localizedNegativeFormat() const { return _wq_localizedNegativeFormat; }
+    /// The characters of the symbol in force, which typing lets through.
     const WQDigitSet& currencySymbolCharSet() const { return _wq_currencySymbolCharSet; }
 
-    // Re-reads the settings now rather than after the settling delay of a
-    // change notification; posts kWQNotif_MoneyFormatterChanged (queued) when
-    // a value differs from the one in force.
+    /// Re-reads the settings now rather than after the settling delay of a
+    /// change notification; posts kWQNotif_MoneyFormatterChanged (queued) when
+    /// a value differs from the one in force.
     void reloadSettings() { _wq_setUpInstanceVariables(); }
 
     QString changeNotificationName() const override { return kWQNotif_MoneyFormatterChanged; }
 
-    // Numbers as amounts, strings unchanged, anything else nullopt.
+    /// Numbers as amounts, strings unchanged, anything else nullopt.
     std::optional<QString> stringForObjectValue(const QVariant& value) const override;
-    // The display of one amount. Whole parts beyond 64 bits (and infinities)
-    // show as the nearest of -9223372036854775808 and 9223372036854775807
-    // with no fraction; NaN shows as 0.
+    /// The display of one amount. Whole parts beyond 64 bits (and infinities)
+    /// show as the nearest of -9223372036854775808 and 9223372036854775807
+    /// with no fraction; NaN shows as 0.
     QString stringForAmount(double amount) const;
-    // Always fills value with the amount (0 for an absent text); false only
-    // for a second, separate decimal separator. A number too large for a
-    // double reads as the largest double, never as infinity; one too small
-    // reads as 0.
+    /// Always fills value with the amount (0 for an absent text); false only
+    /// for a second, separate decimal separator. A number too large for a
+    /// double reads as the largest double, never as infinity; one too small
+    /// reads as 0.
     bool getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const override;
-    // Standard or ATM typing, as the owner says.
+    /// Standard or ATM typing, as the owner says.
     bool isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
                               const QString& originalString, WQRange originalSelectedRange,
                               QString* errorDescription) override;
@@ -78,14 +91,14 @@ protected:
     void _wq_patternsChanged() override { _wq_rebuildDisplayPlan(); }
 
 private:
-    // Drops every registry entry of an owner.
+    /// Drops every registry entry of an owner.
     static void _wq_removed_delegate(const WQNotificationSender* delegate);
     void _wq_setUpInstanceVariables();
-    // The base pattern for a sign, or the localized one when the base has
-    // none (or only a one-character default); localizedFormat receives the
-    // localized format of that sign.
+    /// The base pattern for a sign, or the localized one when the base has
+    /// none (or only a one-character default); localizedFormat receives the
+    /// localized format of that sign.
     QString _wq_formatForMoney(bool negative, QString* localizedFormat = nullptr) const;
-    // The forgiving parser; error is written only when the error occurs.
+    /// The forgiving parser; error is written only when the error occurs.
     double _wq_doubleValueForMoneyString(const QString& string, QString* error) const;
     bool _wq_std_isPartialStringValid(QString* partialString, WQRange* proposedSelectedRange,
                                       const QString& originalString, WQRange originalSelectedRange,
@@ -94,17 +107,17 @@ private:
                                       const QString& originalString, WQRange originalSelectedRange,
                                       QString* errorDescription);
 
-    // What display needs from the patterns and settings, worked out once
-    // per change instead of on every call (index 0 positive, 1 negative).
+    /// What display needs from the patterns and settings, worked out once
+    /// per change instead of on every call (index 0 positive, 1 negative).
     struct _wq_DisplayPlan {
         quint64 multiplier[2] = {1, 1};
         quint8 places[2] = {0, 0};
         bool grouping[2] = {false, false};
         bool symbol[2] = {false, false};
         bool symbolAtEnd = false;
-        char negativeSign = 0; // '-', '(' or none
-        // Single-character (or no) grouping and a separator that cannot be
-        // mistaken for a digit: the text can be laid out in one pass.
+        char negativeSign = 0; ///< '-', '(' or none
+        /// Single-character (or no) grouping and a separator that cannot be
+        /// mistaken for a digit: the text can be laid out in one pass.
         bool direct = false;
     };
     void _wq_rebuildDisplayPlan();
@@ -125,11 +138,13 @@ private:
     WQDigitSet _wq_invertedATMStyleCharSet;
     WQDigitSet _wq_currencySymbolCharSet;
 
-    // Deferred re-reads find the formatter through this, so one that has
-    // gone away by then is skipped.
+    /// Deferred re-reads find the formatter through this, so one that has
+    /// gone away by then is skipped.
     std::shared_ptr<WQMoneyFormatter*> _wq_self = std::make_shared<WQMoneyFormatter*>(this);
     bool _wq_reReadPending = false;
     _wq_DisplayPlan _wq_plan;
 };
+
+/// @}
 
 } // namespace wq

@@ -1,7 +1,8 @@
 #pragma once
-// The owner of money formatters (normally a document): it supplies the
-// currency settings and the typing mode, and is the object of the
-// currency-changed and delegate-removed notifications.
+/// \class wq::WQMoneyFormatterDelegate
+/// The owner of money formatters (normally a document): it supplies the
+/// currency settings and the typing mode, and is the object of the
+/// currency-changed and delegate-removed notifications.
 
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
@@ -12,26 +13,32 @@
 
 namespace wq {
 
+/// \addtogroup money
+/// @{
+
 class WQMoneyFormatterDelegate : public WQNotificationSender {
 public:
     WQMoneyFormatterDelegate() = default;
-    // A copy is another owner, with its own lifetime.
+    /// A copy is another owner, with its own lifetime.
     WQMoneyFormatterDelegate(const WQMoneyFormatterDelegate&) : WQMoneyFormatterDelegate() {}
+    /// Assignment keeps this owner's identity and lifetime token.
     WQMoneyFormatterDelegate& operator=(const WQMoneyFormatterDelegate&) { return *this; }
     ~WQMoneyFormatterDelegate() override = default;
 
-    // The currency settings dictionary (kWQCurrencyKey_...), or nullopt for
-    // the system's settings.
+    /// The currency settings dictionary (kWQCurrencyKey_...), or nullopt for
+    /// the system's settings.
     virtual std::optional<QVariantMap> currencySymbolDict() const { return std::nullopt; }
-    // true selects ATM typing: digits enter from the right.
+    /// true selects ATM typing: digits enter from the right.
     virtual bool user_input_like_ATM() const { return false; }
 
-    // Formatters hold their owner weakly through this token; it expires
-    // when the owner is destroyed.
+    /// Formatters hold their owner weakly through this token; it expires
+    /// when the owner is destroyed.
     std::weak_ptr<const void> lifetimeToken() const { return _wq_lifetime; }
 
 private:
     std::shared_ptr<const void> _wq_lifetime = std::make_shared<char>(0);
 };
+
+/// @}
 
 } // namespace wq

@@ -1,7 +1,8 @@
 #pragma once
-// The base of the number entry formatters: a settable positive and negative
-// pattern and a decimal-style display and parsing of plain numbers, done by
-// ICU for the numeric locale. Subclasses add their own typing rules.
+/// \class wq::WQNumberFormatter
+/// The base of the number entry formatters: a settable positive and negative
+/// pattern and a decimal-style display and parsing of plain numbers, done by
+/// ICU for the numeric locale. Subclasses add their own typing rules.
 
 #include <WQGeneral/formatters/WQFormatter.h>
 
@@ -13,6 +14,9 @@
 
 namespace wq {
 
+/// \addtogroup numbers
+/// @{
+
 class WQNumberFormatter : public WQFormatter {
 public:
     WQNumberFormatter();
@@ -20,29 +24,34 @@ public:
     WQNumberFormatter(const WQNumberFormatter&) = delete;
     WQNumberFormatter& operator=(const WQNumberFormatter&) = delete;
 
-    // Sets both patterns: "#,##0" gives #,##0 and -#,##0.
+    /// Sets both patterns: "#,##0" gives #,##0 and -#,##0.
     void setFormat(const QString& pattern);
-    // Null until set.
+    /// Null until set.
     QString positiveFormat() const { return _wq_positiveFormat; }
+    /// Null until set.
     QString negativeFormat() const { return _wq_negativeFormat; }
+    /// The pattern for zero and positive numbers.
     void setPositiveFormat(const QString& format);
+    /// The pattern for negative numbers.
     void setNegativeFormat(const QString& format);
 
-    // The numeric locale's separators unless set.
+    /// The numeric locale's separators unless set.
     QString decimalSeparator() const;
+    /// Overrides the locale's decimal separator; an empty one goes back to it.
     void setDecimalSeparator(const QString& separator);
+    /// The numeric locale's grouping separator.
     QString groupingSeparator() const;
 
-    // Numbers in the patterns; strings, bools and anything else have no
-    // display (nullopt).
+    /// Numbers in the patterns; strings, bools and anything else have no
+    /// display (nullopt).
     std::optional<QString> stringForObjectValue(const QVariant& value) const override;
-    // The whole text must be a number of the patterns; an empty text is a
-    // success without a value (a null QVariant).
+    /// The whole text must be a number of the patterns; an empty text is a
+    /// success without a value (a null QVariant).
     bool getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const override;
 
 protected:
-    // Called after a pattern changed, for subclasses that keep what they
-    // derive from the patterns.
+    /// Called after a pattern changed, for subclasses that keep what they
+    /// derive from the patterns.
     virtual void _wq_patternsChanged() {}
 
 private:
@@ -52,8 +61,10 @@ private:
 
     QString _wq_positiveFormat;
     QString _wq_negativeFormat;
-    QString _wq_decimalSeparator; // null: the locale's
+    QString _wq_decimalSeparator; ///< null: the locale's
     mutable std::unique_ptr<_wq_Icu> _wq_icuState;
 };
+
+/// @}
 
 } // namespace wq

@@ -1,18 +1,24 @@
 #pragma once
-// User-facing texts are English sentences used as keys into the application's
-// translations; untranslated texts show the English.
+/// \file
+/// User-facing texts are English sentences used as keys into the application's
+/// translations; untranslated texts show the English.
 
 #include <QString>
 #include <QStringList>
 
 namespace wq {
 
-// Translation context "WQGeneral".
+/// \addtogroup platform
+/// @{
+
+/// Translation context "WQGeneral".
 QString WQLocalizedString(const char* english);
-// Another table (for example "ToolbarStrings") is another context.
+/// Another table (for example "ToolbarStrings") is another context.
 QString WQLocalizedStringFromTable(const char* english, const char* table);
-// Replaces each "%@" in order with the next argument.
+/// Replaces each "%@" in order with the next argument.
 QString WQFormatTemplate(const QString& templ, const QStringList& arguments);
+
+/// @}
 
 } // namespace wq
 

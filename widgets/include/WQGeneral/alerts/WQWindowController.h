@@ -1,26 +1,27 @@
 #pragma once
-// The controller of one top-level window: it shows the window's alert sheets
-// and supplies its toolbar from a dictionary.
-//
-// Sheets. Each sheet operation shows a window-modal message box on the window
-// and returns at once, always false, so that a validation can return its
-// answer straight: `return controller.sheetForBlankTextField(field, name);`.
-// One sheet shows at a time; later ones wait their turn. Texts are English
-// sentences translated through the application's translations (context
-// "WQGeneral"); untranslated, the English shows.
-//
-// The Edit/Cancel sheets (blank, negative, date with a field) are answered
-// with Edit (the default: the user goes on editing the rejected text) or
-// Cancel (Escape: the field's edit is thrown away, its value from before the
-// edit comes back, all selected). The refusal sheets of the integer, decimal
-// and date formatters carry a "Don't show again" check box; ticked when the
-// sheet closes, it silences that warning for good (WQWarningSuppression.h)
-// and the operation then shows nothing.
-//
-// Toolbar. A controller that describes its toolbar overrides
-// toolbarDictionary() (keys in <WQGeneral/toolbar/WQToolbarKeys.h>): views are
-// the controller's properties holding widgets, actions its slots, both found
-// by name. setUpToolbar() puts the toolbar on the window.
+/// \class wq::WQWindowController
+/// The controller of one top-level window: it shows the window's alert sheets
+/// and supplies its toolbar from a dictionary.
+///
+/// Sheets. Each sheet operation shows a window-modal message box on the window
+/// and returns at once, always false, so that a validation can return its
+/// answer straight: `return controller.sheetForBlankTextField(field, name);`.
+/// One sheet shows at a time; later ones wait their turn. Texts are English
+/// sentences translated through the application's translations (context
+/// "WQGeneral"); untranslated, the English shows.
+///
+/// The Edit/Cancel sheets (blank, negative, date with a field) are answered
+/// with Edit (the default: the user goes on editing the rejected text) or
+/// Cancel (Escape: the field's edit is thrown away, its value from before the
+/// edit comes back, all selected). The refusal sheets of the integer, decimal
+/// and date formatters carry a "Don't show again" check box; ticked when the
+/// sheet closes, it silences that warning for good (WQWarningSuppression.h)
+/// and the operation then shows nothing.
+///
+/// Toolbar. A controller that describes its toolbar overrides
+/// toolbarDictionary() (keys in <WQGeneral/toolbar/WQToolbarKeys.h>): views are
+/// the controller's properties holding widgets, actions its slots, both found
+/// by name. setUpToolbar() puts the toolbar on the window.
 
 #include <WQGeneral/toolbar/WQToolbarDelegate.h>
 
@@ -39,65 +40,76 @@ class QWidget;
 
 namespace wq {
 
+/// \addtogroup alerts
+/// @{
+
 class WQToolbar;
 
 class WQWindowController : public QObject, public WQToolbarDelegate {
     Q_OBJECT
 public:
-    // Return codes of the Edit/Cancel sheets.
+    /// Return codes of the Edit/Cancel sheets.
     enum SheetReturnCode { DefaultReturn = 1, AlternateReturn = 0, OtherReturn = -1 };
 
-    // Owns the window: it goes with the controller.
+    /// Owns the window: it goes with the controller.
     explicit WQWindowController(std::unique_ptr<QWidget> window);
-    // Takes charge of a window someone else owns; the controller becomes the
-    // window's child and goes with it.
+    /// Takes charge of a window someone else owns; the controller becomes the
+    /// window's child and goes with it.
     explicit WQWindowController(QWidget& window);
     ~WQWindowController() override;
     WQWindowController(const WQWindowController&) = delete;
     WQWindowController& operator=(const WQWindowController&) = delete;
 
+    /// The window in the controller's charge.
     QWidget* window() const { return _wq_window; }
-    // The controller of a window, if it has one.
+    /// The controller of a window, if it has one.
     static WQWindowController* controllerOf(const QWidget* window);
 
     // --- Edit/Cancel sheets: the field travels as the sheet's context; the
     // name may be empty ("The  field is blank.", two blanks).
+    /// Edit/Cancel sheet saying the named field is blank; the field travels as the sheet's context.
     bool sheetForBlankTextField(QWidget* textField, const QString& name = QString());
+    /// Edit/Cancel sheet saying the named field must not be negative.
     bool sheetForNegativeTextField(QWidget* textField, const QString& name = QString());
+    /// Edit/Cancel sheet saying the named field must be greater than zero.
     bool sheetForNegativeOrZeroTextField(QWidget* textField, const QString& name = QString());
 
     // --- Refusals of a formatter; the error description is the title. The
     // field or column is not consulted.
+    /// A whole-number formatter's refusal, titled with its error description; can be silenced.
     bool sheetForIntegerTextFieldValidationFailure(QObject* textField, const QString& localizedTextFieldName,
                                                    const QString& errorDescription);
+    /// A decimal or amount formatter's refusal in a table column, titled with its error description; can be silenced.
     bool sheetForDecimalColumnValidationFailure(QObject* column, const QString& localizedTextFieldName,
                                                 const QString& errorDescription, bool asATM);
+    /// A decimal or amount formatter's refusal in a field, titled with its error description; can be silenced.
     bool sheetForDecimalFieldValidationFailure(QObject* textField, const QString& localizedTextFieldName,
                                                const QString& errorDescription, bool asATM);
-    // With a date field an Edit/Cancel sheet that is never silenced; without
-    // one (a table column) the sheet that can be. The failed text is not
-    // consulted.
+    /// With a date field an Edit/Cancel sheet that is never silenced; without
+    /// one (a table column) the sheet that can be. The failed text is not
+    /// consulted.
     bool sheetForDateField(QWidget* dateField, const QString& validationFailure,
                            const QString& localizedTextFieldName, const QString& localizedDateSeparator,
                            const QString& errorDescription);
 
-    // The sheet showing on the window, or null.
+    /// The sheet showing on the window, or null.
     QMessageBox* attachedSheet() const;
-    // The end of an Edit/Cancel sheet: on Cancel (OtherReturn) the field's
-    // edit is aborted and its text selected; on Edit nothing happens.
+    /// The end of an Edit/Cancel sheet: on Cancel (OtherReturn) the field's
+    /// edit is aborted and its text selected; on Edit nothing happens.
     virtual void invalidTextFieldSheetDidEnd(QMessageBox* sheet, int returnCode, QWidget* contextInfo);
 
     // --- Toolbar
-    // The toolbar's description; none by default.
+    /// The toolbar's description; none by default.
     virtual std::optional<QVariantMap> toolbarDictionary() const;
     std::unique_ptr<WQToolbarItem> toolbarItemForItemIdentifier(WQToolbar& toolbar, const QString& itemIdentifier,
                                                                 bool willBeInsertedIntoToolbar) override;
     QStringList toolbarDefaultItemIdentifiers(WQToolbar& toolbar) override;
     QStringList toolbarAllowedItemIdentifiers(WQToolbar& toolbar) override;
-    // Makes the window's toolbar with this controller as its delegate and
-    // puts it at the top of the window: in a QMainWindow's toolbar area, else
-    // first in the window's box layout (otherwise the caller places it).
+    /// Makes the window's toolbar with this controller as its delegate and
+    /// puts it at the top of the window: in a QMainWindow's toolbar area, else
+    /// first in the window's box layout (otherwise the caller places it).
     WQToolbar* setUpToolbar(const QString& identifier);
+    /// The toolbar made by setUpToolbar(), or nullptr.
     WQToolbar* toolbar() const;
 
 private:
@@ -116,5 +128,7 @@ private:
     std::deque<QPointer<QMessageBox>> _wq_waitingSheets;
     QPointer<WQToolbar> _wq_toolbar;
 };
+
+/// @}
 
 } // namespace wq

@@ -1,47 +1,55 @@
 #pragma once
-// The pop-up calculator's window: frameless, taking the keyboard, above the
-// window it opened from and out of task bars and window lists, in the text
-// background colour.
-//
-// It is a Qt::Popup. On Wayland only pop-up windows may be placed at a point
-// next to a field and take the pointer and keyboard grab; on X11 a popup is an
-// override-redirect window that stays above its parent and out of task bars.
-// Both close it when the user clicks elsewhere, which is the calculator
-// losing key status. The platform adds a shadow where it draws one for
-// pop-ups (not on plain X11).
+/// \class wq::WQCalcWindow
+/// The pop-up calculator's window: frameless, taking the keyboard, above the
+/// window it opened from and out of task bars and window lists, in the text
+/// background colour.
+///
+/// It is a Qt::Popup. On Wayland only pop-up windows may be placed at a point
+/// next to a field and take the pointer and keyboard grab; on X11 a popup is an
+/// override-redirect window that stays above its parent and out of task bars.
+/// Both close it when the user clicks elsewhere, which is the calculator
+/// losing key status. The platform adds a shadow where it draws one for
+/// pop-ups (not on plain X11).
 
 #include <QWidget>
 
 namespace wq {
 
+/// \addtogroup calculator
+/// @{
+
 class WQCalcWindow : public QWidget {
     Q_OBJECT
 public:
-    // `opener` is the window of the field that opens the calculator; the
-    // calculator is its child and dies with it.
+    /// `opener` is the window of the field that opens the calculator; the
+    /// calculator is its child and dies with it.
     explicit WQCalcWindow(QWidget* opener);
     ~WQCalcWindow() override;
 
-    // Set once the calculator itself closes the window: a close that is not
-    // its own is the window losing key status.
+    /// Set once the calculator itself closes the window: a close that is not
+    /// its own is the window losing key status.
     void setClosingByItself() { _wq_closingByItself = true; }
 
-    // A hairline drawn over the contents, since pop-ups get no shadow on
-    // many desktops; it is no part of the contents and takes no input.
+    /// A hairline drawn over the contents, since pop-ups get no shadow on
+    /// many desktops; it is no part of the contents and takes no input.
     QWidget* outline() const { return _wq_outline; }
 
 signals:
-    // The toolkit closes the window: a click elsewhere, the window of the
-    // field going away.
+    /// The toolkit closes the window: a click elsewhere, the window of the
+    /// field going away.
     void resignedKey();
 
 protected:
+    /// A close the calculator did not ask for announces resignedKey().
     void closeEvent(QCloseEvent* event) override;
+    /// Keeps the outline over the whole window.
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     QWidget* _wq_outline;
     bool _wq_closingByItself = false;
 };
+
+/// @}
 
 } // namespace wq

@@ -1,18 +1,19 @@
 #pragma once
-// The pop-up calculator shaped like a paper tape. A calculating money field
-// opens it (through the toolkit) when an operator is typed after a number:
-// the numbers entered so far stand in a column, each operator to the left of
-// the number after it, an editing field takes the next number, and below a
-// separator the running total shows. "=" (at once), Return or Tab (on the
-// next pass of the event loop) and a click elsewhere write the total into the
-// field that opened it, in the money formatter's display, all selected;
-// Escape leaves the field as it was when the calculator opened. An operator
-// typed in the calculator extends it. At most one calculator is open.
-//
-// The window lies over the field with its bottom edge on the field's bottom
-// edge, the total where the field's text was, and grows upwards by one row
-// per operator. The field or its window may go away while the calculator is
-// open: the calculator then closes without writing anything.
+/// \class wq::WQCalculateWindowController
+/// The pop-up calculator shaped like a paper tape. A calculating money field
+/// opens it (through the toolkit) when an operator is typed after a number:
+/// the numbers entered so far stand in a column, each operator to the left of
+/// the number after it, an editing field takes the next number, and below a
+/// separator the running total shows. "=" (at once), Return or Tab (on the
+/// next pass of the event loop) and a click elsewhere write the total into the
+/// field that opened it, in the money formatter's display, all selected;
+/// Escape leaves the field as it was when the calculator opened. An operator
+/// typed in the calculator extends it. At most one calculator is open.
+///
+/// The window lies over the field with its bottom edge on the field's bottom
+/// edge, the total where the field's text was, and grows upwards by one row
+/// per operator. The field or its window may go away while the calculator is
+/// open: the calculator then closes without writing anything.
 
 #include <WQGeneral/calculator/WQCalcWindow.h>
 #include <WQGeneral/calculator/WQCalculatorTape.h>
@@ -26,47 +27,58 @@
 
 namespace wq {
 
+/// \addtogroup calculator
+/// @{
+
 class WQCalculateWindowController : public QObject {
     Q_OBJECT
 public:
-    // Extends the open calculator, or opens one at the focused field when
-    // that field shows values through `formatter`. Always true.
+    /// Extends the open calculator, or opens one at the focused field when
+    /// that field shows values through `formatter`. Always true.
     static bool setUpForMathOperator(const QString& mathOperator, double initialNumber,
                                      const std::shared_ptr<WQFormatter>& formatter);
-    // Closes the open calculator with its total; nothing when none is open.
+    /// Closes the open calculator with its total; nothing when none is open.
     static void finishCalculation();
-    // The calculator that is open and not closing, or nullptr.
+    /// The calculator that is open and not closing, or nullptr.
     static WQCalculateWindowController* openCalculator();
 
     ~WQCalculateWindowController() override;
 
+    /// The calculator's window.
     WQCalcWindow* window() const { return _wq_window; }
-    // The field that opened the calculator; null once it is gone.
+    /// The field that opened the calculator; null once it is gone.
     QLineEdit* parentControl() const { return _wq_parent_control; }
+    /// The field the next number is typed into.
     WQLineEdit* editingField() const { return _wq_editing_field; }
+    /// The field that shows the running total.
     WQLineEdit* totalField() const { return _wq_total_field; }
+    /// The numbers and operators so far.
     const WQCalculatorTape& tape() const { return _wq_tape; }
+    /// Height of one tape row, taken from the opening field.
     int lineHeight() const { return _wq_line_height; }
+    /// True once closing has begun.
     bool isClosing() const { return _wq_closing; }
 
-    // Appends an operator and the number before it; the window is rebuilt
-    // on the next pass of the event loop.
+    /// Appends an operator and the number before it; the window is rebuilt
+    /// on the next pass of the event loop.
     void addMathOperator(const QString& mathOperator, double number);
-    // The running total, with the editing field's live text as the last
-    // operand (0 when it does not read as a number).
+    /// The running total, with the editing field's live text as the last
+    /// operand (0 when it does not read as a number).
     double calculateTotal() const;
-    // The tape as text, one row a line, the total last ("= $20.00").
+    /// The tape as text, one row a line, the total last ("= $20.00").
     QStringList tapeLines() const;
 
-    // Close with the total written into the field, or without it.
+    /// Close with the total written into the field, or without it.
     void closeAndSetAmount();
+    /// Closes and leaves the field as it was.
     void closeAndForgetAmount();
 
 signals:
-    // Each new total shown.
+    /// Each new total shown.
     void totalChanged(double total);
 
 protected:
+    /// Watches the editing field's keys (operators, =, Return, Escape, Ctrl+C).
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -94,5 +106,7 @@ private:
     bool _wq_changing = false;
     bool _wq_closing = false;
 };
+
+/// @}
 
 } // namespace wq

@@ -1,7 +1,8 @@
 #pragma once
-// The date picker that WQSetupDateField puts in place of a text field: a
-// plain QDateEdit, or the application's own WQDatePicker subclass once it is
-// registered.
+/// \class wq::WQDatePicker
+/// The date picker that WQSetupDateField puts in place of a text field: a
+/// plain QDateEdit, or the application's own WQDatePicker subclass once it is
+/// registered.
 
 #include <QDateEdit>
 
@@ -11,24 +12,31 @@
 
 namespace wq {
 
+/// \addtogroup datefields
+/// @{
+
 class WQDatePicker : public QDateEdit {
     Q_OBJECT
 public:
+    /// Makes the picker WQSetupDateField() puts in place.
     using Factory = std::function<std::unique_ptr<QDateEdit>()>;
 
+    /// A date picker.
     explicit WQDatePicker(QWidget* parent = nullptr);
     ~WQDatePicker() override;
 
-    // From now on, date fields are set up with a T.
+    /// From now on, date fields are set up with a T.
     template <std::derived_from<WQDatePicker> T>
     static void registerApplicationClass()
     {
         setApplicationFactory([] { return std::make_unique<T>(); });
     }
-    // An empty factory goes back to plain QDateEdit pickers.
+    /// An empty factory goes back to plain QDateEdit pickers.
     static void setApplicationFactory(Factory factory);
-    // A new picker of the registered class, without parent.
+    /// A new picker of the registered class, without parent.
     static std::unique_ptr<QDateEdit> makePicker();
 };
+
+/// @}
 
 } // namespace wq

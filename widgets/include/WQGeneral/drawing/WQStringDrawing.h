@@ -1,7 +1,8 @@
 #pragma once
-// Drawing a label into a rectangle: the font shrinks a point at a time until
-// the label fits (not below a minimum), and an optional filler string is
-// repeated behind it while there is room, for dotted leaders and the like.
+/// \file
+/// Drawing a label into a rectangle: the font shrinks a point at a time until
+/// the label fits (not below a minimum), and an optional filler string is
+/// repeated behind it while there is room, for dotted leaders and the like.
 
 #include <QColor>
 #include <QFont>
@@ -14,31 +15,40 @@ class QPaintDevice;
 
 namespace wq {
 
+/// \addtogroup drawing
+/// @{
+
+/// How a string is drawn.
 struct WQTextAttributes {
+    /// The font to start from.
     QFont font;
+    /// The text colour.
     QColor foregroundColor = Qt::black;
+    /// Where the text sits in the rectangle.
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;
 };
 
-// What was (or would be) drawn.
+/// What was (or would be) drawn.
 struct WQFittedText {
-    QString text;   // the receiver and any fillers
-    QFont font;     // the font after shrinking
-    QSizeF size;    // the size of text in that font
+    QString text;   ///< the receiver and any fillers
+    QFont font;     ///< the font after shrinking
+    QSizeF size;    ///< the size of text in that font
 };
 
-// The size the text takes in the attributes' font: the advance of its widest
-// line, and its lines' height. Measured for device (the screen when null).
+/// The size the text takes in the attributes' font: the advance of its widest
+/// line, and its lines' height. Measured for device (the screen when null).
 QSizeF sizeWithAttributes(const QString& receiver, const WQTextAttributes& attributes,
                           const QPaintDevice* device = nullptr);
 
-// Chooses font size and fillers as drawInRect does, without drawing.
-// A minimum below 2 points counts as 2; an empty filler counts as none.
+/// Chooses font size and fillers as drawInRect does, without drawing.
+/// A minimum below 2 points counts as 2; an empty filler counts as none.
 WQFittedText fitInRect(const QString& receiver, const QRectF& rect, const WQTextAttributes& attributes,
                        qreal minFontSize, const QString& fillString = QString(), const QPaintDevice* device = nullptr);
 
-// Fits and draws the text into rect (clipped to it); answers what it drew.
+/// Fits and draws the text into rect (clipped to it); answers what it drew.
 WQFittedText drawInRect(const QString& receiver, QPainter& painter, const QRectF& rect,
                         const WQTextAttributes& attributes, qreal minFontSize, const QString& fillString = QString());
+
+/// @}
 
 } // namespace wq

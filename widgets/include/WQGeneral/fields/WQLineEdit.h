@@ -1,26 +1,27 @@
 #pragma once
-// A line edit that runs every edit through a WQFormatter: typing, pasting,
-// cutting, deleting, undo and redo, drops and input-method commits. The
-// formatter sees the text and selection before and after the edit and keeps
-// the proposal, rewrites it, or refuses it (the field then goes back to what
-// it showed). When editing ends (focus leaves, Return), the text is turned
-// into the field's object value; a text the formatter cannot read keeps the
-// focus. Refusals that come with a description are announced by signals for
-// the application to show, and their end (the next edit the formatter takes
-// without complaint) too. When the formatter announces a change of its
-// display, the field shows its value again (unless the user is editing it).
-//
-// Undo and redo (Ctrl+Z, Ctrl+Shift+Z, the context menu) step through the
-// texts the user saw, one edit at a time, rewrites included; Escape gives up
-// the edit.
-//
-// While the formatter judges an edit, the field is the toolkit's key field
-// editor and the key being handled is its current event (Backspace as
-// character 127, Alt as the option key).
-//
-// Forms made in Qt Designer pick the field's formatter by kind and places
-// (the formatterKind and places properties); code can still set any
-// formatter, which the kind then reports as Custom.
+/// \class wq::WQLineEdit
+/// A line edit that runs every edit through a WQFormatter: typing, pasting,
+/// cutting, deleting, undo and redo, drops and input-method commits. The
+/// formatter sees the text and selection before and after the edit and keeps
+/// the proposal, rewrites it, or refuses it (the field then goes back to what
+/// it showed). When editing ends (focus leaves, Return), the text is turned
+/// into the field's object value; a text the formatter cannot read keeps the
+/// focus. Refusals that come with a description are announced by signals for
+/// the application to show, and their end (the next edit the formatter takes
+/// without complaint) too. When the formatter announces a change of its
+/// display, the field shows its value again (unless the user is editing it).
+///
+/// Undo and redo (Ctrl+Z, Ctrl+Shift+Z, the context menu) step through the
+/// texts the user saw, one edit at a time, rewrites included; Escape gives up
+/// the edit.
+///
+/// While the formatter judges an edit, the field is the toolkit's key field
+/// editor and the key being handled is its current event (Backspace as
+/// character 127, Alt as the option key).
+///
+/// Forms made in Qt Designer pick the field's formatter by kind and places
+/// (the formatterKind and places properties); code can still set any
+/// formatter, which the kind then reports as Custom.
 
 #include <WQGeneral/formatters/WQFormatter.h>
 #include <WQGeneral/formatters/WQToolkit.h>
@@ -34,52 +35,63 @@
 
 namespace wq {
 
+/// \addtogroup fields
+/// @{
+
 class WQLineEdit : public QLineEdit, public WQFieldEditor {
     Q_OBJECT
     Q_PROPERTY(FormatterKind formatterKind READ formatterKind WRITE setFormatterKind)
     Q_PROPERTY(int places READ places WRITE setPlaces)
 public:
-    // The framework's entry formatters, for forms that choose one by name.
-    // ExtendedDate is the user's short date with the year in four digits.
+    /// The framework's entry formatters, for forms that choose one by name.
+    /// ExtendedDate is the user's short date with the year in four digits.
     enum FormatterKind { NoFormatter, Date, ExtendedDate, WholeNumber, Decimal, Money, CalculatingMoney, Custom };
     Q_ENUM(FormatterKind)
 
+    /// A plain field without formatter.
     explicit WQLineEdit(QWidget* parent = nullptr);
+    /// A field that shows and judges its text through formatter.
     explicit WQLineEdit(std::shared_ptr<WQFormatter> formatter, QWidget* parent = nullptr);
     ~WQLineEdit() override;
 
-    // Shows the object value again through the new formatter. A field
-    // without formatter is a plain line edit whose value is its text.
+    /// Shows the object value again through the new formatter. A field
+    /// without formatter is a plain line edit whose value is its text.
     void setFormatter(std::shared_ptr<WQFormatter> formatter);
+    /// The formatter in use, or null.
     const std::shared_ptr<WQFormatter>& formatter() const noexcept { return _wq_formatter; }
 
-    // Installs a new formatter of the kind (money kinds with places decimal
-    // places, shared per places under the system's settings); Custom keeps
-    // the formatter in place.
+    /// Installs a new formatter of the kind (money kinds with places decimal
+    /// places, shared per places under the system's settings); Custom keeps
+    /// the formatter in place.
     void setFormatterKind(FormatterKind kind);
+    /// The kind of the formatter in use (Custom for one set from code).
     FormatterKind formatterKind() const;
-    // Decimal places of the money kinds, 0 to 9 (2 at first).
+    /// Decimal places of the money kinds, 0 to 9 (2 at first).
     void setPlaces(int places);
+    /// The money kinds' decimal places.
     int places() const noexcept { return _wq_places; }
 
-    // The value last set or read from the text when editing ended.
+    /// The value last set or read from the text when editing ended.
     QVariant objectValue() const { return _wq_objectValue; }
-    // Displays the value through the formatter and forgets pending edits.
+    /// Displays the value through the formatter and forgets pending edits.
     void setObjectValue(const QVariant& value);
 
-    // Reads the edited text into the object value now, as leaving the field
-    // does. False (and valueRefused) when the formatter cannot read it.
+    /// Reads the edited text into the object value now, as leaving the field
+    /// does. False (and valueRefused) when the formatter cannot read it.
     bool validateEditing();
-    // True when the text was edited since the value was last set or read.
+    /// True when the text was edited since the value was last set or read.
     bool hasPendingEdit() const noexcept { return _wq_pendingEdit; }
-    // Gives up the edit: the value from before it shows again, all selected.
-    // What Escape does while there is an edit (it can be undone).
+    /// Gives up the edit: the value from before it shows again, all selected.
+    /// What Escape does while there is an edit (it can be undone).
     void abortEditing();
 
-    // One step back or forth through the texts the user saw.
+    /// One step back or forth through the texts the user saw.
     void undoEdit();
+    /// Steps forward again after undoEdit().
     void redoEdit();
+    /// True when undoEdit() has something to undo.
     bool canUndoEdit() const noexcept { return !_wq_undoStack.empty(); }
+    /// True when redoEdit() has something to redo.
     bool canRedoEdit() const noexcept { return !_wq_redoStack.empty(); }
 
     // WQFieldEditor
@@ -88,20 +100,25 @@ public:
     QString string() const override;
 
 signals:
+    /// The object value changed: set, or read from the text when editing ended.
     void objectValueChanged(const QVariant& value);
-    // The user changed the text and the formatter has had its say.
+    /// The user changed the text and the formatter has had its say.
     void editedTextChanged(const QString& text);
-    // An edit was refused or rewritten, with the formatter's reason.
+    /// An edit was refused or rewritten, with the formatter's reason.
     void editRefused(const QString& errorDescription);
-    // The finished text could not be read; the field keeps the focus.
+    /// The finished text could not be read; the field keeps the focus.
     void valueRefused(const QString& errorDescription);
-    // The last refusal is over: an edit or a value went through since.
+    /// The last refusal is over: an edit or a value went through since.
     void refusalCleared();
 
 protected:
+    /// Records the key or input-method text being handled, so that its edit is judged once the line edit is done with it.
     bool event(QEvent* event) override;
+    /// Undo and redo go through the field's own history and Escape gives up a pending edit; other keys go to the line edit, their edits to the formatter.
     void keyPressEvent(QKeyEvent* event) override;
+    /// Ends editing as validateEditing() does, and keeps the focus when the text cannot be read; switching windows or opening a menu does not end it.
     void focusOutEvent(QFocusEvent* event) override;
+    /// A context menu whose undo and redo use the field's own history.
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
@@ -118,7 +135,7 @@ private:
     void _wq_noteTextChanged();
     QString _wq_displayString(const QVariant& value) const;
     void _wq_followFormatter();
-    // Shows a value; the text it replaces stays reachable by undo.
+    /// Shows a value; the text it replaces stays reachable by undo.
     void _wq_showValue(const QVariant& value);
     void _wq_remember(const State& seen);
     void _wq_step(std::vector<State>& from, std::vector<State>& to);
@@ -126,13 +143,13 @@ private:
 
     std::shared_ptr<WQFormatter> _wq_formatter;
     QVariant _wq_objectValue;
-    State _wq_shown;              // what the field stood at after the last edit
-    State _wq_beforeEvent;        // the same, when the current event began
-    WQEditEvent _wq_event;        // the event being handled
+    State _wq_shown;              ///< what the field stood at after the last edit
+    State _wq_beforeEvent;        ///< the same, when the current event began
+    WQEditEvent _wq_event;        ///< the event being handled
     int _wq_eventDepth = 0;
     bool _wq_editedInEvent = false;
     bool _wq_judging = false;
-    bool _wq_showing = false;     // the field itself is changing the text
+    bool _wq_showing = false;     ///< the field itself is changing the text
     bool _wq_pendingEdit = false;
     bool _wq_refusalShown = false;
     std::vector<State> _wq_undoStack;
@@ -143,7 +160,9 @@ private:
     int _wq_places = 2;
 };
 
-// A new formatter of the kind; nullptr for NoFormatter and Custom.
+/// A new formatter of the kind; nullptr for NoFormatter and Custom.
 std::shared_ptr<WQFormatter> WQMakeFormatter(WQLineEdit::FormatterKind kind, int places);
+
+/// @}
 
 } // namespace wq

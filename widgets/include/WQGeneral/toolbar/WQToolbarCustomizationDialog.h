@@ -1,13 +1,14 @@
 #pragma once
-// The dialog in which the user chooses a toolbar's items: the items the
-// toolbar allows on the left (by palette label, with separator, space and
-// flexible space always there), the toolbar's items on the right. Items move
-// by drag and drop (into the toolbar, within it, back out of it), with the
-// buttons, or from the keyboard: Return or a double click adds the palette's
-// selected items, Delete removes the toolbar's, Ctrl+Up and Ctrl+Down move
-// them. "Restore Defaults" brings back the default set. The toolbar shows
-// every change at once; Cancel puts it back as it was, Done keeps the change
-// (and saves it when the toolbar autosaves).
+/// \class wq::WQToolbarCustomizationDialog
+/// The dialog in which the user chooses a toolbar's items: the items the
+/// toolbar allows on the left (by palette label, with separator, space and
+/// flexible space always there), the toolbar's items on the right. Items move
+/// by drag and drop (into the toolbar, within it, back out of it), with the
+/// buttons, or from the keyboard: Return or a double click adds the palette's
+/// selected items, Delete removes the toolbar's, Ctrl+Up and Ctrl+Down move
+/// them. "Restore Defaults" brings back the default set. The toolbar shows
+/// every change at once; Cancel puts it back as it was, Done keeps the change
+/// (and saves it when the toolbar autosaves).
 
 #include <QDialog>
 #include <QPointer>
@@ -19,28 +20,39 @@ class QPushButton;
 
 namespace wq {
 
+/// \addtogroup toolbar
+/// @{
+
 class WQToolbar;
 class WQToolbarItemList;
 
 class WQToolbarCustomizationDialog : public QDialog {
     Q_OBJECT
 public:
-    // What a drag between the two lists carries (see WQToolbarItemList.h).
+    /// What a drag between the two lists carries (see WQToolbarItemList.h).
     static const QString kItemMimeType;
 
+    /// A dialog for toolbar, window-modal on its window.
     explicit WQToolbarCustomizationDialog(WQToolbar& toolbar);
     ~WQToolbarCustomizationDialog() override;
 
-    // The items chosen so far, in order.
+    /// The items chosen so far, in order.
     QStringList itemIdentifiers() const { return _wq_chosen; }
 
 public slots:
+    /// Moves the items chosen in the palette into the toolbar list.
     void addSelectedItems();
+    /// Takes the chosen items out of the toolbar list.
     void removeSelectedItems();
+    /// Moves the chosen items one place up.
     void moveSelectedItemsUp() { _wq_moveSelected(-1); }
+    /// Moves the chosen items one place down.
     void moveSelectedItemsDown() { _wq_moveSelected(+1); }
+    /// Puts the default set back into the toolbar list.
     void restoreDefaultItems();
+    /// Applies the list to the toolbar (and saves it when autosaving).
     void accept() override;
+    /// Closes without changing the toolbar.
     void reject() override;
 
 private:
@@ -66,5 +78,7 @@ private:
     QPushButton* _wq_down = nullptr;
     QComboBox* _wq_displayMode = nullptr;
 };
+
+/// @}
 
 } // namespace wq

@@ -1,6 +1,7 @@
 #pragma once
-// Toolbar items made from a toolbar dictionary (keys in
-// <WQGeneral/toolbar/WQToolbarKeys.h>) for the object that owns the toolbar.
+/// \file
+/// Toolbar items made from a toolbar dictionary (keys in
+/// <WQGeneral/toolbar/WQToolbarKeys.h>) for the object that owns the toolbar.
 
 #include <WQGeneral/toolbar/WQToolbarKeys.h>
 
@@ -13,21 +14,27 @@ class QObject;
 
 namespace wq {
 
+/// \addtogroup toolbar
+/// @{
+
 class WQToolbarItem;
 
-// The item for an identifier of the dictionary, or null when the dictionary
-// does not describe it. Label, palette label and tool tip are the
-// translations (table "ToolbarStrings") of the description's texts, empty
-// when a text is missing. With "view", the widget held by the owner's
-// property of that name is the item's view and its size the item's minimum
-// size (a widget never sized counts with its size hint); image and action are
-// then ignored, and a property that holds no widget gives no item. Without
-// "view", the item shows the image named "imageName" (WQNamedImage.h) and
-// sends the message named "action" to the owner.
+/// The item for an identifier of the dictionary, or null when the dictionary
+/// does not describe it. Label, palette label and tool tip are the
+/// translations (table "ToolbarStrings") of the description's texts, empty
+/// when a text is missing. With "view", the widget held by the owner's
+/// property of that name is the item's view and its size the item's minimum
+/// size (a widget never sized counts with its size hint); image and action are
+/// then ignored, and a property that holds no widget gives no item. Without
+/// "view", the item shows the image named "imageName" (WQNamedImage.h) and
+/// sends the message named "action" to the owner.
 std::unique_ptr<WQToolbarItem> WQToolbarItemFromDictionary(const QVariantMap& toolbarDictionary,
                                                            const QString& itemIdentifier, QObject& owner);
-// The dictionary's default set and allowed set; empty when it has none.
+/// The dictionary's default set and allowed set; empty when it has none.
 QStringList WQToolbarDefaultItemIdentifiers(const QVariantMap& toolbarDictionary);
+/// The allowed item identifiers of a toolbar dictionary.
 QStringList WQToolbarAllowedItemIdentifiers(const QVariantMap& toolbarDictionary);
+
+/// @}
 
 } // namespace wq

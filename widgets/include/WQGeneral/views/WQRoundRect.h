@@ -1,5 +1,6 @@
 #pragma once
-// Rounded rectangles as painter paths, with fill and stroke shortcuts.
+/// \file
+/// Rounded rectangles as painter paths, with fill and stroke shortcuts.
 
 #include <QPainterPath>
 #include <QRectF>
@@ -8,23 +9,29 @@ class QPainter;
 
 namespace wq {
 
-// The radius a rounded rectangle of `rect` really gets. A radius of half the
-// height or more becomes the whole half-height less 1; then the same against
-// the width (height first, and the 1 taken off on purpose, so a 10-high
-// rectangle asked for 8 gets 4). Zero or less means square corners. A radius
-// that is not a number means square corners too.
+/// \addtogroup views
+/// @{
+
+/// The radius a rounded rectangle of `rect` really gets. A radius of half the
+/// height or more becomes the whole half-height less 1; then the same against
+/// the width (height first, and the 1 taken off on purpose, so a 10-high
+/// rectangle asked for 8 gets 4). Zero or less means square corners. A radius
+/// that is not a number means square corners too.
 double roundRectRadius(const QRectF& rect, double radius);
 
-// The outline of rect with its corners rounded by roundRectRadius: a plain
-// rectangle when that is 0 or less. The path starts on the side at x, a
-// radius in from y, and turns through the corners at (x, y), (x + w, y),
-// (x + w, y + h) and (x, y + h) in that order, each arc going the way of
-// increasing angle with y taken as growing upwards. In a widget's own
-// coordinates (y down) the shape is the same, only traversed the other way.
+/// The outline of rect with its corners rounded by roundRectRadius: a plain
+/// rectangle when that is 0 or less. The path starts on the side at x, a
+/// radius in from y, and turns through the corners at (x, y), (x + w, y),
+/// (x + w, y + h) and (x, y + h) in that order, each arc going the way of
+/// increasing angle with y taken as growing upwards. In a widget's own
+/// coordinates (y down) the shape is the same, only traversed the other way.
 QPainterPath bezierPathWithRoundRectInRect(const QRectF& rect, double radius);
 
-// Fill with the painter's brush, or stroke with its pen, the path above.
+/// Fill with the painter's brush, or stroke with its pen, the path above.
 void fillRoundRectInRect(QPainter& painter, const QRectF& rect, double radius);
+/// Strokes the rounded-rectangle path with the painter's pen.
 void strokeRoundRectInRect(QPainter& painter, const QRectF& rect, double radius);
+
+/// @}
 
 } // namespace wq

@@ -1,5 +1,6 @@
 #pragma once
-// Window geometry shared by the views and the pop-up calculator.
+/// \file
+/// Window geometry shared by the views and the pop-up calculator.
 
 #include <QPoint>
 
@@ -7,10 +8,15 @@ class QWidget;
 
 namespace wq {
 
-// A point in the coordinates of `window` (a top-level widget; any widget
-// works, its own coordinates are used) to global screen coordinates. Qt has
-// one conversion for every version of the toolkit, so there is nothing to
-// choose between; the name is kept for code written against the framework.
+/// \addtogroup views
+/// @{
+
+/// A point in the coordinates of `window` (a top-level widget; any widget
+/// works, its own coordinates are used) to global screen coordinates. Qt has
+/// one conversion for every version of the toolkit, so there is nothing to
+/// choose between; the name is kept for code written against the framework.
 QPoint compatibleConvertPointToScreen(const QWidget& window, QPoint point);
+
+/// @}
 
 } // namespace wq
