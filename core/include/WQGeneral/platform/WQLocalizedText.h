@@ -22,10 +22,10 @@ QString WQFormatTemplate(const QString& templ, const QStringList& arguments);
 
 } // namespace wq
 
-// Gives a class a static tr() that looks texts up in the string table named
-// by the argument. lupdate is told to read this macro as
-// Q_DECLARE_TR_FUNCTIONS, so every literal passed to that tr() is extracted
-// under the table's name.
+/// Gives a class a static tr() that looks texts up in the string table named
+/// by the argument. lupdate is told to read this macro as
+/// Q_DECLARE_TR_FUNCTIONS, so every literal passed to that tr() is extracted
+/// under the table's name.
 #define WQ_DECLARE_STRING_TABLE(table)                                                                                 \
 public:                                                                                                                \
     static QString tr(const char* english) { return ::wq::WQLocalizedStringFromTable(english, #table); }              \
@@ -34,14 +34,19 @@ private:
 
 namespace wq {
 
-// The framework's own texts, in the table "WQGeneral".
+/// \addtogroup platform
+/// @{
+
+/// The framework's own texts, in the table "WQGeneral".
 class WQStrings {
     WQ_DECLARE_STRING_TABLE(WQGeneral)
 };
 
-// The toolbar's own texts, in the table "ToolbarStrings".
+/// The toolbar's own texts, in the table "ToolbarStrings".
 class WQToolbarStrings {
     WQ_DECLARE_STRING_TABLE(ToolbarStrings)
 };
+
+/// @}
 
 } // namespace wq

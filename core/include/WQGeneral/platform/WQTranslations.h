@@ -1,12 +1,13 @@
 #pragma once
-// The framework's catalogues of its own texts (WQGeneral_<language>.qm).
-//
-// As a QCoreApplication is constructed, the framework installs a translator
-// with the catalogue for QLocale().uiLanguages(); translators the application
-// installs later come first, so they can reword the framework's texts. It
-// follows later QEvent::LanguageChange events (an application that swaps its
-// own translators after QLocale::setDefault()) by loading the catalogue of
-// the new language.
+/// \file
+/// The framework's catalogues of its own texts (WQGeneral_<language>.qm).
+///
+/// As a QCoreApplication is constructed, the framework installs a translator
+/// with the catalogue for QLocale().uiLanguages(); translators the application
+/// installs later come first, so they can reword the framework's texts. It
+/// follows later QEvent::LanguageChange events (an application that swaps its
+/// own translators after QLocale::setDefault()) by loading the catalogue of
+/// the new language.
 
 #include <QLocale>
 #include <QString>
@@ -14,26 +15,32 @@
 
 namespace wq {
 
-// Turns the automatic loading off or on again. Off before the application
-// object is made (first thing in main()), nothing is loaded; off later, the
-// catalogue loaded automatically is removed. The texts are then English
-// unless the application calls WQLoadTranslations().
+/// \addtogroup platform
+/// @{
+
+/// Turns the automatic loading off or on again. Off before the application
+/// object is made (first thing in main()), nothing is loaded; off later, the
+/// catalogue loaded automatically is removed. The texts are then English
+/// unless the application calls WQLoadTranslations().
 void WQSetAutomaticTranslationsEnabled(bool enabled);
+/// Whether the catalogue is loaded automatically (on unless turned off).
 bool WQAutomaticTranslationsEnabled();
 
-// Installs the catalogue for the first language of uiLanguages that has one,
-// in place of the framework's previous catalogue. English is the language of
-// the texts themselves: reaching it ends the search with no catalogue.
-// Answers the catalogue's language ("de"), or an empty string when the texts
-// stay English. Needs a QCoreApplication; call on its thread.
+/// Installs the catalogue for the first language of uiLanguages that has one,
+/// in place of the framework's previous catalogue. English is the language of
+/// the texts themselves: reaching it ends the search with no catalogue.
+/// Answers the catalogue's language ("de"), or an empty string when the texts
+/// stay English. Needs a QCoreApplication; call on its thread.
 QString WQLoadTranslations(const QStringList& uiLanguages = QLocale().uiLanguages());
 
-// The language of the installed catalogue, or an empty string.
+/// The language of the installed catalogue, or an empty string.
 QString WQLoadedTranslationLanguage();
 
-// The folders searched for catalogues, in order: the build tree's, the one
-// beside the application (<bin>/../share/WQGeneral/translations), the
-// installed one.
+/// The folders searched for catalogues, in order: the build tree's, the one
+/// beside the application (`bin/../share/WQGeneral/translations` beside the executable), the
+/// installed one.
 QStringList WQTranslationDirectories();
+
+/// @}
 
 } // namespace wq

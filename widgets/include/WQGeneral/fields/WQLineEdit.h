@@ -40,7 +40,9 @@ namespace wq {
 
 class WQLineEdit : public QLineEdit, public WQFieldEditor {
     Q_OBJECT
+    /// The kind of formatter in use; setting it installs one (Designer's choice).
     Q_PROPERTY(FormatterKind formatterKind READ formatterKind WRITE setFormatterKind)
+    /// Decimal places of the money kinds.
     Q_PROPERTY(int places READ places WRITE setPlaces)
 public:
     /// The framework's entry formatters, for forms that choose one by name.
