@@ -9,26 +9,28 @@ QColor newCGColorRef(const QColor& color)
     // Room for the most components any model has (CMYK and alpha), zeroed,
     // so a model that reads fewer leaves the rest at 0.
     std::array<float, 5> c{};
-    switch (color.spec()) {
-    case QColor::Rgb:
+    // A QColor equals another only in the same model, so a colour equal to
+    // its conversion into a model is held in that model.
+    if (!color.isValid())
+        return QColor();
+    if (color == color.toRgb()) {
         color.getRgbF(&c[0], &c[1], &c[2], &c[3]);
         return QColor::fromRgbF(c[0], c[1], c[2], c[3]).toRgb();
-    case QColor::ExtendedRgb:
+    }
+    if (color == color.toExtendedRgb()) {
         color.getRgbF(&c[0], &c[1], &c[2], &c[3]);
         return QColor::fromRgbF(c[0], c[1], c[2], c[3]).toExtendedRgb();
-    case QColor::Hsv:
+    }
+    if (color == color.toHsv()) {
         color.getHsvF(&c[0], &c[1], &c[2], &c[3]);
         return QColor::fromHsvF(c[0], c[1], c[2], c[3]);
-    case QColor::Hsl:
+    }
+    if (color == color.toHsl()) {
         color.getHslF(&c[0], &c[1], &c[2], &c[3]);
         return QColor::fromHslF(c[0], c[1], c[2], c[3]);
-    case QColor::Cmyk:
-        color.getCmykF(&c[0], &c[1], &c[2], &c[3], &c[4]);
-        return QColor::fromCmykF(c[0], c[1], c[2], c[3], c[4]);
-    case QColor::Invalid:
-        break;
     }
-    return QColor();
+    color.getCmykF(&c[0], &c[1], &c[2], &c[3], &c[4]);
+    return QColor::fromCmykF(c[0], c[1], c[2], c[3], c[4]);
 }
 
 } // namespace wq
