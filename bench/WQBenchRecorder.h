@@ -176,4 +176,16 @@ private:
     std::vector<WQBenchTarget> _targets;
 };
 
+// Runs the benchmarks the command line selects through the recorder; false
+// for arguments Google Benchmark does not know.
+inline bool runBenchmarks(int& argc, char** argv, WQBenchRecorder& recorder)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return false;
+    benchmark::RunSpecifiedBenchmarks(&recorder);
+    benchmark::Shutdown();
+    return true;
+}
+
 } // namespace wq::bench

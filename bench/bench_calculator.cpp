@@ -159,12 +159,9 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     WQRegionalSettings::setAllLocales(QStringLiteral("en_US"));
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
     wq::bench::WQBenchRecorder reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
+    if (!wq::bench::runBenchmarks(argc, argv, reporter))
+        return 1;
     summary(reporter);
     return 0;
 }

@@ -276,12 +276,9 @@ void printRatio(const wq::bench::WQBenchRecorder& r, const char* label, const st
 int main(int argc, char** argv)
 {
     wq::WQRegionalSettings::setAllLocales(QStringLiteral("en_US"));
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
     wq::bench::WQBenchRecorder reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
+    if (!wq::bench::runBenchmarks(argc, argv, reporter))
+        return 1;
 
     std::printf("\nSpeed-ups, CPU time per call (peer / WQDate; above 1 means WQDate is faster):\n");
     printRatio(reporter, "day count and back vs year-by-year walk", "BM_DayCount_WQDate", "BM_DayCount_Walk",

@@ -217,12 +217,9 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     // The worked settings: en_US gives $#,##0.00 and -$#,##0.00.
     WQRegionalSettings::setAllLocales(QStringLiteral("en_US"));
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
     wq::bench::WQBenchRecorder reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
+    if (!wq::bench::runBenchmarks(argc, argv, reporter))
+        return 1;
     summary(reporter);
     // Standard typing must stay linear in the text.
     reporter.targetTime("Money keystroke, standard mode, 30 characters", "BM_KeystrokeStandardLength/22", 1000);

@@ -210,12 +210,9 @@ int main(int argc, char** argv)
             return 1;
         }
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
     wq::bench::WQBenchRecorder reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
+    if (!wq::bench::runBenchmarks(argc, argv, reporter))
+        return 1;
     summary(reporter);
     return 0;
 }

@@ -2,26 +2,14 @@
 // with its deferred calculator opening run after each one (no toolkit is
 // there to show it).
 #include "FuzzEdit.h"
+#include "FuzzMoneyOwner.h"
 
 #include <WQGeneral/money/WQCalculateMoneyFormatter.h>
 #include <WQGeneral/money/WQMoneyConstants.h>
-#include <WQGeneral/money/WQMoneyFormatterDelegate.h>
 
 #include <QCoreApplication>
 
 #include <memory>
-
-namespace {
-
-class Owner : public wq::WQMoneyFormatterDelegate {
-public:
-    std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
-    bool user_input_like_ATM() const override { return atm; }
-    std::optional<QVariantMap> dict;
-    bool atm = false;
-};
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -32,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     wq::fuzz::Input in(data, size);
     const std::uint8_t mode = in.byte();
-    Owner owner;
+    wq::fuzz::MoneyOwner owner;
     owner.atm = mode & 1;
     if (mode & 2) {
         owner.dict = QVariantMap{

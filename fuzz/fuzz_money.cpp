@@ -1,28 +1,16 @@
 // Money text: the forgiving parser, the display of what it read, and both
 // typing modes on arbitrary edits.
 #include "FuzzEdit.h"
+#include "FuzzMoneyOwner.h"
 
 #include <WQGeneral/money/WQMoneyConstants.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
-#include <WQGeneral/money/WQMoneyFormatterDelegate.h>
-
-namespace {
-
-class Owner : public wq::WQMoneyFormatterDelegate {
-public:
-    std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
-    bool user_input_like_ATM() const override { return atm; }
-    std::optional<QVariantMap> dict;
-    bool atm = false;
-};
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     wq::fuzz::Input in(data, size);
     const std::uint8_t mode = in.byte();
-    Owner owner;
+    wq::fuzz::MoneyOwner owner;
     owner.atm = mode & 1;
     if (mode & 2) {
         owner.dict = QVariantMap{
