@@ -11,6 +11,27 @@ endif()
 # Rounding and money arithmetic must be plain IEEE doubles.
 add_compile_options(-ffp-contract=off -fno-fast-math)
 
+include(GenerateExportHeader)
+
+# wq_add_export_header(<layer> <ExportName>) writes <WQGeneral/WQ<ExportName>Export.h>
+# with WQ_<LAYER>_EXPORT for the layer's public classes and functions. Call it
+# before the layer's components: they are compiled as parts of the library.
+function(wq_add_export_header layer export_name)
+  string(TOUPPER ${layer} upper)
+  set(anchor wq_${layer}_export_anchor)
+  add_library(${anchor} OBJECT EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/cmake/wq_export_anchor.cpp)
+  set_target_properties(${anchor} PROPERTIES DEFINE_SYMBOL WQ_${upper}_BUILDING)
+  generate_export_header(${anchor}
+    BASE_NAME WQ_${upper}
+    EXPORT_MACRO_NAME WQ_${upper}_EXPORT
+    NO_EXPORT_MACRO_NAME WQ_${upper}_NO_EXPORT
+    DEPRECATED_MACRO_NAME WQ_${upper}_DEPRECATED
+    STATIC_DEFINE WQ_${upper}_STATIC
+    EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/${layer}/include/WQGeneral/WQ${export_name}Export.h)
+  install(FILES ${PROJECT_BINARY_DIR}/${layer}/include/WQGeneral/WQ${export_name}Export.h
+          DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/WQGeneral COMPONENT development)
+endfunction()
+
 # wq_add_component(<layer> <name> SOURCES ... [DEPS other components or targets])
 # makes target wq_<layer>_<name>, exported as WQGeneral::<layer>_<name>.
 function(wq_add_component layer name)
@@ -23,8 +44,14 @@ function(wq_add_component layer name)
     EXPORT_NAME ${layer}_${name}
     AUTOMOC ON)
   target_compile_options(${target} PRIVATE ${WQ_WARNINGS})
+  string(TOUPPER ${layer} upper)
+  target_compile_definitions(${target} PRIVATE WQ_${upper}_BUILDING)
+  if(NOT BUILD_SHARED_LIBS)
+    target_compile_definitions(${target} PUBLIC WQ_${upper}_STATIC)
+  endif()
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${layer}/include>
+    $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/${layer}/include>
     $<INSTALL_INTERFACE:include>)
   # Headers that are not public: "detail/..." from the layer's folder.
   target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/${layer})
@@ -98,6 +125,7 @@ function(wq_add_layer_library layer export_name)
       SOVERSION ${PROJECT_VERSION_MAJOR})
     target_include_directories(${target} PUBLIC
       $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${layer}/include>
+      $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/${layer}/include>
       $<INSTALL_INTERFACE:include>)
     foreach(dep IN LISTS ARG_LAYER_DEPS)
       target_link_libraries(${target} PUBLIC wq_${dep})

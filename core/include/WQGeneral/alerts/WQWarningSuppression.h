@@ -5,6 +5,7 @@
 /// application's QSettings, so it is per user and survives restarts; every
 /// change is written through at once.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/alerts/WQWarningKeys.h>
 
 #include <QObject>
@@ -15,7 +16,7 @@ namespace wq {
 /// \addtogroup alerts
 /// @{
 
-class WQWarningSuppression : public QObject {
+class WQ_CORE_EXPORT WQWarningSuppression : public QObject {
     Q_OBJECT
 public:
     /// The three warnings a user can silence, in a fixed order.

@@ -1,0 +1,1 @@
+// Gives the export header generator a target; nothing is built from it.

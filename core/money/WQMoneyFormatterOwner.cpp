@@ -1,0 +1,42 @@
+#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
+
+#include <algorithm>
+
+namespace wq {
+
+WQMoneyFormatterOwner::WQMoneyFormatterOwner(std::optional<QVariantMap> currencySymbolDict, bool userInputLikeATM)
+    : _wq_currency(std::move(currencySymbolDict)), _wq_atm(userInputLikeATM)
+{
+}
+
+WQMoneyFormatterOwner::~WQMoneyFormatterOwner()
+{
+    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, this);
+}
+
+void WQMoneyFormatterOwner::setCurrencySymbolDict(std::optional<QVariantMap> currencySymbolDict)
+{
+    if (currencySymbolDict == _wq_currency)
+        return;
+    _wq_currency = std::move(currencySymbolDict);
+    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_CurrencyChanged, this);
+    // Those handed out here show the new currency now; the deferred re-read
+    // the notification schedules then finds nothing to change.
+    std::erase_if(_wq_handedOut, [](const std::weak_ptr<WQMoneyFormatter>& f) { return f.expired(); });
+    for (const auto& handed : _wq_handedOut)
+        if (const auto formatter = handed.lock())
+            formatter->reloadSettings();
+}
+
+std::shared_ptr<WQMoneyFormatter> WQMoneyFormatterOwner::moneyFormatter(qint8 decimalPlaces, bool canCalculate)
+{
+    auto formatter = WQMoneyFormatter::moneyFormatterForDelegate(this, decimalPlaces, canCalculate);
+    const bool known = std::any_of(_wq_handedOut.begin(), _wq_handedOut.end(),
+                                   [&](const std::weak_ptr<WQMoneyFormatter>& f) { return f.lock() == formatter; });
+    if (!known)
+        _wq_handedOut.push_back(formatter);
+    return formatter;
+}
+
+} // namespace wq
