@@ -1,12 +1,14 @@
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
+#include "dateformatter/WQDateIncrementKeys.h"
 #include "detail/WQIcuStrings.h"
 
 #include <unicode/datefmt.h>
 #include <unicode/timezone.h>
 #include <unicode/unistr.h>
 
+#include <algorithm>
 #include <ctime>
 #include <memory>
 
@@ -61,11 +63,79 @@ icu::DateFormat* shortDateTimeFormatter()
     return shared.format.get();
 }
 
+// The short pattern in a form a date field can both show and read: the day,
+// month and year in the locale's order, as numbers, joined by the one
+// separator a user types. Eras, weekdays, quoted words and bidirectional
+// marks go; so do a trailing separator and the blank after one
+// ("yy. M. d." is "yy.M.d"). A separator that is also an increment key
+// ("y-MM-dd") is written "/", since typing "-" steps the date instead.
+QString entryDateFormat(const QString& pattern)
+{
+    QString fields[3]; // in the pattern's order
+    int count = 0;
+    QChar separator, blank;
+    const auto seen = [&](QChar letter) {
+        for (int i = 0; i < count; ++i)
+            if (fields[i].front() == letter)
+                return true;
+        return false;
+    };
+    const qsizetype n = pattern.size();
+    for (qsizetype i = 0; i < n;) {
+        const QChar c = pattern[i];
+        if (c == u'\'') {
+            // A quoted word ('' within it is a quote), or '' for a quote.
+            qsizetype end = i + 1;
+            if (end < n && pattern[end] == u'\'') {
+                i = end + 1;
+                continue;
+            }
+            while (end < n && (pattern[end] != u'\'' || (end + 1 < n && pattern[end + 1] == u'\'')))
+                end += pattern[end] == u'\'' ? 2 : 1;
+            i = end + 1;
+            continue;
+        }
+        qsizetype run = 1;
+        while (i + run < n && pattern[i + run] == c)
+            ++run;
+        i += run;
+        if (c.isLetter()) {
+            // Pattern letters are ASCII; other letters are words, dropped.
+            QChar letter;
+            if (c == u'y' || c == u'Y' || c == u'u' || c == u'r')
+                letter = u'y';
+            else if (c == u'M' || c == u'L')
+                letter = u'M';
+            else if (c == u'd')
+                letter = u'd';
+            if (letter.isNull() || seen(letter) || count == 3)
+                continue;
+            // Month and day as numbers, never names.
+            fields[count++] = QString(letter == u'y' ? run : std::min<qsizetype>(run, 2), letter);
+        } else if (count > 0 && c.category() != QChar::Other_Format) {
+            if (c.isSpace())
+                blank = u' ';
+            else if (separator.isNull())
+                separator = c;
+        }
+    }
+    if (count == 0)
+        return pattern;
+    if (separator.isNull())
+        separator = blank.isNull() ? QChar(u'/') : blank;
+    if (dateformatter::isIncrementKey(separator.unicode()))
+        separator = u'/';
+    QString format = fields[0];
+    for (int i = 1; i < count; ++i)
+        format += separator + fields[i];
+    return format;
+}
+
 } // namespace
 
 QString WQSystemDateSettings::shortDateFormat()
 {
-    return WQRegionalSettings::datePattern(WQRegionalSettings::DateStyle::Short);
+    return entryDateFormat(WQRegionalSettings::datePattern(WQRegionalSettings::DateStyle::Short));
 }
 
 QString WQSystemDateSettings::longDateFormat()

@@ -3,6 +3,7 @@
 #include <WQGeneral/platform/WQLocalizedText.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
+#include "detail/WQIcuLocale.h"
 #include "detail/WQIcuStrings.h"
 #include "detail/WQTextEditing.h"
 
@@ -98,8 +99,8 @@ WQNumberFormatter::_wq_Icu& WQNumberFormatter::_wq_icu() const
     auto state = std::make_unique<_wq_Icu>();
     state->generation = generation;
     UErrorCode status = U_ZERO_ERROR;
-    const icu::Locale locale(WQRegionalSettings::localeName(WQRegionalSettings::Category::Numeric).toLatin1().constData());
-    auto symbols = std::make_unique<icu::DecimalFormatSymbols>(locale, status);
+    auto symbols = std::make_unique<icu::DecimalFormatSymbols>(
+        icu_locale::forNumbers(WQRegionalSettings::Category::Numeric), status);
     if (U_FAILURE(status)) {
         status = U_ZERO_ERROR;
         symbols = std::make_unique<icu::DecimalFormatSymbols>(icu::Locale::getRoot(), status);

@@ -1,6 +1,7 @@
 #include <WQGeneral/numbers/WQNumberSettings.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
+#include "detail/WQIcuLocale.h"
 #include "detail/WQIcuStrings.h"
 
 #include <unicode/dcfmtsym.h>
@@ -19,36 +20,39 @@ struct Snapshot {
     QString positiveFormat, negativeFormat;
 };
 
-icu::Locale localeFor(WQRegionalSettings::Category category)
-{
-    return icu::Locale(WQRegionalSettings::localeName(category).toLatin1().constData());
-}
-
+// Separators, amounts' included, come from the numeric locale: an amount's
+// decimal separator is the plain numbers' one, and taking its grouping from
+// the same locale keeps the two apart when Numbers and Currency are set to
+// different locales (en_US numbers with German money would otherwise group
+// with the "." that is also the decimal point).
 void readNumeric(Snapshot& s)
 {
     UErrorCode status = U_ZERO_ERROR;
-    const icu::DecimalFormatSymbols symbols(localeFor(WQRegionalSettings::Category::Numeric), status);
+    const icu::DecimalFormatSymbols symbols(icu_locale::forNumbers(WQRegionalSettings::Category::Numeric), status);
     if (U_FAILURE(status))
         return;
-    s.decimalSeparator = icu_strings::fromIcu(symbols.getSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol));
-    s.groupingSeparator = icu_strings::fromIcu(symbols.getSymbol(icu::DecimalFormatSymbols::kGroupingSeparatorSymbol));
+    const auto symbol = [&symbols](icu::DecimalFormatSymbols::ENumberFormatSymbol which) {
+        return icu_strings::fromIcu(symbols.getSymbol(which));
+    };
+    s.decimalSeparator = symbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol);
+    s.groupingSeparator = symbol(icu::DecimalFormatSymbols::kGroupingSeparatorSymbol);
+    s.currencyDecimal = symbol(icu::DecimalFormatSymbols::kMonetarySeparatorSymbol);
+    s.currencyGrouping = symbol(icu::DecimalFormatSymbols::kMonetaryGroupingSeparatorSymbol);
+    if (s.currencyGrouping == s.decimalSeparator)
+        s.currencyGrouping = s.groupingSeparator;
 }
 
+// The currency's symbol and where it and the sign go come from the monetary locale.
 void readMonetary(Snapshot& s)
 {
     UErrorCode status = U_ZERO_ERROR;
     std::unique_ptr<icu::NumberFormat> format(
-        icu::NumberFormat::createCurrencyInstance(localeFor(WQRegionalSettings::Category::Monetary), status));
+        icu::NumberFormat::createCurrencyInstance(icu_locale::forNumbers(WQRegionalSettings::Category::Monetary), status));
     auto* decimal = dynamic_cast<icu::DecimalFormat*>(format.get());
     if (U_FAILURE(status) || !decimal)
         return;
-    const icu::DecimalFormatSymbols* symbols = decimal->getDecimalFormatSymbols();
-    if (symbols) {
+    if (const icu::DecimalFormatSymbols* symbols = decimal->getDecimalFormatSymbols())
         s.currencySymbol = icu_strings::fromIcu(symbols->getSymbol(icu::DecimalFormatSymbols::kCurrencySymbol));
-        s.currencyGrouping = icu_strings::fromIcu(
-            symbols->getSymbol(icu::DecimalFormatSymbols::kMonetaryGroupingSeparatorSymbol));
-        s.currencyDecimal = icu_strings::fromIcu(symbols->getSymbol(icu::DecimalFormatSymbols::kMonetarySeparatorSymbol));
-    }
     icu::UnicodeString pattern;
     decimal->toPattern(pattern);
     WQNumberSettings::legacyCurrencyFormats(icu_strings::fromIcu(pattern), &s.positiveFormat, &s.negativeFormat);
@@ -68,7 +72,8 @@ const Snapshot& snapshot()
 }
 
 // One subpattern in the legacy form: quotes resolved, the currency sign as
-// "$", no-break spaces as blanks so that the symbol's blank rules apply.
+// "$", no-break spaces as blanks and bidirectional marks dropped so that the
+// symbol's blank rules apply (he_IL writes a mark between blank and symbol).
 QString legacySubpattern(QStringView icu)
 {
     QString out;
@@ -92,6 +97,8 @@ QString legacySubpattern(QStringView icu)
             out += u'$';
         } else if (c == u'\u00A0' || c == u'\u202F') {
             out += u' ';
+        } else if (c.category() == QChar::Other_Format) {
+            continue;
         } else {
             out += c;
         }

@@ -1,15 +1,22 @@
 #include <WQGeneral/platform/WQRegionalSettings.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
+#include "detail/WQIcuLocale.h"
 #include "detail/WQIcuStrings.h"
 
 #include <unicode/datefmt.h>
 #include <unicode/dtfmtsym.h>
 #include <unicode/smpdtfmt.h>
 
+#include <langinfo.h>
+#include <locale.h>
+
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <optional>
+#include <type_traits>
 
 namespace wq {
 namespace {
@@ -48,44 +55,99 @@ QString fromEnvironment(WQRegionalSettings::Category category)
     return QStringLiteral("C");
 }
 
-icu::Locale icuLocale(WQRegionalSettings::Category category)
+// The name a category was given, before it is turned into an ICU name.
+QString posixName(WQRegionalSettings::Category category)
 {
-    return icu::Locale(WQRegionalSettings::localeName(category).toLatin1().constData());
+    const QString& pinned = state().overrides[std::size_t(category)];
+    return pinned.isEmpty() ? fromEnvironment(category) : pinned;
 }
 
-// One symbol table per time locale, rebuilt when the settings change.
-const icu::DateFormatSymbols* timeSymbols()
+// Month and weekday names of the C library, for a time locale that ICU has
+// no data for in its language or script (be_BY@latin, tt_RU@iqtelif).
+struct CLibraryNames {
+    QStringList months, shortMonths, weekdays, shortWeekdays;
+};
+
+using CLocale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)>;
+
+// The names are read as UTF-8, so only a UTF-8 variant of the locale will do.
+CLocale openUtf8Locale(const QString& name)
 {
-    static std::unique_ptr<icu::DateFormatSymbols> symbols;
-    static quint64 builtFor = 0;
-    if (!symbols || builtFor != state().generation) {
-        UErrorCode status = U_ZERO_ERROR;
-        auto fresh = std::make_unique<icu::DateFormatSymbols>(icuLocale(WQRegionalSettings::Category::Time), status);
-        if (U_FAILURE(status)) {
-            status = U_ZERO_ERROR;
-            fresh = std::make_unique<icu::DateFormatSymbols>(icu::Locale::getRoot(), status);
-        }
-        symbols = std::move(fresh);
-        builtFor = state().generation;
+    CLocale handle(newlocale(LC_TIME_MASK | LC_CTYPE_MASK, name.toLocal8Bit().constData(), locale_t(0)), &freelocale);
+    if (handle && std::strcmp(nl_langinfo_l(CODESET, handle.get()), "UTF-8") != 0)
+        handle.reset();
+    return handle;
+}
+
+std::optional<CLibraryNames> cLibraryNames(const QString& name)
+{
+    CLocale handle = openUtf8Locale(name);
+    if (!handle) {
+        // de_DE@euro is Latin-9; de_DE.UTF-8 has the same names.
+        const qsizetype at = name.indexOf(u'@');
+        handle = openUtf8Locale(name.left(at).section(u'.', 0, 0) + QStringLiteral(".UTF-8")
+                                + (at < 0 ? QString() : name.mid(at)));
     }
-    return symbols.get();
+    if (!handle)
+        return std::nullopt;
+    const auto list = [&handle](nl_item first, int count) {
+        QStringList names;
+        for (int i = 0; i < count; ++i)
+            names.append(QString::fromUtf8(nl_langinfo_l(nl_item(first + i), handle.get())));
+        return names;
+    };
+    return CLibraryNames{list(MON_1, 12), list(ABMON_1, 12), list(DAY_1, 7), list(ABDAY_1, 7)};
+}
+
+// The time locale's names, rebuilt when the settings change.
+struct TimeNames {
+    quint64 builtFor = 0;
+    std::unique_ptr<icu::DateFormatSymbols> symbols;
+    std::optional<CLibraryNames> cLibrary;
+};
+
+const TimeNames& timeNames()
+{
+    static TimeNames names;
+    if (names.symbols && names.builtFor == state().generation)
+        return names;
+    const icu::Locale wanted = icu_locale::forCategory(WQRegionalSettings::Category::Time);
+    UErrorCode status = U_ZERO_ERROR;
+    auto fresh = std::make_unique<icu::DateFormatSymbols>(wanted, status);
+    if (U_FAILURE(status)) {
+        status = U_ZERO_ERROR;
+        fresh = std::make_unique<icu::DateFormatSymbols>(icu::Locale::getRoot(), status);
+    }
+    // ICU answers a locale it lacks with its default locale's names.
+    status = U_ZERO_ERROR;
+    const icu::Locale found = fresh->getLocale(ULOC_VALID_LOCALE, status);
+    const bool covered = std::strcmp(found.getLanguage(), wanted.getLanguage()) == 0
+        && (!*wanted.getScript() || std::strcmp(found.getScript(), wanted.getScript()) == 0);
+    names.cLibrary = covered ? std::nullopt : cLibraryNames(posixName(WQRegionalSettings::Category::Time));
+    names.symbols = std::move(fresh);
+    names.builtFor = state().generation;
+    return names;
 }
 
 QStringList monthList(icu::DateFormatSymbols::DtWidthType width)
 {
+    const TimeNames& names = timeNames();
+    if (names.cLibrary)
+        return width == icu::DateFormatSymbols::WIDE ? names.cLibrary->months : names.cLibrary->shortMonths;
     int32_t count = 0;
-    const icu::UnicodeString* names =
-        timeSymbols()->getMonths(count, icu::DateFormatSymbols::FORMAT, width);
-    return icu_strings::fromIcu(names, count, 12);
+    const icu::UnicodeString* list = names.symbols->getMonths(count, icu::DateFormatSymbols::FORMAT, width);
+    return icu_strings::fromIcu(list, count, 12);
 }
 
 QStringList weekdayList(icu::DateFormatSymbols::DtWidthType width)
 {
+    const TimeNames& names = timeNames();
+    if (names.cLibrary)
+        return width == icu::DateFormatSymbols::WIDE ? names.cLibrary->weekdays : names.cLibrary->shortWeekdays;
     int32_t count = 0;
     // ICU's list starts with an empty entry so that UCAL_SUNDAY (1) indexes Sunday.
-    const icu::UnicodeString* names =
-        timeSymbols()->getWeekdays(count, icu::DateFormatSymbols::FORMAT, width);
-    return count > 1 ? icu_strings::fromIcu(names + 1, count - 1, 7) : QStringList();
+    const icu::UnicodeString* list = names.symbols->getWeekdays(count, icu::DateFormatSymbols::FORMAT, width);
+    return count > 1 ? icu_strings::fromIcu(list + 1, count - 1, 7) : QStringList();
 }
 
 void announce(bool numbersChanged)
@@ -102,9 +164,12 @@ void announce(bool numbersChanged)
 QString WQRegionalSettings::icuNameFromPosix(const QString& posixName)
 {
     QString name = posixName.trimmed();
+    QString modifier;
     const qsizetype at = name.indexOf(u'@');
-    if (at >= 0)
+    if (at >= 0) {
+        modifier = name.mid(at + 1);
         name.truncate(at);
+    }
     const qsizetype dot = name.indexOf(u'.');
     if (dot >= 0)
         name.truncate(dot);
@@ -113,13 +178,23 @@ QString WQRegionalSettings::icuNameFromPosix(const QString& posixName)
     if (name.isEmpty() || name == u"C" || name == u"POSIX")
         return QStringLiteral("en_US");
     name.replace(u'-', u'_');
+    // A modifier that names a script picks the locale's other writing
+    // (sr_RS@latin is sr_Latn_RS); the others (@euro) change nothing ICU knows.
+    static const std::pair<const char16_t*, const char16_t*> scripts[] = {
+        {u"latin", u"Latn"}, {u"cyrillic", u"Cyrl"}, {u"devanagari", u"Deva"}, {u"iqtelif", u"Latn"}};
+    for (const auto& [posix, script] : scripts) {
+        if (modifier == posix) {
+            const qsizetype underscore = name.indexOf(u'_');
+            name.insert(underscore < 0 ? name.size() : underscore, u'_' + QString::fromUtf16(script));
+            break;
+        }
+    }
     return name;
 }
 
 QString WQRegionalSettings::localeName(Category category)
 {
-    const QString& pinned = state().overrides[std::size_t(category)];
-    return icuNameFromPosix(pinned.isEmpty() ? fromEnvironment(category) : pinned);
+    return icuNameFromPosix(posixName(category));
 }
 
 void WQRegionalSettings::setLocale(Category category, const QString& name)
@@ -160,7 +235,7 @@ QString WQRegionalSettings::datePattern(DateStyle style)
     case DateStyle::Full: icuStyle = icu::DateFormat::kFull; break;
     }
     std::unique_ptr<icu::DateFormat> format(
-        icu::DateFormat::createDateInstance(icuStyle, icuLocale(Category::Time)));
+        icu::DateFormat::createDateInstance(icuStyle, icu_locale::forCategory(Category::Time)));
     auto* simple = dynamic_cast<icu::SimpleDateFormat*>(format.get());
     if (!simple)
         return QStringLiteral("M/d/yy");

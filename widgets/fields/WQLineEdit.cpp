@@ -1,5 +1,7 @@
 #include <WQGeneral/fields/WQLineEdit.h>
 
+#include "WQKeyTranslation.h"
+
 #include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QInputMethodEvent>
@@ -156,6 +158,13 @@ void WQLineEdit::_wq_show(const QString& text, WQRange selection)
 
 bool WQLineEdit::event(QEvent* event)
 {
+    // Digits of other scripts and the keypad's decimal key are typed as what
+    // the formatter reads.
+    if (const std::unique_ptr<QEvent> translated = WQTranslatedInput(*event, _wq_formatter.get())) {
+        const bool handled = WQLineEdit::event(translated.get());
+        event->setAccepted(translated->isAccepted());
+        return handled;
+    }
     // Edits made while an event is handled are judged once the line edit has
     // finished with it, so its own signals all go out before any correction.
     WQEditEvent edit;

@@ -11,13 +11,18 @@ using wq::test::ScopedTimeZone;
 
 TEST(SystemDateSettings, PatternsFollowTheTimeLocale)
 {
-    {
-        wq::test::ScopedLocale locale("en_US");
-        EXPECT_EQ(WQSystemDateSettings::shortDateFormat(), "M/d/yy");
-        EXPECT_EQ(WQSystemDateSettings::longDateFormat(), "EEEE, MMMM d, y");
+    // The short pattern as a date field shows and reads it: numbers in the
+    // locale's order and one separator a user can type.
+    const std::pair<const char*, const char*> rows[] = {
+        {"en_US", "M/d/yy"},  {"de_DE", "dd.MM.yy"}, {"ko_KR", "yy.M.d"},  {"hu_HU", "y.MM.dd"},
+        {"bg_BG", "d.MM.yy"}, {"ar_SA", "d/M/y"},    {"sv_SE", "y/MM/dd"},
+    };
+    for (const auto& [name, format] : rows) {
+        wq::test::ScopedLocale locale(name);
+        EXPECT_EQ(WQSystemDateSettings::shortDateFormat(), format) << name;
     }
-    wq::test::ScopedLocale locale("de_DE");
-    EXPECT_EQ(WQSystemDateSettings::shortDateFormat(), "dd.MM.yy");
+    wq::test::ScopedLocale locale("en_US");
+    EXPECT_EQ(WQSystemDateSettings::longDateFormat(), "EEEE, MMMM d, y");
 }
 
 TEST(SystemDateSettings, LocaleDictionaryIsSharedUntilTheLocaleChanges)

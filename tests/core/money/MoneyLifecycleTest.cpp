@@ -129,6 +129,7 @@ TEST(MoneySettings, SystemSymbolTakesThePatternsBlank)
     const struct { QString locale; const char16_t* symbol; const char16_t* positive; } rows[] = {
         {u"de_DE"_s, u" €", u"#,##0.00 $"}, {u"de_AT"_s, u"€ ", u"$ #,##0.00"},   {u"en_IE"_s, u"€", u"$#,##0.00"},
         {u"en_US"_s, u"$", u"$#,##0.00"},   {u"ja_JP"_s, u"￥", u"$#,##0"},       {u"de_CH"_s, u"CHF ", u"$ #,##0.00"},
+        {u"he_IL"_s, u" ₪", u"#,##0.00 $"}, // a direction mark stood between blank and symbol
     };
     for (const auto& row : rows) {
         test::ScopedLocale locale(row.locale);

@@ -128,9 +128,9 @@ TEST(MoneyTextLocales, SystemSettingsShowAndRead)
         test::ScopedLocale locale(row.locale);
         EXPECT_EQ(WQMoneyFormatter().stringForAmount(row.value), row.text) << row.locale.toStdString();
     }
+    // What a field shows reads back in every locale (EveryLocale); these are typed otherwise.
     const struct { QString locale; QString text; double amount; } read[] = {
-        {u"de_DE"_s, u"1.234,56 €"_s, 1234.56}, {u"de_DE"_s, u"-1.234,56€"_s, -1234.56},
-        {u"fr_FR"_s, u"1\u202F234,56 €"_s, 1234.56}, {u"fr_FR"_s, u"1 234,56"_s, 1234.56},
+        {u"de_DE"_s, u"-1.234,56€"_s, -1234.56}, {u"fr_FR"_s, u"1 234,56"_s, 1234.56},
     };
     for (const auto& row : read) {
         test::ScopedLocale locale(row.locale);

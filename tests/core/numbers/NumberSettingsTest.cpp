@@ -17,6 +17,8 @@ TEST(NumberSettings, SeparatorsAndCurrencyPerLocale)
         {u"fr_FR"_s, u","_s, u"\u202F"_s, u"€"_s, u"\u202F"_s, u"#,##0.00 $"_s, u"-#,##0.00 $"_s},
         {u"ja_JP"_s, u"."_s, u","_s, u"￥"_s, u","_s, u"$#,##0"_s, u"-$#,##0"_s},
         {u"nl_NL"_s, u","_s, u"."_s, u"€"_s, u"."_s, u"$ #,##0.00"_s, u"$ -#,##0.00"_s},
+        // The separators of the ASCII digits the fields use; no direction marks.
+        {u"ar_SA"_s, u"."_s, u","_s, u"ر.س.\u200F"_s, u","_s, u"#,##0.00 $"_s, u"-#,##0.00 $"_s},
     };
     for (const QStringList& row : rows) {
         test::ScopedLocale locale(row.front());
@@ -25,11 +27,14 @@ TEST(NumberSettings, SeparatorsAndCurrencyPerLocale)
                                 WQNumberSettings::positiveCurrencyFormat(), WQNumberSettings::negativeCurrencyFormat()};
         EXPECT_EQ(found.join(u'|').toStdString(), row.join(u'|').toStdString());
     }
-    // Categories are read separately: numbers from one locale, money from another.
+    // Numbers from one locale, money from another: the symbol and patterns
+    // are the money's, every separator the numbers'.
     test::ScopedLocale all(u"en_US"_s);
     WQRegionalSettings::setLocale(WQRegionalSettings::Category::Monetary, u"de_DE.UTF-8"_s);
     EXPECT_EQ(WQNumberSettings::decimalSeparator(), u".");
+    EXPECT_EQ(WQNumberSettings::currencyGroupingSeparator(), u",");
     EXPECT_EQ(WQNumberSettings::currencySymbol(), u"€");
+    EXPECT_EQ(WQNumberSettings::positiveCurrencyFormat(), u"#,##0.00 $");
 }
 
 TEST(DigitSet, DigitsExtrasAndInversion)

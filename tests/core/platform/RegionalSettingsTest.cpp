@@ -13,11 +13,24 @@ using DateStyle = WQRegionalSettings::DateStyle;
 TEST(RegionalSettings, PosixNamesBecomeIcuNames)
 {
     const std::pair<QString, QString> rows[] = {
-        {u"de_DE.UTF-8"_s, u"de_DE"_s}, {u"sr_RS.UTF-8@latin"_s, u"sr_RS"_s}, {u"C"_s, u"en_US"_s},
-        {u"POSIX"_s, u"en_US"_s}, {u"C.UTF-8"_s, u"en_US"_s},     {u"pt-BR"_s, u"pt_BR"_s},
+        {u"de_DE.UTF-8@euro"_s, u"de_DE"_s}, {u"sr_RS.UTF-8@latin"_s, u"sr_Latn_RS"_s}, {u"C"_s, u"en_US"_s},
+        {u"POSIX"_s, u"en_US"_s},           {u"C.UTF-8"_s, u"en_US"_s},                {u"pt-BR"_s, u"pt_BR"_s},
     };
     for (const auto& [posix, icu] : rows)
         EXPECT_EQ(WQRegionalSettings::icuNameFromPosix(posix).toStdString(), icu.toStdString());
+}
+
+TEST(RegionalSettings, ScriptModifiersChooseTheWriting)
+{
+    // be_BY@latin: ICU has no Latin Belarusian, the C library's names stand in.
+    const std::pair<QString, QString> rows[] = {
+        {u"sr_RS"_s, u"јануар"_s},          {u"sr_RS@latin"_s, u"januar"_s}, {u"uz_UZ.UTF-8@cyrillic"_s, u"январ"_s},
+        {u"be_BY.UTF-8@latin"_s, u"studzienia"_s},
+    };
+    for (const auto& [locale, january] : rows) {
+        test::ScopedLocale pin(locale);
+        EXPECT_EQ(WQRegionalSettings::monthNames().value(0).toStdString(), january.toStdString()) << locale.toStdString();
+    }
 }
 
 TEST(RegionalSettings, EnvironmentOrderIsLcAllThenCategoryThenLang)

@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QInputMethodEvent>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTimer>
@@ -106,6 +107,37 @@ TEST_F(MoneyFields, BothModesDeDE)
 
     owner.atm = true;
     steps(*field(), {{u"123456"_s, u"1.234,56 €"_s}, {u"\b"_s, u"123,45 €"_s}, {u","_s, u"123,45 €"_s}});
+}
+
+TEST_F(MoneyFields, KeypadDecimalKeyTypesTheDecimalSeparator)
+{
+    test::ScopedLocale locale(u"de_DE"_s);
+    const auto edit = field();
+    QTest::keyClicks(edit.get(), "12");
+    QTest::keyClick(edit.get(), Qt::Key_Period, Qt::KeypadModifier);
+    EXPECT_EQ(typed(*edit, u"5"_s), u"12,5 €");
+    QTest::keyClick(edit.get(), Qt::Key_Return);
+    EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), 12.5);
+    // The main keyboard's "." stays the German grouping key.
+    edit->selectAll();
+    EXPECT_EQ(typed(*edit, u"1.5"_s), u"15 €");
+}
+
+TEST_F(MoneyFields, ArabicAndPersianKeyboardDigitsAreDigits)
+{
+    test::ScopedLocale locale(u"en_US"_s);
+    const auto edit = field();
+    // Arabic-Indic one and two, Persian three and four, as their keys send them.
+    for (const QChar digit : u"\u0661\u0662\u06F3\u06F4"_s)
+        QTest::sendKeyEvent(QTest::Click, edit.get(), Qt::Key_unknown, QString(digit), Qt::NoModifier);
+    EXPECT_EQ(edit->QLineEdit::text(), u"$1,234");
+    // An input method's commit too.
+    QInputMethodEvent commit;
+    commit.setCommitString(u"\u06F5"_s);
+    QApplication::sendEvent(edit.get(), &commit);
+    EXPECT_EQ(edit->QLineEdit::text(), u"$12,345");
+    QTest::keyClick(edit.get(), Qt::Key_Return);
+    EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), 12345);
 }
 
 TEST(NumberFields, IntegerAndDecimalInLineEdits)

@@ -32,7 +32,13 @@ inline const QString WQDateLocaleKey_ShortWeekDayNameArray = QStringLiteral("NSS
 
 class WQSystemDateSettings {
 public:
-    /// The system's short date pattern (M/d/yy for en_US).
+    /// The system's short date pattern in the form a date field shows and
+    /// reads: day, month and year as numbers in the locale's order, joined by
+    /// one separator (M/d/yy for en_US, yy.M.d for ko_KR's "yy. M. d.",
+    /// d/M/y for Arabic patterns without their direction marks and era).
+    /// A "-" separator, which a date field takes as the step-back key, is
+    /// written "/". WQRegionalSettings::datePattern gives the pattern as the
+    /// locale writes it.
     static QString shortDateFormat();
     /// The system's full date pattern ("EEEE, MMMM d, y" for en_US).
     static QString longDateFormat();

@@ -25,12 +25,13 @@ public:
     explicit WQMoneyFormatter(WQMoneyFormatterDelegate* delegate = nullptr);
     ~WQMoneyFormatter() override;
 
-    /// The system's settings (monetary locale; the decimal separator of
-    /// plain numbers is WQDecimalFormatter::systemDecimalSeparator).
+    /// The system's settings: symbol and patterns from the monetary locale,
+    /// both separators from the numeric one (amounts use the decimal
+    /// separator of plain numbers, WQDecimalFormatter::systemDecimalSeparator).
     static QString systemCurrencySymbol();
-    /// The system's digit grouping separator for amounts.
+    /// The system's digit grouping separator for amounts (numeric locale).
     static QString systemCurrencyThousandsSeparator();
-    /// The system's decimal separator for amounts.
+    /// The system's decimal separator for amounts (numeric locale).
     static QString systemCurrencyDecimalSeparator();
     /// The system's positive currency pattern, in the legacy form ("$" for the symbol).
     static QString systemPositiveCurrencyFormat();

@@ -1,9 +1,13 @@
 #pragma once
 /// \class wq::WQNumberSettings
 /// The user's number and currency conventions, read from ICU for the locale
-/// that the regional settings give the numeric (separators of plain numbers)
-/// and monetary (currency symbol, grouping, patterns) categories. Values are
-/// cached until the regional settings change.
+/// that the regional settings give the numeric category (every separator,
+/// amounts' included) and the monetary category (currency symbol and
+/// patterns). Taking all separators from one category keeps an amount's
+/// decimal and grouping separators apart when the two categories differ.
+/// The separators are those of ASCII digits, the digits the fields write
+/// and read, also where the locale's own digits are others (ar_SA: "." and
+/// ","). Values are cached until the regional settings change.
 
 #include <QString>
 
@@ -21,12 +25,13 @@ public:
 
     /// Currency, monetary locale. Empty when the locale has none.
     static QString currencySymbol();
-    /// Digit grouping separator of amounts.
+    /// Digit grouping separator of amounts, numeric locale; never the same
+    /// as decimalSeparator() (the plain grouping stands in if it would be).
     static QString currencyGroupingSeparator();
-    /// Decimal separator of amounts.
+    /// Decimal separator of amounts, numeric locale.
     static QString currencyDecimalSeparator();
     /// The currency pattern in the legacy form: "$" for the symbol, "-" for
-    /// the sign, no-break spaces as plain blanks. en_US: $#,##0.00 and
+    /// the sign, no-break spaces as plain blanks, no bidirectional marks. en_US: $#,##0.00 and
     /// -$#,##0.00; de_DE: #,##0.00 $ and -#,##0.00 $.
     static QString positiveCurrencyFormat();
     /// The negative currency pattern in the legacy form.
