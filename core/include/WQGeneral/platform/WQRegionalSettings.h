@@ -51,7 +51,7 @@ public:
     /// date only: Short gives M/d/yy for en_US, dd.MM.yy for de_DE.
     static QString datePattern(DateStyle style);
     /// January first / Sunday first, in the time locale, format context.
-    /// Where ICU lacks the locale's language or script (be_BY@latin), the
+    /// Where ICU lacks the locale's language or script (be_BY\@latin), the
     /// C library's names of that locale stand in.
     static QStringList monthNames();
     /// Abbreviated month names, January first.
@@ -62,7 +62,7 @@ public:
     static QStringList shortWeekdayNames();
 
     /// Converts "de_DE.UTF-8@euro", "C", "POSIX" and friends to an ICU name;
-    /// a modifier that names a script stays (sr_RS@latin is sr_Latn_RS).
+    /// a modifier that names a script stays (sr_RS\@latin is sr_Latn_RS).
     static QString icuNameFromPosix(const QString& posixName);
 };
 
