@@ -118,11 +118,18 @@ function(wq_add_layer_library layer export_name)
     foreach(component IN LISTS components object_libraries)
       list(APPEND objects $<TARGET_OBJECTS:${component}>)
     endforeach()
+    # Only what the public headers mark with the export macro leaves the
+    # library; everything else can change without breaking applications.
+    set_target_properties(${components} ${object_libraries} PROPERTIES
+      CXX_VISIBILITY_PRESET hidden
+      VISIBILITY_INLINES_HIDDEN ON)
     add_library(${target} SHARED ${anchor} ${objects})
     set_target_properties(${target} PROPERTIES
       OUTPUT_NAME WQGeneral${export_name}
       VERSION ${PROJECT_VERSION}
-      SOVERSION ${PROJECT_VERSION_MAJOR})
+      SOVERSION ${PROJECT_VERSION_MAJOR}
+      CXX_VISIBILITY_PRESET hidden
+      VISIBILITY_INLINES_HIDDEN ON)
     target_include_directories(${target} PUBLIC
       $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${layer}/include>
       $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/${layer}/include>

@@ -11,6 +11,7 @@
 /// \endverbatim
 /// Its class side (the user's date patterns and names) is WQSystemDateSettings.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 #include <WQGeneral/formatters/WQFormatter.h>
@@ -26,7 +27,7 @@ namespace wq {
 /// \addtogroup dateformatter
 /// @{
 
-class WQDateFormatter : public WQFormatter, public WQSystemDateSettings {
+class WQ_CORE_EXPORT WQDateFormatter : public WQFormatter, public WQSystemDateSettings {
 public:
     /// Where "today" comes from; nullopt when the clock cannot be read.
     using TodayProvider = std::function<std::optional<WQDate>()>;

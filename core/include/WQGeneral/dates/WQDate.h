@@ -13,6 +13,7 @@
 /// (a year past the 64-bit range, a day count past 64 bits) raise
 /// NSRangeException instead of wrapping.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQExceptions.h>
 
 #include <QDateTime>
@@ -29,7 +30,7 @@ namespace wq {
 /// \addtogroup dates
 /// @{
 
-class WQDate {
+class WQ_CORE_EXPORT WQDate {
 public:
     /// 0000-00-00, the "no date" value.
     constexpr WQDate() = default;

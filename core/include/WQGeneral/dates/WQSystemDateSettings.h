@@ -5,6 +5,7 @@
 /// and a few fixed-format conversions of QDateTime values.
 /// WQDateFormatter derives from this class, so its class side reads the same.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <QDateTime>
@@ -30,7 +31,7 @@ inline const QString WQDateLocaleKey_WeekDayNameArray = QStringLiteral("NSWeekDa
 /// Abbreviated weekday names, Sunday first.
 inline const QString WQDateLocaleKey_ShortWeekDayNameArray = QStringLiteral("NSShortWeekDayNameArray");
 
-class WQSystemDateSettings {
+class WQ_CORE_EXPORT WQSystemDateSettings {
 public:
     /// The system's short date pattern (M/d/yy for en_US).
     static QString shortDateFormat();

@@ -5,6 +5,8 @@
 /// and monetary (currency symbol, grouping, patterns) categories. Values are
 /// cached until the regional settings change.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QString>
 
 namespace wq {
@@ -12,7 +14,7 @@ namespace wq {
 /// \addtogroup numbers
 /// @{
 
-class WQNumberSettings {
+class WQ_CORE_EXPORT WQNumberSettings {
 public:
     /// Plain numbers, numeric locale. Empty when the locale has none.
     static QString decimalSeparator();

@@ -10,6 +10,8 @@
 /// every change at once; Cancel puts it back as it was, Done keeps the change
 /// (and saves it when the toolbar autosaves).
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QDialog>
 #include <QPointer>
 #include <QStringList>
@@ -26,7 +28,7 @@ namespace wq {
 class WQToolbar;
 class WQToolbarItemList;
 
-class WQToolbarCustomizationDialog : public QDialog {
+class WQ_WIDGETS_EXPORT WQToolbarCustomizationDialog : public QDialog {
     Q_OBJECT
 public:
     /// What a drag between the two lists carries (see WQToolbarItemList.h).
