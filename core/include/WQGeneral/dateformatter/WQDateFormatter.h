@@ -84,15 +84,17 @@ public:
     /// Date pickers use it for the same keys.
     static std::optional<IncrementStep> incrementStep(const QString& insertedText, bool optionKeyDown);
 
-    /// True when insertedText holds no increment key; otherwise steps the date
-    /// of originalString into *partialString (caret at its end) when that text
-    /// parses, and answers false either way.
-    bool _wq_incrementDecrement(const QString& insertedText, const QString& originalString,
-                                QString* partialString, WQRange* proposedSelectedRange) const;
+protected:
     /// Reads the format into the display flags and the separator; for subclasses that change it.
     void _wq_processFormat();
 
 private:
+    // True when insertedText holds no increment key; otherwise steps the date
+    // of originalString into *partialString (caret at its end) when that text
+    // parses, and answers false either way.
+    bool _wq_incrementDecrement(const QString& insertedText, const QString& originalString,
+                                QString* partialString, WQRange* proposedSelectedRange) const;
+
     /// Everything but decimal digits, the separator and the increment keys.
     struct InvertedCharacterSet {
         char16_t separator = 0;

@@ -147,9 +147,6 @@ public:
     static std::optional<QString> cachedValueForKey(const QString& key);
     /// Keeps a text in the calling thread's cache, making room when it is full.
     static void cacheValue(const QString& value, const QString& key);
-    static qsizetype _wq_textCacheSize();   ///< texts held now
-    /// Renders without reading or growing the cache.
-    QString _wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
 
     /// Reads `text` by the percent directives of `format`; 0000-00-00 when the
     /// text does not match. Names match without regard to case; %y reads 69-99

@@ -43,8 +43,6 @@ public:
     /// The TimeDateFormatString entry holds the month names too; nothing
     /// reads a format from it.
     static QVariantMap systemDefinedDateInformation();
-    /// Drops the cached dictionary; the next request rebuilds it.
-    static void _wq_defaultsChanged(const WQNotification& notification = {});
 
     /// strftime in local time (fractional seconds dropped).
     static QString stringWithFixedFormat(const QString& format, const QDateTime& moment);
@@ -57,6 +55,10 @@ public:
 protected:
     WQSystemDateSettings() = default;
     ~WQSystemDateSettings() = default;
+
+private:
+    // Drops the cached dictionary; the next request rebuilds it.
+    static void _wq_defaultsChanged(const WQNotification& notification);
 };
 
 /// @}

@@ -49,18 +49,6 @@ WQ_CORE_EXPORT void base64AppendEncoding(QString& receiver, QByteArrayView data)
 /// Unbroken, padded Base64 as ASCII bytes, for writers that work in bytes.
 WQ_CORE_EXPORT QByteArray base64EncodedBytes(QByteArrayView data);
 
-/// The code that does the work: vector kernels where the processor has them,
-/// the scalar code otherwise. Every path gives the same results; the choice
-/// is there so that tests and benchmarks can compare them.
-enum class WQBase64Path { Scalar, SSSE3, AVX2, AVX512 };
-/// The widest path this processor runs (chosen at start-up).
-WQ_CORE_EXPORT WQBase64Path _wq_base64BestPath();
-/// The path in force now (for tests and benchmarks).
-WQ_CORE_EXPORT WQBase64Path _wq_base64Path();
-/// Switches the whole process to a path; false, and no change, when the
-/// processor cannot run it.
-WQ_CORE_EXPORT bool _wq_setBase64Path(WQBase64Path path);
-
 /// @}
 
 } // namespace wq
