@@ -44,6 +44,8 @@ function(wq_add_component layer name)
     EXPORT_NAME ${layer}_${name}
     AUTOMOC ON)
   target_compile_options(${target} PRIVATE ${WQ_WARNINGS})
+  # The public headers need C++20: so does whatever includes them.
+  target_compile_features(${target} PUBLIC cxx_std_20)
   string(TOUPPER ${layer} upper)
   target_compile_definitions(${target} PRIVATE WQ_${upper}_BUILDING)
   if(NOT BUILD_SHARED_LIBS)
@@ -129,7 +131,10 @@ function(wq_add_layer_library layer export_name)
       VERSION ${PROJECT_VERSION}
       SOVERSION ${PROJECT_VERSION_MAJOR}
       CXX_VISIBILITY_PRESET hidden
-      VISIBILITY_INLINES_HIDDEN ON)
+      VISIBILITY_INLINES_HIDDEN ON
+      # The layers below are installed beside it: found wherever the prefix is.
+      INSTALL_RPATH "$ORIGIN")
+    target_compile_features(${target} PUBLIC cxx_std_20)
     target_include_directories(${target} PUBLIC
       $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${layer}/include>
       $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/${layer}/include>

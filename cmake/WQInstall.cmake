@@ -65,10 +65,11 @@ file(RELATIVE_PATH pc_to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 function(wq_pkg_config layer name description requires)
   set(pc_libs "-lWQGeneral${name}")
   set(pc_requires "${requires}")
-  set(pc_cflags "")
+  # The headers need C++20, as the CMake targets' compile features say.
+  set(pc_cflags " -std=c++20")
   if(NOT BUILD_SHARED_LIBS)
     string(TOUPPER ${layer} upper)
-    set(pc_cflags " -DWQ_${upper}_STATIC")
+    string(APPEND pc_cflags " -DWQ_${upper}_STATIC")
   endif()
   if(NOT BUILD_SHARED_LIBS)
     # Every archive after the ones that use it (pkg-config drops repeated

@@ -17,4 +17,5 @@ if [ -f "$build"/designer/plugins/designer/libWQGeneralDesignerPlugin.so ]; then
 fi
 # The tool finds its library beside it in the unpacked tree.
 "$root/usr/bin/wq" money format 1 >/dev/null
-bash scripts/consumer-build.sh "$root/usr"
+# The build tree hidden: the unpacked files alone serve the consumer.
+bash scripts/consumer-build.sh "$root/usr" "$build" /usr/share/WQGeneral

@@ -38,9 +38,12 @@ WQ_CORE_EXPORT QString WQLoadTranslations(const QStringList& uiLanguages = QLoca
 /// The language of the installed catalogue, or an empty string.
 WQ_CORE_EXPORT QString WQLoadedTranslationLanguage();
 
-/// The folders searched for catalogues, in order: the build tree's, the one
-/// beside the application (`bin/../share/WQGeneral/translations` beside the executable), the
-/// installed one.
+/// The folders searched for catalogues, in order: the one that belongs to the
+/// library where it is installed (`share/WQGeneral/translations` of its
+/// prefix, found from the library's own location, so a prefix moved or
+/// unpacked elsewhere still finds its catalogues), the build tree's, the one
+/// beside the application (`bin/../share/WQGeneral/translations`), and the
+/// folder of the prefix the library was configured for.
 WQ_CORE_EXPORT QStringList WQTranslationDirectories();
 
 /// @}
