@@ -42,7 +42,7 @@ WQ_CORE_EXPORT void xml_appendTag(QString& receiver, const QString& tag, const Q
 WQ_CORE_EXPORT QString csv_encodedForCSV(const QString& string);
 /// Turns doubled quotation marks back into one; enclosing marks stay.
 WQ_CORE_EXPORT QString csv_decodedFromCSV(const QString& string);
-/// Appends string encoded for CSV as csv_stringEncodedForCSV() does.
+/// Appends string encoded for CSV as csv_encodedForCSV() does.
 WQ_CORE_EXPORT void csv_appendStringEncodedForCSV(QString& receiver, const QString& string);
 
 // --- URL ---------------------------------------------------------------
@@ -51,7 +51,7 @@ WQ_CORE_EXPORT void csv_appendStringEncodedForCSV(QString& receiver, const QStri
 /// in a URL at all. Letters, digits and ! $ & ' ( ) * + , - . / : ; = ? @ _ ~
 /// stay as they are, so values must not carry & = + ? / of their own.
 WQ_CORE_EXPORT QString url_encodedForURL(const QString& string);
-/// Appends string encoded for a URL as url_stringEncodedForURL() does.
+/// Appends string encoded for a URL as url_encodedForURL() does.
 WQ_CORE_EXPORT void url_appendStringEncodedForURL(QString& receiver, const QString& string);
 /// Appends "?" (first) or "&", the escaped name, "=" and the escaped value.
 WQ_CORE_EXPORT void url_appendValue(QString& receiver, const QString& value, const QString& paramName, bool firstParam);

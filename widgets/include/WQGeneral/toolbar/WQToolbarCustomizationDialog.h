@@ -31,7 +31,8 @@ class WQToolbarItemList;
 class WQ_WIDGETS_EXPORT WQToolbarCustomizationDialog : public QDialog {
     Q_OBJECT
 public:
-    /// What a drag between the two lists carries (see WQToolbarItemList.h).
+    /// The MIME type of a drag between the two lists: the dragged rows, their
+    /// item identifiers and the list they come from.
     static const QString kItemMimeType;
 
     /// A dialog for toolbar, window-modal on its window.
