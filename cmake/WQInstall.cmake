@@ -1,11 +1,9 @@
 include(CMakePackageConfigHelpers)
 
-# Shared: the two libraries (runtime) and their development files. Static:
-# the interface targets and every component archive.
-set(layers core)
-if(WQ_BUILD_WIDGETS)
-  list(APPEND layers widgets)
-endif()
+# Shared: each layer's library (runtime) and its development files. Static:
+# the interface targets and every component archive. Every layer made by
+# wq_add_layer_library() is installed.
+get_property(layers GLOBAL PROPERTY WQ_LAYERS)
 set(install_targets)
 foreach(layer IN LISTS layers)
   list(APPEND install_targets wq_${layer})

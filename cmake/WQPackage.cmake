@@ -18,7 +18,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 # Our own libraries are found in the build tree; the packages depend on each
 # other through the component dependencies below.
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR}/core ${CMAKE_BINARY_DIR}/widgets)
+get_property(wq_layers GLOBAL PROPERTY WQ_LAYERS)
+list(TRANSFORM wq_layers PREPEND ${CMAKE_BINARY_DIR}/ OUTPUT_VARIABLE CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 
 # Debian's own files for every package, made once here: the machine-readable
