@@ -32,6 +32,7 @@ test: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS) --timeout 600
 	@bash scripts/consumer-check.sh $(BUILD)
 	@bash scripts/package-check.sh $(BUILD)
+	@bash scripts/licence-check.sh
 	@bash deps/install.sh debian-packages-docs.txt
 	@bash scripts/docs-check.sh $(BUILD)/docs
 

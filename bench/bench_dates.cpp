@@ -9,6 +9,7 @@
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include "WQBenchRecorder.h"
+#include "dates/WQDateTesting.h"
 
 #include <benchmark/benchmark.h>
 #include <date/date.h>
@@ -154,7 +155,7 @@ void renderWQ(benchmark::State& state, const char* pattern, bool cached)
     for (auto _ : state) {
         const WQDate& date = dates[i++ % kRenderDates];
         QString text = cached ? date.descriptionWithCalendarFormat(format, names)
-                              : date._wq_renderWithCalendarFormat(format, names);
+                              : wq::_wq_renderWithCalendarFormat(date, format, names);
         benchmark::DoNotOptimize(text);
     }
 }
@@ -230,7 +231,7 @@ void BM_CacheMillionDates(benchmark::State& state)
         for (qint64 n = 0; n < kMillion; ++n)
             benchmark::DoNotOptimize(WQDate::dateWithDayOfCommonEra(first + n)->descriptionWithCalendarFormat(format, names));
     }
-    state.counters["entries"] = double(WQDate::_wq_textCacheSize());
+    state.counters["entries"] = double(wq::_wq_textCacheSize());
     state.SetItemsProcessed(state.iterations() * kMillion);
 }
 BENCHMARK(BM_CacheMillionDates)->Iterations(1)->Unit(benchmark::kMillisecond);
@@ -243,7 +244,7 @@ void BM_UncachedMillionDates(benchmark::State& state)
     const qint64 first = WQDate(1, 1, 1).dayOfCommonEra();
     for (auto _ : state) {
         for (qint64 n = 0; n < kMillion; ++n)
-            benchmark::DoNotOptimize(WQDate::dateWithDayOfCommonEra(first + n)->_wq_renderWithCalendarFormat(format, names));
+            benchmark::DoNotOptimize(wq::_wq_renderWithCalendarFormat(*WQDate::dateWithDayOfCommonEra(first + n), format, names));
     }
     state.SetItemsProcessed(state.iterations() * kMillion);
 }

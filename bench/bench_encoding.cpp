@@ -8,6 +8,7 @@
 #include <WQGeneral/encoding/WQStringUtilities.h>
 
 #include "WQBenchRecorder.h"
+#include "encoding/WQBase64Testing.h"
 
 #include <benchmark/benchmark.h>
 

@@ -44,6 +44,8 @@ function(wq_add_component layer name)
     EXPORT_NAME ${layer}_${name}
     AUTOMOC ON)
   target_compile_options(${target} PRIVATE ${WQ_WARNINGS})
+  # The public headers need C++20: so does whatever includes them.
+  target_compile_features(${target} PUBLIC cxx_std_20)
   string(TOUPPER ${layer} upper)
   target_compile_definitions(${target} PRIVATE WQ_${upper}_BUILDING)
   if(NOT BUILD_SHARED_LIBS)
@@ -118,11 +120,21 @@ function(wq_add_layer_library layer export_name)
     foreach(component IN LISTS components object_libraries)
       list(APPEND objects $<TARGET_OBJECTS:${component}>)
     endforeach()
+    # Only what the public headers mark with the export macro leaves the
+    # library; everything else can change without breaking applications.
+    set_target_properties(${components} ${object_libraries} PROPERTIES
+      CXX_VISIBILITY_PRESET hidden
+      VISIBILITY_INLINES_HIDDEN ON)
     add_library(${target} SHARED ${anchor} ${objects})
     set_target_properties(${target} PROPERTIES
       OUTPUT_NAME WQGeneral${export_name}
       VERSION ${PROJECT_VERSION}
-      SOVERSION ${PROJECT_VERSION_MAJOR})
+      SOVERSION ${PROJECT_VERSION_MAJOR}
+      CXX_VISIBILITY_PRESET hidden
+      VISIBILITY_INLINES_HIDDEN ON
+      # The layers below are installed beside it: found wherever the prefix is.
+      INSTALL_RPATH "$ORIGIN")
+    target_compile_features(${target} PUBLIC cxx_std_20)
     target_include_directories(${target} PUBLIC
       $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${layer}/include>
       $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/${layer}/include>
@@ -137,4 +149,5 @@ function(wq_add_layer_library layer export_name)
   endif()
   add_library(WQGeneral::${export_name} ALIAS ${target})
   set_target_properties(${target} PROPERTIES EXPORT_NAME ${export_name})
+  set_property(GLOBAL APPEND PROPERTY WQ_LAYERS ${layer})
 endfunction()

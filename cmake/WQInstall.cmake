@@ -1,11 +1,9 @@
 include(CMakePackageConfigHelpers)
 
-# Shared: the two libraries (runtime) and their development files. Static:
-# the interface targets and every component archive.
-set(layers core)
-if(WQ_BUILD_WIDGETS)
-  list(APPEND layers widgets)
-endif()
+# Shared: each layer's library (runtime) and its development files. Static:
+# the interface targets and every component archive. Every layer made by
+# wq_add_layer_library() is installed.
+get_property(layers GLOBAL PROPERTY WQ_LAYERS)
 set(install_targets)
 foreach(layer IN LISTS layers)
   list(APPEND install_targets wq_${layer})
@@ -65,10 +63,11 @@ file(RELATIVE_PATH pc_to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 function(wq_pkg_config layer name description requires)
   set(pc_libs "-lWQGeneral${name}")
   set(pc_requires "${requires}")
-  set(pc_cflags "")
+  # The headers need C++20, as the CMake targets' compile features say.
+  set(pc_cflags " -std=c++20")
   if(NOT BUILD_SHARED_LIBS)
     string(TOUPPER ${layer} upper)
-    set(pc_cflags " -DWQ_${upper}_STATIC")
+    string(APPEND pc_cflags " -DWQ_${upper}_STATIC")
   endif()
   if(NOT BUILD_SHARED_LIBS)
     # Every archive after the ones that use it (pkg-config drops repeated

@@ -1,6 +1,7 @@
 // The lenient Base64 decoder on arbitrary text, the encoder round trip, and
 // every vector path against the scalar one.
 #include "FuzzInput.h"
+#include "encoding/WQBase64Testing.h"
 
 #include <WQGeneral/encoding/WQBase64.h>
 

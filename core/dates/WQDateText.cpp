@@ -6,6 +6,7 @@
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 
 #include "WQDateNumbers.h"
+#include "WQDateTesting.h"
 #include "WQDateTextCache.h"
 
 #include <QHash>
@@ -403,14 +404,15 @@ void WQDate::cacheValue(const QString& value, const QString& key)
     cache.insert(cache.keyFor(date, parsed->format, parsed->locale), value);
 }
 
-qsizetype WQDate::_wq_textCacheSize()
+qsizetype _wq_textCacheSize()
 {
     return textCache().size();
 }
 
-QString WQDate::_wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const
+QString _wq_renderWithCalendarFormat(const WQDate& date, const QString& format,
+                                     const std::optional<QVariantMap>& locale)
 {
-    return render(*this, format, locale ? &*locale : nullptr);
+    return render(date, format, locale ? &*locale : nullptr);
 }
 
 QString WQDate::descriptionWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const

@@ -2,6 +2,7 @@
 #include <WQGeneral/platform/WQExceptions.h>
 
 #include "WQBase64Kernels.h"
+#include "WQBase64Testing.h"
 
 #include <array>
 #include <atomic>

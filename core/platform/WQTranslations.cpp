@@ -12,6 +12,8 @@
 
 #include <atomic>
 
+#include <dlfcn.h>
+
 namespace wq {
 namespace {
 
@@ -115,6 +117,18 @@ Loader* loaderOnAppThread()
     return gLoader;
 }
 
+// The folder of the file that holds this code: the shared library wherever it
+// was installed or unpacked (an application linking the static archives
+// finds its folder beside the application instead).
+QString codeDirectory()
+{
+    Dl_info info{};
+    if (!dladdr(reinterpret_cast<const void*>(&WQTranslationDirectories), &info) || !info.dli_fname
+        || !*info.dli_fname)
+        return {};
+    return QFileInfo(QFile::decodeName(info.dli_fname)).absolutePath();
+}
+
 } // namespace
 
 void WQSetAutomaticTranslationsEnabled(bool enabled)
@@ -147,6 +161,10 @@ QString WQLoadedTranslationLanguage()
 QStringList WQTranslationDirectories()
 {
     QStringList directories;
+#ifdef WQ_LIBRARY_TO_TRANSLATIONS_DIR
+    if (const QString library = codeDirectory(); !library.isEmpty())
+        directories << QDir::cleanPath(library + QStringLiteral("/" WQ_LIBRARY_TO_TRANSLATIONS_DIR));
+#endif
 #ifdef WQ_BUILD_TRANSLATIONS_DIR
     directories << QStringLiteral(WQ_BUILD_TRANSLATIONS_DIR);
 #endif

@@ -5,6 +5,7 @@
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 
+#include "WQDateTesting.h"
 #include "WQDateTextCache.h"
 
 #include <gtest/gtest.h>
@@ -16,6 +17,8 @@
 #include <thread>
 #include <vector>
 
+using wq::_wq_renderWithCalendarFormat;
+using wq::_wq_textCacheSize;
 using wq::WQDate;
 using wq::WQDateTextCache;
 
@@ -108,11 +111,11 @@ TEST(DateTextCache, RenderingStaysBoundedAndRight)
     for (qint64 n = 0; n < 30000; ++n) {
         const WQDate date = *WQDate::dateWithDayOfCommonEra(first.dayOfCommonEra() + n);
         ASSERT_EQ(date.descriptionWithCalendarFormat(format, std::nullopt),
-                  date._wq_renderWithCalendarFormat(format, std::nullopt));
+                  _wq_renderWithCalendarFormat(date, format, std::nullopt));
     }
     // (Keys planted by hand are held apart, a few at most here.)
-    EXPECT_LE(WQDate::_wq_textCacheSize(), 8192 + 16);
-    EXPECT_GE(WQDate::_wq_textCacheSize(), 8192);
+    EXPECT_LE(_wq_textCacheSize(), 8192 + 16);
+    EXPECT_GE(_wq_textCacheSize(), 8192);
     // The most recent dates are still there; the first ones have gone.
     const WQDate last = *WQDate::dateWithDayOfCommonEra(first.dayOfCommonEra() + 29999);
     EXPECT_TRUE(WQDate::cachedValueForKey(last.cacheKeyForFormat(format, std::nullopt)));
@@ -156,7 +159,7 @@ TEST(DateTextCache, SeveralThreadsRenderAtOnce)
                 const WQDate date(2000 + generator.bounded(40), 1 + generator.bounded(12), 1 + generator.bounded(28));
                 const QString& format = formats[generator.bounded(3)];
                 const std::optional<QVariantMap> locale = generator.bounded(2) ? std::optional(names) : std::nullopt;
-                if (date.descriptionWithCalendarFormat(format, locale) != date._wq_renderWithCalendarFormat(format, locale))
+                if (date.descriptionWithCalendarFormat(format, locale) != _wq_renderWithCalendarFormat(date, format, locale))
                     ++wrong[std::size_t(t)];
             }
         });
@@ -181,7 +184,7 @@ TEST(DateTextCache, FormatsNumberedAfreshInAnotherThreadNeverAnswerOldTexts)
     const auto wrongIn = [&](const std::vector<QString>& formats) {
         int wrong = 0;
         for (const QString& format : formats)
-            wrong += date.descriptionWithCalendarFormat(format, std::nullopt) != date._wq_renderWithCalendarFormat(format, std::nullopt);
+            wrong += date.descriptionWithCalendarFormat(format, std::nullopt) != _wq_renderWithCalendarFormat(date, format, std::nullopt);
         return wrong;
     };
     const std::vector<QString> mine = batch("here"), theirs = batch("there");

@@ -4,6 +4,7 @@
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 
 #include "DateTesting.h"
+#include "WQDateTesting.h"
 #include "WQTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -110,7 +111,7 @@ TEST(DateText, CacheKeysAndRepeats)
     WQDate::cacheValue("planted", planted);
     EXPECT_EQ(WQDate::cachedValueForKey(planted), QString("planted"));
     EXPECT_EQ(unusual.descriptionWithCalendarFormat("%Y/%m/%d", names), "planted");
-    EXPECT_EQ(unusual._wq_renderWithCalendarFormat("%Y/%m/%d", names), "1777/07/17");
+    EXPECT_EQ(wq::_wq_renderWithCalendarFormat(unusual, "%Y/%m/%d", names), "1777/07/17");
 
     EXPECT_EQ(date.descriptionWithCalendarFormat("%A %B", names), "Friday December");
     EXPECT_EQ(WQDate::cachedValueForKey(date.cacheKeyForFormat("%A %B", names)), QString("Friday December"));

@@ -49,8 +49,6 @@ TEST(SystemDateSettings, LocaleDictionaryIsSharedUntilTheLocaleChanges)
     wq::WQRegionalSettings::setLocale(wq::WQRegionalSettings::Category::Time, "fr_FR");
     const QVariantMap french = WQSystemDateSettings::systemDefinedDateInformation();
     EXPECT_EQ(french.value(wq::WQDateLocaleKey_MonthNameArray).toStringList().front(), "janvier");
-    WQSystemDateSettings::_wq_defaultsChanged();
-    EXPECT_FALSE(WQSystemDateSettings::systemDefinedDateInformation().isSharedWith(french));
 }
 
 TEST(SystemDateSettings, FixedFormatsInLocalTime)

@@ -4,6 +4,8 @@
 
 #include <WQGeneral/encoding/WQBase64.h>
 
+#include "WQBase64Testing.h"
+
 #include <gtest/gtest.h>
 
 #include <QRandomGenerator>

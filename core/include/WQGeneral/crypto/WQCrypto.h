@@ -4,6 +4,8 @@
 /// of the encrypted documents (PBKDF2-HMAC-SHA1) and AES-128-CBC with PKCS #7
 /// padding. "Nothing" answers (std::nullopt) mean the cipher refused.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
@@ -18,7 +20,7 @@ namespace wq {
 /// @{
 
 /// A 16-byte AES-128 key that wipes itself when it goes (every copy too).
-class WQAESKey {
+class WQ_CORE_EXPORT WQAESKey {
 public:
     /// Bytes in a key.
     static constexpr qsizetype kLength = 16;
@@ -39,7 +41,7 @@ public:
     /// The 16 key bytes for cipher calls; valid as long as the key lives.
     const std::uint8_t* data() const { return _wq_bytes.data(); }
 
-    friend bool operator==(const WQAESKey& a, const WQAESKey& b);
+    friend WQ_CORE_EXPORT bool operator==(const WQAESKey& a, const WQAESKey& b);
 
 private:
     std::array<std::uint8_t, kLength> _wq_bytes{};
@@ -47,31 +49,31 @@ private:
 };
 
 /// length bytes from the cryptographic generator.
-QByteArray randomDataOfLength(std::uint8_t length);
+WQ_CORE_EXPORT QByteArray randomDataOfLength(std::uint8_t length);
 
 /// AES-128-CBC with PKCS #7 padding; the first 16 bytes of key and iv are
 /// used. Nothing when key or iv is shorter than 16 bytes.
-std::optional<QByteArray> AES128EncryptWithDerivedKey(QByteArrayView data, QByteArrayView key, QByteArrayView iv);
+WQ_CORE_EXPORT std::optional<QByteArray> AES128EncryptWithDerivedKey(QByteArrayView data, QByteArrayView key, QByteArrayView iv);
 /// The reverse; nothing on a padding error (usually a wrong key or damaged data).
-std::optional<QByteArray> AES128DecryptWithDerivedKey(QByteArrayView data, QByteArrayView key, QByteArrayView iv);
+WQ_CORE_EXPORT std::optional<QByteArray> AES128DecryptWithDerivedKey(QByteArrayView data, QByteArrayView key, QByteArrayView iv);
 /// The same with the key derived from password and salt; the key is wiped afterwards.
-std::optional<QByteArray> AES128EncryptWithPassword(QByteArrayView data, const QString& password, QByteArrayView salt,
-                                                    QByteArrayView iv);
+WQ_CORE_EXPORT std::optional<QByteArray> AES128EncryptWithPassword(QByteArrayView data, const QString& password, QByteArrayView salt,
+                                                                   QByteArrayView iv);
 /// Decrypts with the key derived from password and salt; nothing on a padding error.
-std::optional<QByteArray> AES128DecryptWithPassword(QByteArrayView data, const QString& password, QByteArrayView salt,
-                                                    QByteArrayView iv);
+WQ_CORE_EXPORT std::optional<QByteArray> AES128DecryptWithPassword(QByteArrayView data, const QString& password, QByteArrayView salt,
+                                                                   QByteArrayView iv);
 
 /// The 20-byte SHA-1 digest; nothing for data longer than 4,294,967,295 bytes.
-std::optional<QByteArray> SHA1Hash(QByteArrayView data);
+WQ_CORE_EXPORT std::optional<QByteArray> SHA1Hash(QByteArrayView data);
 
 /// HMAC-SHA1 keyed with the FIRST argument over the SECOND. The names read
 /// the other way round, but stored values were made in this order.
-QByteArray HMAC_SHA1WithKey(QByteArrayView receiver, QByteArrayView key);
+WQ_CORE_EXPORT QByteArray HMAC_SHA1WithKey(QByteArrayView receiver, QByteArrayView key);
 
 /// PBKDF2-HMAC-SHA1, 1000 iterations, 16 bytes. The password enters as its
 /// UTF-8 bytes cut to as many bytes as it has UTF-16 units: the same for
 /// ASCII, shorter otherwise. Envelopes already written depend on that cut.
-WQAESKey pkcs_pbkdf2_derive_aes128_key_with_salt(const QString& password, QByteArrayView salt);
+WQ_CORE_EXPORT WQAESKey pkcs_pbkdf2_derive_aes128_key_with_salt(const QString& password, QByteArrayView salt);
 
 /// @}
 

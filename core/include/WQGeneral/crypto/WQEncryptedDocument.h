@@ -26,6 +26,7 @@
 /// kWQMaximumIterationCount. Its peak memory stays within about three times
 /// the envelope's size.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/crypto/WQCrypto.h>
 
 #include <QByteArray>
@@ -55,21 +56,21 @@ inline constexpr qsizetype kWQDefaultMaximumEnvelopeSize = qsizetype(64) * 1024 
 inline constexpr qsizetype kWQMaximumSaltLength = 256;
 
 /// The classic envelope with a fresh random salt (8 to 16 bytes) and IV.
-QString xml_encryptDocumentWithPassword(const QString& document, const QString& password);
+WQ_CORE_EXPORT QString xml_encryptDocumentWithPassword(const QString& document, const QString& password);
 /// The same over the document's UTF-8 bytes; the envelope comes back as its
 /// UTF-8 bytes, equal to xml_encryptDocumentWithPassword(...).toUtf8() but
 /// without a text copy of either.
-QByteArray xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password);
+WQ_CORE_EXPORT QByteArray xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password);
 /// The classic envelope with a key the caller derived from salt; the salt is
 /// only recorded. The cipher value ends after the IV when the key or IV is
 /// shorter than 16 bytes.
-QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, QByteArrayView salt, QByteArrayView iv);
+WQ_CORE_EXPORT QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, QByteArrayView salt, QByteArrayView iv);
 /// The authenticated envelope: 16-byte salt, 12-byte IV, 16-byte tag.
-QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, const QString& password,
-                                                     std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
+WQ_CORE_EXPORT QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, const QString& password,
+                                                                    std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
 /// The authenticated envelope over the document's UTF-8 bytes, answered as UTF-8 bytes.
-QByteArray xml_encryptDocumentUTF8AuthenticatedWithPassword(QByteArrayView document, const QString& password,
-                                                            std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
+WQ_CORE_EXPORT QByteArray xml_encryptDocumentUTF8AuthenticatedWithPassword(QByteArrayView document, const QString& password,
+                                                                           std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
 
 /// Why an envelope could not be read or opened.
 enum class WQEnvelopeError {
@@ -82,16 +83,16 @@ enum class WQEnvelopeError {
 };
 
 /// Bounds a reader keeps to, so that a hostile envelope cannot exhaust memory.
-struct WQEnvelopeLimits {
+struct WQ_CORE_EXPORT WQEnvelopeLimits {
     /// Envelopes with more bytes of UTF-8 are refused before they are read.
     qsizetype maximumSize = kWQDefaultMaximumEnvelopeSize;
 };
 
 /// A sentence for the user.
-QString WQEnvelopeErrorDescription(WQEnvelopeError error);
+WQ_CORE_EXPORT QString WQEnvelopeErrorDescription(WQEnvelopeError error);
 
 /// What an envelope declares, read without decrypting it.
-struct WQEnvelopeInfo {
+struct WQ_CORE_EXPORT WQEnvelopeInfo {
     /// None when the envelope was read; otherwise why not.
     WQEnvelopeError error = WQEnvelopeError::NotAnEnvelope;
     QString encryptionAlgorithm;       ///< the URIs as written
@@ -121,13 +122,13 @@ enum class WQEnvelopeDetail {
 };
 
 /// Reads an envelope without decrypting it.
-WQEnvelopeInfo xml_inspectEnvelope(const QString& envelope, const WQEnvelopeLimits& limits = {});
+WQ_CORE_EXPORT WQEnvelopeInfo xml_inspectEnvelope(const QString& envelope, const WQEnvelopeLimits& limits = {});
 /// Reads an envelope held as UTF-8 bytes without decrypting it; Structure skips the cipher value.
-WQEnvelopeInfo xml_inspectEnvelopeUTF8(QByteArrayView envelope, const WQEnvelopeLimits& limits = {},
-                                       WQEnvelopeDetail detail = WQEnvelopeDetail::Everything);
+WQ_CORE_EXPORT WQEnvelopeInfo xml_inspectEnvelopeUTF8(QByteArrayView envelope, const WQEnvelopeLimits& limits = {},
+                                                      WQEnvelopeDetail detail = WQEnvelopeDetail::Everything);
 
 /// The outcome of opening an envelope held as text.
-struct WQDecryptedDocument {
+struct WQ_CORE_EXPORT WQDecryptedDocument {
     /// None when the document was opened; otherwise why not.
     WQEnvelopeError error = WQEnvelopeError::NotAnEnvelope;
     QString document;                  ///< empty unless error is None
@@ -138,11 +139,11 @@ struct WQDecryptedDocument {
 
 /// A classic envelope opens only to a well-formed XML document; an
 /// authenticated one to whatever UTF-8 text was sealed in it.
-WQDecryptedDocument xml_decryptDocumentWithPassword(const QString& envelope, const QString& password,
-                                                    const WQEnvelopeLimits& limits = {});
+WQ_CORE_EXPORT WQDecryptedDocument xml_decryptDocumentWithPassword(const QString& envelope, const QString& password,
+                                                                   const WQEnvelopeLimits& limits = {});
 
 /// The outcome of opening an envelope held as UTF-8 bytes.
-struct WQDecryptedDocumentUTF8 {
+struct WQ_CORE_EXPORT WQDecryptedDocumentUTF8 {
     /// None when the document was opened; otherwise why not.
     WQEnvelopeError error = WQEnvelopeError::NotAnEnvelope;
     QByteArray document;               ///< UTF-8; empty unless error is None
@@ -152,8 +153,8 @@ struct WQDecryptedDocumentUTF8 {
 };
 
 /// The same over the envelope's UTF-8 bytes, answering the document's.
-WQDecryptedDocumentUTF8 xml_decryptDocumentUTF8WithPassword(QByteArrayView envelope, const QString& password,
-                                                            const WQEnvelopeLimits& limits = {});
+WQ_CORE_EXPORT WQDecryptedDocumentUTF8 xml_decryptDocumentUTF8WithPassword(QByteArrayView envelope, const QString& password,
+                                                                           const WQEnvelopeLimits& limits = {});
 
 /// @}
 

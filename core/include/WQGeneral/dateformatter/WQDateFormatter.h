@@ -11,6 +11,7 @@
 /// \endverbatim
 /// Its class side (the user's date patterns and names) is WQSystemDateSettings.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 #include <WQGeneral/formatters/WQFormatter.h>
@@ -26,7 +27,7 @@ namespace wq {
 /// \addtogroup dateformatter
 /// @{
 
-class WQDateFormatter : public WQFormatter, public WQSystemDateSettings {
+class WQ_CORE_EXPORT WQDateFormatter : public WQFormatter, public WQSystemDateSettings {
 public:
     /// Where "today" comes from; nullopt when the clock cannot be read.
     using TodayProvider = std::function<std::optional<WQDate>()>;
@@ -83,15 +84,17 @@ public:
     /// Date pickers use it for the same keys.
     static std::optional<IncrementStep> incrementStep(const QString& insertedText, bool optionKeyDown);
 
-    /// True when insertedText holds no increment key; otherwise steps the date
-    /// of originalString into *partialString (caret at its end) when that text
-    /// parses, and answers false either way.
-    bool _wq_incrementDecrement(const QString& insertedText, const QString& originalString,
-                                QString* partialString, WQRange* proposedSelectedRange) const;
+protected:
     /// Reads the format into the display flags and the separator; for subclasses that change it.
     void _wq_processFormat();
 
 private:
+    // True when insertedText holds no increment key; otherwise steps the date
+    // of originalString into *partialString (caret at its end) when that text
+    // parses, and answers false either way.
+    bool _wq_incrementDecrement(const QString& insertedText, const QString& originalString,
+                                QString* partialString, WQRange* proposedSelectedRange) const;
+
     /// Everything but decimal digits, the separator and the increment keys.
     struct InvertedCharacterSet {
         char16_t separator = 0;

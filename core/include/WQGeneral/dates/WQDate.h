@@ -13,6 +13,7 @@
 /// (a year past the 64-bit range, a day count past 64 bits) raise
 /// NSRangeException instead of wrapping.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQExceptions.h>
 
 #include <QDateTime>
@@ -29,7 +30,7 @@ namespace wq {
 /// \addtogroup dates
 /// @{
 
-class WQDate {
+class WQ_CORE_EXPORT WQDate {
 public:
     /// 0000-00-00, the "no date" value.
     constexpr WQDate() = default;
@@ -146,9 +147,6 @@ public:
     static std::optional<QString> cachedValueForKey(const QString& key);
     /// Keeps a text in the calling thread's cache, making room when it is full.
     static void cacheValue(const QString& value, const QString& key);
-    static qsizetype _wq_textCacheSize();   ///< texts held now
-    /// Renders without reading or growing the cache.
-    QString _wq_renderWithCalendarFormat(const QString& format, const std::optional<QVariantMap>& locale) const;
 
     /// Reads `text` by the percent directives of `format`; 0000-00-00 when the
     /// text does not match. Names match without regard to case; %y reads 69-99
@@ -170,13 +168,34 @@ public:
     QDateTime nsDate() const;
 
     // --- fixed storage layouts ----------------------------------------------
-    QString optimizedStringTovanaFormat() const;                 ///< MM/DD/YYYY
-    /// Reads MM/DD/YYYY exactly; nullopt for anything else.
+    /// MM/DD/YYYY: month and day zero-padded to two digits, the year to four
+    /// (more when it has them; a negative year keeps its sign within the four).
+    QString optimizedStringTovanaFormat() const;
+    /// Reads MM/DD/YYYY by character position, not by pattern, as the files of
+    /// older versions need: nullopt only for a text shorter than 10 units. The
+    /// month is read from units 0-1, the day from 3-4 and the year from unit 6
+    /// to the end, each as the C library's atoi reads a number (leading white
+    /// space, a sign, the leading ASCII digits, 0 without any; what follows is
+    /// ignored); units 2 and 5 are not looked at. So "12-31-1999" and
+    /// " 3/ 5/ 2024 and more" read too, and "xx/yy/zzzz" reads as 0000-00-00.
+    /// The year is cut to 32 bits, month and day to 8 bits, and the fields
+    /// are then normalised as the constructor does ("13/01/2024" is 2025-01-01).
     static std::optional<WQDate> optimizedDateWithStringTovanaFormat(const QString& text);
-    QString optimizedStringXMLFormat() const;                    ///< YYYY-MM-DD
-    /// Reads YYYY-MM-DD exactly; nullopt for anything else.
+    /// YYYY-MM-DD: the year zero-padded to four digits (more when it has them;
+    /// a negative year keeps its sign within the four), month and day to two.
+    QString optimizedStringXMLFormat() const;
+    /// Reads YYYY-MM-DD by character position, not by pattern: nullopt only for
+    /// a text shorter than 10 units. The year is read from units 0-3, the month
+    /// from 5-6 and the day from 8-9, each as atoi reads a number (as
+    /// optimizedDateWithStringTovanaFormat() does); units 4 and 7 and all after
+    /// unit 9 are not looked at, so "2024x03y05 and more" is 2024-03-05 and
+    /// "2024-03-05T10:00:00" reads its date. Fields are cut and normalised as
+    /// there. Only a year of four characters reads back what
+    /// optimizedStringXMLFormat() wrote: a longer one shifts every field.
     static std::optional<WQDate> optimizedDateWithStringXMLFormat(const QString& text);
-    /// Reads YYYY-MM-DD from a NUL-terminated C string; nullopt for anything else or nullptr.
+    /// The same positions in a NUL-terminated C string, read no further than
+    /// its terminator: nullopt only for nullptr or an empty string; a shorter
+    /// text reads the fields it reaches ("2024" is 2024-00-00, "x" 0000-00-00).
     static std::optional<WQDate> optimizedDateWithCStringXMLFormat(const char* text);
 
 private:

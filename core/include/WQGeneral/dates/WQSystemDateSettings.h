@@ -5,6 +5,7 @@
 /// and a few fixed-format conversions of QDateTime values.
 /// WQDateFormatter derives from this class, so its class side reads the same.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <QDateTime>
@@ -30,7 +31,7 @@ inline const QString WQDateLocaleKey_WeekDayNameArray = QStringLiteral("NSWeekDa
 /// Abbreviated weekday names, Sunday first.
 inline const QString WQDateLocaleKey_ShortWeekDayNameArray = QStringLiteral("NSShortWeekDayNameArray");
 
-class WQSystemDateSettings {
+class WQ_CORE_EXPORT WQSystemDateSettings {
 public:
     /// The system's short date pattern in the form a date field shows and
     /// reads: day, month and year as numbers in the locale's order, joined by
@@ -48,8 +49,6 @@ public:
     /// The TimeDateFormatString entry holds the month names too; nothing
     /// reads a format from it.
     static QVariantMap systemDefinedDateInformation();
-    /// Drops the cached dictionary; the next request rebuilds it.
-    static void _wq_defaultsChanged(const WQNotification& notification = {});
 
     /// strftime in local time (fractional seconds dropped).
     static QString stringWithFixedFormat(const QString& format, const QDateTime& moment);
@@ -62,6 +61,10 @@ public:
 protected:
     WQSystemDateSettings() = default;
     ~WQSystemDateSettings() = default;
+
+private:
+    // Drops the cached dictionary; the next request rebuilds it.
+    static void _wq_defaultsChanged(const WQNotification& notification);
 };
 
 /// @}

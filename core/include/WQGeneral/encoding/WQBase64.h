@@ -6,6 +6,8 @@
 /// and strict about where it stops (the first "="); a last group without
 /// padding is dropped. Stored files depend on both, so both are kept.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
@@ -20,15 +22,15 @@ namespace wq {
 /// @{
 
 /// True exactly for the 64 alphabet characters ("=" is not one of them).
-bool isCharacterPartOfBase64Encoding(std::int8_t character);
+WQ_CORE_EXPORT bool isCharacterPartOfBase64Encoding(std::int8_t character);
 
 /// Decodes text. Allocation failures raise NSInternalInconsistencyException
 /// (WQGeneral/platform/WQExceptions.h). Nothing for a null or empty text; an empty buffer for text
 /// that is not all ASCII.
-std::optional<QByteArray> dataWithBase64EncodedString(QStringView string);
+WQ_CORE_EXPORT std::optional<QByteArray> dataWithBase64EncodedString(QStringView string);
 /// The same over text already held as bytes (bytes above 127 count as
 /// non-ASCII text).
-std::optional<QByteArray> dataWithBase64EncodedString(QByteArrayView ascii);
+WQ_CORE_EXPORT std::optional<QByteArray> dataWithBase64EncodedString(QByteArrayView ascii);
 
 /// Which encoder base64EncodingWithLineLength() uses.
 enum class WQBase64Encoder {
@@ -38,26 +40,14 @@ enum class WQBase64Encoder {
 
 /// Unbroken, padded Base64 text. The line length is accepted and ignored, as
 /// the built-in encoder has always done; every caller relies on that.
-QString base64EncodingWithLineLength(QByteArrayView data, std::uint32_t lineLength = 0);
+WQ_CORE_EXPORT QString base64EncodingWithLineLength(QByteArrayView data, std::uint32_t lineLength = 0);
 /// Chooses the encoder: the own encoder honours lineLength (0 = no breaks);
 /// lines then hold the smallest multiple of 4 characters not below it.
-QString base64EncodingWithLineLength(QByteArrayView data, std::uint32_t lineLength, WQBase64Encoder encoder);
+WQ_CORE_EXPORT QString base64EncodingWithLineLength(QByteArrayView data, std::uint32_t lineLength, WQBase64Encoder encoder);
 /// Appends the unbroken, padded text to receiver without a temporary string.
-void base64AppendEncoding(QString& receiver, QByteArrayView data);
+WQ_CORE_EXPORT void base64AppendEncoding(QString& receiver, QByteArrayView data);
 /// Unbroken, padded Base64 as ASCII bytes, for writers that work in bytes.
-QByteArray base64EncodedBytes(QByteArrayView data);
-
-/// The code that does the work: vector kernels where the processor has them,
-/// the scalar code otherwise. Every path gives the same results; the choice
-/// is there so that tests and benchmarks can compare them.
-enum class WQBase64Path { Scalar, SSSE3, AVX2, AVX512 };
-/// The widest path this processor runs (chosen at start-up).
-WQBase64Path _wq_base64BestPath();
-/// The path in force now (for tests and benchmarks).
-WQBase64Path _wq_base64Path();
-/// Switches the whole process to a path; false, and no change, when the
-/// processor cannot run it.
-bool _wq_setBase64Path(WQBase64Path path);
+WQ_CORE_EXPORT QByteArray base64EncodedBytes(QByteArrayView data);
 
 /// @}
 

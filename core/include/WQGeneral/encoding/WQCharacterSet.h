@@ -3,6 +3,8 @@
 /// A set of Unicode code points, kept as sorted, disjoint ranges, with a
 /// bitmap for ASCII so the common lookups cost one test.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QStringView>
 
 #include <array>
@@ -15,7 +17,7 @@ namespace wq {
 /// \addtogroup encoding
 /// @{
 
-class WQCharacterSet {
+class WQ_CORE_EXPORT WQCharacterSet {
 public:
     WQCharacterSet() = default;
 

@@ -2,6 +2,8 @@
 /// \file
 /// Choosing a file location that overwrites nothing, and making folders.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QFileDevice>
 #include <QString>
 #include <QUrl>
@@ -18,18 +20,18 @@ namespace wq {
 /// folder, or not writable is replaced by the user's desktop. Nothing is
 /// created: two calls before either file is written answer the same location.
 /// When every numbered name up to 499 exists, name-499 is answered anyway.
-QUrl WQUniqueFileURLWithBasePathFileNameAndExtension(const QString& basePath, const QString& fileName,
-                                                     const QString& extension);
+WQ_CORE_EXPORT QUrl WQUniqueFileURLWithBasePathFileNameAndExtension(const QString& basePath, const QString& fileName,
+                                                                    const QString& extension);
 
 /// The user's desktop folder: the desktop location the session announces, else
 /// the home folder's Desktop.
-QString WQDesktopFolderPath();
+WQ_CORE_EXPORT QString WQDesktopFolderPath();
 
 /// Creates the folder and every missing parent, each with the given permissions
 /// when some are given. True also when the folder already exists; false for a
 /// null or empty path, without touching the file system.
-bool createAllDirectoriesAtPath(const QString& path,
-                                std::optional<QFileDevice::Permissions> attributes = std::nullopt);
+WQ_CORE_EXPORT bool createAllDirectoriesAtPath(const QString& path,
+                                               std::optional<QFileDevice::Permissions> attributes = std::nullopt);
 
 /// @}
 

@@ -3,6 +3,7 @@
 /// The entry formatter contract: what a text field asks of the formatter
 /// attached to it. The widgets layer's WQLineEdit drives any WQFormatter.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 #include <WQGeneral/platform/WQTypes.h>
@@ -21,7 +22,7 @@ namespace wq {
 /// whose display of the same value has changed (a new date order, say).
 inline const QString kWQNotif_FormatterChanged = QStringLiteral("kWQNotif_FormatterChanged");
 
-class WQFormatter : public WQNotificationSender {
+class WQ_CORE_EXPORT WQFormatter : public WQNotificationSender {
 public:
     ~WQFormatter() override = default;
 

@@ -9,6 +9,7 @@
 /// Code that drives a formatter itself (a field, the wq tool, a test) states
 /// the edit with a WQEditScope around the call.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQTypes.h>
 
 #include <QString>
@@ -23,7 +24,7 @@ namespace wq {
 class WQFormatter;
 
 /// The key event being handled while an edit is judged.
-struct WQEditEvent {
+struct WQ_CORE_EXPORT WQEditEvent {
     /// Whether a key is being handled.
     enum class Type { None, KeyDown };
     static constexpr char16_t DeleteCharacter = 127; ///< Backspace here
@@ -43,7 +44,7 @@ struct WQEditEvent {
 /// The text editor of the field being edited: its selection can be read and
 /// set. While an edit is judged, its string is still the text from before the
 /// edit: the proposal is the formatter's to accept.
-class WQFieldEditor {
+class WQ_CORE_EXPORT WQFieldEditor {
 public:
     virtual ~WQFieldEditor() = default;
     /// The editor's selection (UTF-16 positions).
@@ -54,7 +55,7 @@ public:
     virtual QString string() const = 0;
 };
 
-class WQToolkit {
+class WQ_CORE_EXPORT WQToolkit {
 public:
     virtual ~WQToolkit() = default;
 
@@ -86,7 +87,7 @@ public:
 /// States one edit for the formatter calls inside its scope: the toolkit then
 /// answers this event and editor and keeps the verdict; calculator requests go
 /// on to the toolkit the scope covers. Scopes nest.
-class WQEditScope final : private WQToolkit {
+class WQ_CORE_EXPORT WQEditScope final : private WQToolkit {
 public:
     /// States event and editor (which may be nullptr) for the calls made while the scope lives.
     explicit WQEditScope(WQEditEvent event, WQFieldEditor* editor = nullptr);

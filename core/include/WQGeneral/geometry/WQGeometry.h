@@ -5,13 +5,15 @@
 /// origin is its bottom-left corner. QRectF is not used for this because its
 /// top() is its origin, the opposite corner.
 
+#include <WQGeneral/WQCoreExport.h>
+
 namespace wq {
 
 /// \addtogroup geometry
 /// @{
 
 /// A point with y growing upwards.
-struct WQPoint {
+struct WQ_CORE_EXPORT WQPoint {
     /// Horizontal position.
     double x = 0;
     /// Vertical position, growing upwards.
@@ -20,7 +22,7 @@ struct WQPoint {
 };
 
 /// A rectangle whose origin is its bottom-left corner, y growing upwards.
-struct WQRect {
+struct WQ_CORE_EXPORT WQRect {
     /// Left edge.
     double x = 0;
     /// Bottom edge.
@@ -33,17 +35,17 @@ struct WQRect {
 };
 
 /// The corners of a rectangle, y growing upwards: the top is y + height.
-WQPoint RZTopLeftOfRect(const WQRect& rect);
+WQ_CORE_EXPORT WQPoint RZTopLeftOfRect(const WQRect& rect);
 /// The top-right corner (x + width, y + height).
-WQPoint RZTopRightOfRect(const WQRect& rect);
+WQ_CORE_EXPORT WQPoint RZTopRightOfRect(const WQRect& rect);
 /// The bottom-left corner: the origin.
-WQPoint RZBottomLeftOfRect(const WQRect& rect);
+WQ_CORE_EXPORT WQPoint RZBottomLeftOfRect(const WQRect& rect);
 /// The bottom-right corner (x + width, y).
-WQPoint RZBottomRightOfRect(const WQRect& rect);
+WQ_CORE_EXPORT WQPoint RZBottomRightOfRect(const WQRect& rect);
 
 /// The rectangle shrunk by dx on the left and right and dy at the bottom and
 /// top (grown for negative insets); the size may come out negative.
-WQRect WQInsetRect(const WQRect& rect, double dx, double dy);
+WQ_CORE_EXPORT WQRect WQInsetRect(const WQRect& rect, double dx, double dy);
 
 /// @}
 

@@ -13,6 +13,8 @@
 /// any other that uses this class; a writer that finds the file replaced
 /// while it waited writes to the new one.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QDateTime>
 #include <QMetaObject>
 #include <QString>
@@ -24,7 +26,7 @@ namespace wq {
 /// \addtogroup log
 /// @{
 
-class WQLogClass {
+class WQ_CORE_EXPORT WQLogClass {
 public:
     /// The log of QCoreApplication::applicationName() ("Default" when empty).
     WQLogClass();
@@ -82,7 +84,7 @@ private:
 };
 
 /// Appends message, unformatted, to the shared log.
-void WQLogNoFormat(const QString& message);
+WQ_CORE_EXPORT void WQLogNoFormat(const QString& message);
 
 /// @}
 

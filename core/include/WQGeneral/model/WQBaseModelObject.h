@@ -3,6 +3,7 @@
 /// The base of the applications' model objects: the owning document, a 32-bit
 /// identifier, and change notifications that can be switched off for bulk edits.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/model/WQDocument.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
@@ -17,7 +18,7 @@ namespace wq {
 /// The one user-info key under which a model object's notification carries data.
 inline const QString kWQKey_UserData = QStringLiteral("kWQKey_UserData");
 
-class WQBaseModelObject : public WQNotificationSender, public WQDocumentHolder {
+class WQ_CORE_EXPORT WQBaseModelObject : public WQNotificationSender, public WQDocumentHolder {
 public:
     WQBaseModelObject() = default;
     /// Notifications name their sender by address, so model objects have identity.
@@ -65,10 +66,10 @@ private:
 /// the sender itself when it is a document, else the sender's document when it
 /// has one, else nullptr. The data is the kWQKey_UserData entry, or an invalid
 /// QVariant.
-void WQExtractDataFromNotification(const WQNotification& notification,
-                                   const WQNotificationSender** sender,
-                                   const WQDocument** document = nullptr,
-                                   QVariant* data = nullptr);
+WQ_CORE_EXPORT void WQExtractDataFromNotification(const WQNotification& notification,
+                                                  const WQNotificationSender** sender,
+                                                  const WQDocument** document = nullptr,
+                                                  QVariant* data = nullptr);
 
 /// @}
 

@@ -4,6 +4,7 @@
 /// notification senders so that a receiver can tell a document apart from a
 /// model object when it takes a notification apart.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 class QUndoStack;
@@ -13,7 +14,7 @@ namespace wq {
 /// \addtogroup model
 /// @{
 
-class WQDocument : public WQNotificationSender {
+class WQ_CORE_EXPORT WQDocument : public WQNotificationSender {
 public:
     /// The document's undo stack, or nullptr; the document keeps ownership.
     virtual QUndoStack* undoManager() const = 0;
@@ -21,7 +22,7 @@ public:
 
 /// Anything that can name the document it belongs to (model objects, window
 /// controllers).
-class WQDocumentHolder {
+class WQ_CORE_EXPORT WQDocumentHolder {
 public:
     virtual ~WQDocumentHolder() = default;
     /// The document, or nullptr when there is none.

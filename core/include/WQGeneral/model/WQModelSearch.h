@@ -11,6 +11,7 @@
 /// checks its two preconditions itself. An empty list, or no list at all, answers
 /// nothing instead of reading past the end or searching forever.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQTypes.h>
 
 #include <QList>
@@ -184,7 +185,7 @@ int _wq_orderSign(const R& answer)
 
 /// How the sought object compares with an element: its compare() member when
 /// it has one (QString, QByteArray ...), else <=>, else < both ways.
-struct WQDefaultCompare {
+struct WQ_CORE_EXPORT WQDefaultCompare {
     /// -1 when sought goes before element, 0 when they match, 1 when it goes after.
     template <typename S, typename T>
     int operator()(const S& sought, const T& element) const

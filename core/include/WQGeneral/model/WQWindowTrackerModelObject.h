@@ -3,6 +3,7 @@
 /// A model object that knows the window controllers showing it, so that all of
 /// them can be closed together when the object goes away.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/model/WQBaseModelObject.h>
 
 #include <QList>
@@ -16,14 +17,14 @@ namespace wq {
 
 /// What the tracker needs of a window controller; the widgets layer's window
 /// controller implements it.
-class WQTrackedWindowController {
+class WQ_CORE_EXPORT WQTrackedWindowController {
 public:
     virtual ~WQTrackedWindowController() = default;
     /// Closes the window; the controller may go with it.
     virtual void close() = 0;
 };
 
-class WQWindowTrackerModelObject : public WQBaseModelObject {
+class WQ_CORE_EXPORT WQWindowTrackerModelObject : public WQBaseModelObject {
 public:
     /// The controllers listed, shared with whoever else holds them.
     using ControllerList = QList<std::shared_ptr<WQTrackedWindowController>>;

@@ -12,6 +12,7 @@
 /// (the registry's and the fields' are); one owned otherwise still trims its
 /// text but opens no calculator.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
 
 #include <memory>
@@ -22,7 +23,7 @@ namespace wq {
 /// \addtogroup money
 /// @{
 
-class WQCalculateMoneyFormatter : public WQMoneyFormatter,
+class WQ_CORE_EXPORT WQCalculateMoneyFormatter : public WQMoneyFormatter,
                                   public std::enable_shared_from_this<WQCalculateMoneyFormatter> {
 public:
     /// A formatter of the delegate's currency; usually obtained from moneyFormatterForDelegate() with canCalculate.

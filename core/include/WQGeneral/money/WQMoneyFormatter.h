@@ -6,6 +6,7 @@
 /// shows the same text. Obtain shared formatters from moneyFormatterForDelegate:
 /// the registry keeps one per owner, number of places and kind.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/money/WQMoneyConstants.h>
 #include <WQGeneral/money/WQMoneyFormatterDelegate.h>
 #include <WQGeneral/numbers/WQDigitSet.h>
@@ -18,7 +19,7 @@ namespace wq {
 /// \addtogroup money
 /// @{
 
-class WQMoneyFormatter : public WQNumberFormatter {
+class WQ_CORE_EXPORT WQMoneyFormatter : public WQNumberFormatter {
 public:
     /// With no delegate: system settings and standard typing, and only the
     /// number-preferences notification is observed.

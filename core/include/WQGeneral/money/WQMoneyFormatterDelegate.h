@@ -4,6 +4,7 @@
 /// currency settings and the typing mode, and is the object of the
 /// currency-changed and delegate-removed notifications.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <QVariantMap>
@@ -16,7 +17,7 @@ namespace wq {
 /// \addtogroup money
 /// @{
 
-class WQMoneyFormatterDelegate : public WQNotificationSender {
+class WQ_CORE_EXPORT WQMoneyFormatterDelegate : public WQNotificationSender {
 public:
     WQMoneyFormatterDelegate() = default;
     /// A copy is another owner, with its own lifetime.

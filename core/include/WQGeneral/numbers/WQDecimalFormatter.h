@@ -2,6 +2,7 @@
 /// \class wq::WQDecimalFormatter
 /// Plain decimal numbers (rates, shares): keystrokes are only filtered.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/numbers/WQDigitSet.h>
 #include <WQGeneral/numbers/WQNumberFormatter.h>
 
@@ -10,7 +11,7 @@ namespace wq {
 /// \addtogroup numbers
 /// @{
 
-class WQDecimalFormatter : public WQNumberFormatter {
+class WQ_CORE_EXPORT WQDecimalFormatter : public WQNumberFormatter {
 public:
     WQDecimalFormatter();
 

@@ -4,6 +4,8 @@
 /// decimal digits (Unicode Nd) and/or a handful of extra characters, or the
 /// inverse of such a set. Membership is by code point.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QString>
 #include <QStringView>
 
@@ -15,7 +17,7 @@ namespace wq {
 /// \addtogroup numbers
 /// @{
 
-class WQDigitSet {
+class WQ_CORE_EXPORT WQDigitSet {
 public:
     WQDigitSet() = default;
 

@@ -4,6 +4,7 @@
 /// pattern and a decimal-style display and parsing of plain numbers, done by
 /// ICU for the numeric locale. Subclasses add their own typing rules.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/formatters/WQFormatter.h>
 
 #include <QString>
@@ -17,7 +18,7 @@ namespace wq {
 /// \addtogroup numbers
 /// @{
 
-class WQNumberFormatter : public WQFormatter {
+class WQ_CORE_EXPORT WQNumberFormatter : public WQFormatter {
 public:
     WQNumberFormatter();
     ~WQNumberFormatter() override;

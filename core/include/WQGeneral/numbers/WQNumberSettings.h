@@ -9,6 +9,8 @@
 /// and read, also where the locale's own digits are others (ar_SA: "." and
 /// ","). Values are cached until the regional settings change.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QString>
 
 namespace wq {
@@ -16,7 +18,7 @@ namespace wq {
 /// \addtogroup numbers
 /// @{
 
-class WQNumberSettings {
+class WQ_CORE_EXPORT WQNumberSettings {
 public:
     /// Plain numbers, numeric locale. Empty when the locale has none.
     static QString decimalSeparator();

@@ -3,6 +3,7 @@
 /// Whole numbers that cannot be negative (counts, numbers of payments): the
 /// digits are regrouped as the user types.
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/numbers/WQDigitSet.h>
 #include <WQGeneral/numbers/WQNumberFormatter.h>
 
@@ -11,7 +12,7 @@ namespace wq {
 /// \addtogroup numbers
 /// @{
 
-class WQPositiveIntegerFormatter : public WQNumberFormatter {
+class WQ_CORE_EXPORT WQPositiveIntegerFormatter : public WQNumberFormatter {
 public:
     WQPositiveIntegerFormatter();
 

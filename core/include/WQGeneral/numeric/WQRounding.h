@@ -5,6 +5,8 @@
 /// value. Results depend on plain IEEE double arithmetic (no fused or
 /// extended-precision steps); the build keeps it that way.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <cstdint>
 
 namespace wq {
@@ -17,11 +19,11 @@ namespace wq {
 /// input has a defined answer: a finite x so large that x * factor overflows
 /// comes back unchanged (it is whole already), infinities and NaN come back
 /// as they are, and a factor of 0 gives NaN.
-double RoundDoubleToPlaces(std::uint32_t factor, double x);
+WQ_CORE_EXPORT double RoundDoubleToPlaces(std::uint32_t factor, double x);
 /// Rounded to 2 decimal places.
-double RoundDoubleToTwoPlaces(double x);
+WQ_CORE_EXPORT double RoundDoubleToTwoPlaces(double x);
 /// Rounded to 7 decimal places.
-double RoundDoubleToSevenPlaces(double x);
+WQ_CORE_EXPORT double RoundDoubleToSevenPlaces(double x);
 
 /// Rounds to seven places on an eight-digit truncation: only the eighth digit
 /// decides (above 5 up, exactly 5 up when the seventh is odd). Stores the
@@ -31,10 +33,10 @@ double RoundDoubleToSevenPlaces(double x);
 /// caught: they take the processor's truncation, the most negative 32-bit
 /// value, with no undefined conversion, and the answer is then meaningless
 /// (for -1e10 even positive). Callers check the range first, as wq does.
-double RoundDoubleToSevenPlacesReturn32BitIntegers(double x, std::int32_t& wholePart, std::int32_t& fraction);
+WQ_CORE_EXPORT double RoundDoubleToSevenPlacesReturn32BitIntegers(double x, std::int32_t& wholePart, std::int32_t& fraction);
 
 /// The vector unit this asked about is never present.
-std::int8_t WQ_AltiVecIsPresent();
+WQ_CORE_EXPORT std::int8_t WQ_AltiVecIsPresent();
 
 /// @}
 

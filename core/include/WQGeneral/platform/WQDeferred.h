@@ -4,6 +4,8 @@
 /// the main event loop. Qt timers also fire inside a modal dialog's loop, which
 /// is what the two run-loop modes of the original design ask for.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <functional>
 #include <memory>
 
@@ -14,7 +16,7 @@ namespace wq {
 
 /// Runs work on the main thread's event loop after delayMs (0 = next pass).
 /// Answers false (and drops the work) when there is no QCoreApplication.
-bool WQPerformDeferred(std::function<void()> work, int delayMs = 0);
+WQ_CORE_EXPORT bool WQPerformDeferred(std::function<void()> work, int delayMs = 0);
 
 /// Same, but skipped when the guarded object has gone away by then.
 template <typename T>

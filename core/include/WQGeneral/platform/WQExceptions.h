@@ -4,6 +4,8 @@
 /// format directive, a value out of range) raises one of these. what() is the
 /// exact reason text; name() the exception's name as applications log it.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QString>
 
 #include <stdexcept>
@@ -14,7 +16,7 @@ namespace wq {
 /// @{
 
 /// The base of the framework's exceptions: misuse of its API.
-class WQException : public std::runtime_error {
+class WQ_CORE_EXPORT WQException : public std::runtime_error {
 public:
     /// name is the exception's name (a string literal); reason the text of what().
     WQException(const char* name, const QString& reason)
@@ -31,7 +33,7 @@ private:
 
 /// \cond
 #define WQ_DECLARE_EXCEPTION(Name)                                              \
-    class Name : public WQException {                                           \
+    class WQ_CORE_EXPORT Name : public WQException {                            \
     public:                                                                     \
         explicit Name(const QString& reason) : WQException(#Name, reason) {}    \
     };

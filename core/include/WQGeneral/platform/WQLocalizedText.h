@@ -3,6 +3,8 @@
 /// User-facing texts are English sentences used as keys into the application's
 /// translations; untranslated texts show the English.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -12,11 +14,11 @@ namespace wq {
 /// @{
 
 /// Translation context "WQGeneral".
-QString WQLocalizedString(const char* english);
+WQ_CORE_EXPORT QString WQLocalizedString(const char* english);
 /// Another table (for example "ToolbarStrings") is another context.
-QString WQLocalizedStringFromTable(const char* english, const char* table);
+WQ_CORE_EXPORT QString WQLocalizedStringFromTable(const char* english, const char* table);
 /// Replaces each "%@" in order with the next argument.
-QString WQFormatTemplate(const QString& templ, const QStringList& arguments);
+WQ_CORE_EXPORT QString WQFormatTemplate(const QString& templ, const QStringList& arguments);
 
 /// @}
 
@@ -38,12 +40,12 @@ namespace wq {
 /// @{
 
 /// The framework's own texts, in the table "WQGeneral".
-class WQStrings {
+class WQ_CORE_EXPORT WQStrings {
     WQ_DECLARE_STRING_TABLE(WQGeneral)
 };
 
 /// The toolbar's own texts, in the table "ToolbarStrings".
-class WQToolbarStrings {
+class WQ_CORE_EXPORT WQToolbarStrings {
     WQ_DECLARE_STRING_TABLE(ToolbarStrings)
 };
 

@@ -3,6 +3,8 @@
 /// A process-wide publish/subscribe hub: observers register for a name and,
 /// optionally, one sender; posting is synchronous on the calling thread.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QString>
 #include <QVariantMap>
 
@@ -17,13 +19,13 @@ namespace wq {
 
 /// Anything that can be the object of a notification. Polymorphic so that
 /// receivers can ask what kind of sender they were given (dynamic_cast).
-class WQNotificationSender {
+class WQ_CORE_EXPORT WQNotificationSender {
 public:
     virtual ~WQNotificationSender() = default;
 };
 
 /// One announcement: what happened, who it happened to, and its data.
-struct WQNotification {
+struct WQ_CORE_EXPORT WQNotification {
     /// What happened; observers match on it.
     QString name;
     /// The sender the notification is about, or nullptr.
@@ -32,7 +34,7 @@ struct WQNotification {
     std::optional<QVariantMap> userInfo;
 };
 
-class WQNotificationCenter {
+class WQ_CORE_EXPORT WQNotificationCenter {
 public:
     /// What an observer runs for each notification it matches.
     using Handler = std::function<void(const WQNotification&)>;
@@ -83,7 +85,7 @@ private:
 };
 
 /// Removes every registration of an observer when it goes out of scope.
-class WQObservation {
+class WQ_CORE_EXPORT WQObservation {
 public:
     WQObservation() = default;
     /// Observes on center (the default centre otherwise).

@@ -4,6 +4,7 @@
 /// next pass of the main event loop, and a second one of the same name queued
 /// before that pass is dropped (coalescing on name).
 
+#include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <QList>
@@ -13,7 +14,7 @@ namespace wq {
 /// \addtogroup platform
 /// @{
 
-class WQNotificationQueue {
+class WQ_CORE_EXPORT WQNotificationQueue {
 public:
     /// What makes two queued notifications the same; flags to combine.
     enum Coalescing { NoCoalescing = 0, CoalescingOnName = 1, CoalescingOnSender = 2 };

@@ -9,6 +9,8 @@
 /// kWQNotif_CurrentLocaleDidChange (and, for the numeric and monetary
 /// categories, kWQNotif_AppleNumberPreferencesChanged) on the distributed centre.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -22,7 +24,7 @@ inline const QString kWQNotif_CurrentLocaleDidChange = QStringLiteral("NSCurrent
 /// Posted on the distributed centre when number or currency settings change.
 inline const QString kWQNotif_AppleNumberPreferencesChanged = QStringLiteral("AppleNumberPreferencesChangedNotification");
 
-class WQRegionalSettings {
+class WQ_CORE_EXPORT WQRegionalSettings {
 public:
     /// The categories of regional settings, each with its own locale.
     enum class Category { Time, Numeric, Monetary, Messages };

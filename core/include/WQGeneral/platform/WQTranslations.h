@@ -9,6 +9,8 @@
 /// own translators after QLocale::setDefault()) by loading the catalogue of
 /// the new language.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QLocale>
 #include <QString>
 #include <QStringList>
@@ -22,24 +24,27 @@ namespace wq {
 /// object is made (first thing in main()), nothing is loaded; off later, the
 /// catalogue loaded automatically is removed. The texts are then English
 /// unless the application calls WQLoadTranslations().
-void WQSetAutomaticTranslationsEnabled(bool enabled);
+WQ_CORE_EXPORT void WQSetAutomaticTranslationsEnabled(bool enabled);
 /// Whether the catalogue is loaded automatically (on unless turned off).
-bool WQAutomaticTranslationsEnabled();
+WQ_CORE_EXPORT bool WQAutomaticTranslationsEnabled();
 
 /// Installs the catalogue for the first language of uiLanguages that has one,
 /// in place of the framework's previous catalogue. English is the language of
 /// the texts themselves: reaching it ends the search with no catalogue.
 /// Answers the catalogue's language ("de"), or an empty string when the texts
 /// stay English. Needs a QCoreApplication; call on its thread.
-QString WQLoadTranslations(const QStringList& uiLanguages = QLocale().uiLanguages());
+WQ_CORE_EXPORT QString WQLoadTranslations(const QStringList& uiLanguages = QLocale().uiLanguages());
 
 /// The language of the installed catalogue, or an empty string.
-QString WQLoadedTranslationLanguage();
+WQ_CORE_EXPORT QString WQLoadedTranslationLanguage();
 
-/// The folders searched for catalogues, in order: the build tree's, the one
-/// beside the application (`bin/../share/WQGeneral/translations` beside the executable), the
-/// installed one.
-QStringList WQTranslationDirectories();
+/// The folders searched for catalogues, in order: the one that belongs to the
+/// library where it is installed (`share/WQGeneral/translations` of its
+/// prefix, found from the library's own location, so a prefix moved or
+/// unpacked elsewhere still finds its catalogues), the build tree's, the one
+/// beside the application (`bin/../share/WQGeneral/translations`), and the
+/// folder of the prefix the library was configured for.
+WQ_CORE_EXPORT QStringList WQTranslationDirectories();
 
 /// @}
 

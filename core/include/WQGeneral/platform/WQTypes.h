@@ -2,6 +2,8 @@
 /// \file
 /// Small shared value types. Text positions count UTF-16 units, as QString does.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QtGlobal>
 
 #include <limits>
@@ -15,7 +17,7 @@ namespace wq {
 inline constexpr qsizetype WQNotFound = std::numeric_limits<qint64>::max();
 
 /// A selection or a run of text: a location and a length in UTF-16 units.
-struct WQRange {
+struct WQ_CORE_EXPORT WQRange {
     /// Position of the first unit.
     qsizetype location = 0;
     /// Number of units; 0 for a caret.

@@ -4,6 +4,8 @@
 /// installation identifier shared by every application of the maker, the
 /// preferred language, the processor kind and count, and the system version.
 
+#include <WQGeneral/WQCoreExport.h>
+
 #include <QString>
 #include <QVariantMap>
 
@@ -18,18 +20,18 @@ inline const QString kWQDefaultsLocation_Global = QStringLiteral("com.veltranost
 inline const QString kWQDefaultsKey_SoftwareUpdateUUID = QStringLiteral("com.veltranostudio.softwareupdate.uuid");
 
 /// The file behind kWQDefaultsLocation_Global, in the user's configuration folder.
-QString WQSharedDefaultsFilePath();
+WQ_CORE_EXPORT QString WQSharedDefaultsFilePath();
 
 /// "uuid" (made and stored on first use), "lang" (when there is a preferred
 /// UI language), "cpu" (always "Intel") and "cpu_count"; string values.
-QVariantMap WQGatherUpdateInfoInDictionary();
+WQ_CORE_EXPORT QVariantMap WQGatherUpdateInfoInDictionary();
 
 /// Every entry as "&name=value", the first one included: the result is meant
 /// to follow a URL that already has a query.
-QString WQGatherUpdateInfoForURL();
+WQ_CORE_EXPORT QString WQGatherUpdateInfoForURL();
 
 /// The system's VERSION_ID (else VERSION) from os-release, or the empty string.
-QString WQSystemVersionForUpdate();
+WQ_CORE_EXPORT QString WQSystemVersionForUpdate();
 
 /// @}
 

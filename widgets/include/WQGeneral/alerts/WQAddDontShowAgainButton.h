@@ -25,6 +25,8 @@
 /// cancelAction and answers Escape. Actions are message names (see
 /// WQActionMessage.h); empty ones send nothing.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QByteArray>
 #include <QVariant>
 
@@ -37,9 +39,9 @@ namespace wq {
 /// @{
 
 /// Adds the check box, and with a cancelAction a Cancel button, to panel as described above.
-void WQAddDontShowAgainButton(QObject* target, QWidget* panel, const QVariant& attached,
-                              const QByteArray& checkBoxAction, const QByteArray& buttonsAction,
-                              const QByteArray& cancelAction = QByteArray());
+WQ_WIDGETS_EXPORT void WQAddDontShowAgainButton(QObject* target, QWidget* panel, const QVariant& attached,
+                                                const QByteArray& checkBoxAction, const QByteArray& buttonsAction,
+                                                const QByteArray& cancelAction = QByteArray());
 
 /// The property of the check box that holds `attached`.
 inline constexpr char kWQRepresentedObjectProperty[] = "representedObject";

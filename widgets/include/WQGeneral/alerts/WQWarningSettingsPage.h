@@ -4,6 +4,8 @@
 /// show again", each with its own "Show again" button, and one button to
 /// show them all again. It follows changes made anywhere in the application.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QWidget>
 
 class QPushButton;
@@ -14,7 +16,7 @@ namespace wq {
 /// \addtogroup alerts
 /// @{
 
-class WQWarningSettingsPage : public QWidget {
+class WQ_WIDGETS_EXPORT WQWarningSettingsPage : public QWidget {
     Q_OBJECT
 public:
     /// A page listing every warning that can be silenced.

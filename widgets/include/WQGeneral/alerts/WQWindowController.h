@@ -23,6 +23,7 @@
 /// the controller's properties holding widgets, actions its slots, both found
 /// by name. setUpToolbar() puts the toolbar on the window.
 
+#include <WQGeneral/WQWidgetsExport.h>
 #include <WQGeneral/toolbar/WQToolbarDelegate.h>
 
 #include <QObject>
@@ -45,7 +46,7 @@ namespace wq {
 
 class WQToolbar;
 
-class WQWindowController : public QObject, public WQToolbarDelegate {
+class WQ_WIDGETS_EXPORT WQWindowController : public QObject, public WQToolbarDelegate {
     Q_OBJECT
 public:
     /// Return codes of the Edit/Cancel sheets.

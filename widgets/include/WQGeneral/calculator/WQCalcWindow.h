@@ -11,6 +11,8 @@
 /// losing key status. The platform adds a shadow where it draws one for
 /// pop-ups (not on plain X11).
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QWidget>
 
 namespace wq {
@@ -18,7 +20,7 @@ namespace wq {
 /// \addtogroup calculator
 /// @{
 
-class WQCalcWindow : public QWidget {
+class WQ_WIDGETS_EXPORT WQCalcWindow : public QWidget {
     Q_OBJECT
 public:
     /// `opener` is the window of the field that opens the calculator; the

@@ -15,6 +15,7 @@
 /// per operator. The field or its window may go away while the calculator is
 /// open: the calculator then closes without writing anything.
 
+#include <WQGeneral/WQWidgetsExport.h>
 #include <WQGeneral/calculator/WQCalcWindow.h>
 #include <WQGeneral/calculator/WQCalculatorTape.h>
 #include <WQGeneral/fields/WQLineEdit.h>
@@ -30,7 +31,7 @@ namespace wq {
 /// \addtogroup calculator
 /// @{
 
-class WQCalculateWindowController : public QObject {
+class WQ_WIDGETS_EXPORT WQCalculateWindowController : public QObject {
     Q_OBJECT
 public:
     /// Extends the open calculator, or opens one at the focused field when

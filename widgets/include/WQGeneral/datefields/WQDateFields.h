@@ -3,6 +3,7 @@
 /// Date pickers in place of text fields laid out for dates, and WQDate values
 /// on date pickers and on formatted line edits.
 
+#include <WQGeneral/WQWidgetsExport.h>
 #include <WQGeneral/dates/WQDate.h>
 
 #include <QDateEdit>
@@ -27,20 +28,20 @@ class WQLineEdit;
 /// format (followed when the regional settings change). Dates run from
 /// 1984-01-02 to 9999-12-31.
 /// With no field in `place`, the picker has no parent and belongs to the caller.
-QDateEdit* WQSetupExtendedDateField(QWidget*& place, bool linkAndReplace, bool showDay);
+WQ_WIDGETS_EXPORT QDateEdit* WQSetupExtendedDateField(QWidget*& place, bool linkAndReplace, bool showDay);
 /// WQSetupExtendedDateField() with the day shown.
-QDateEdit* WQSetupDateField(QWidget*& place, bool linkAndReplace);
+WQ_WIDGETS_EXPORT QDateEdit* WQSetupDateField(QWidget*& place, bool linkAndReplace);
 
 /// The picker's date; midnight in the system time zone when written, so the
 /// calendar date is the same whatever the zone.
-WQDate WQDateValue(const QDateEdit& picker);
+WQ_WIDGETS_EXPORT WQDate WQDateValue(const QDateEdit& picker);
 /// Shows date in the picker; a date past QDate's range leaves it unchanged.
-void setWQDateValue(QDateEdit& picker, const WQDate& date);
+WQ_WIDGETS_EXPORT void setWQDateValue(QDateEdit& picker, const WQDate& date);
 
 /// The field's object value when it is a date.
-std::optional<WQDate> WQDateValue(const WQLineEdit& field);
+WQ_WIDGETS_EXPORT std::optional<WQDate> WQDateValue(const WQLineEdit& field);
 /// Sets the field's object value to date.
-void setWQDateValue(WQLineEdit& field, const WQDate& date);
+WQ_WIDGETS_EXPORT void setWQDateValue(WQLineEdit& field, const WQDate& date);
 
 /// @}
 

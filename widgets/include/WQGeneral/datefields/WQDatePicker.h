@@ -4,6 +4,8 @@
 /// plain QDateEdit, or the application's own WQDatePicker subclass once it is
 /// registered.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QDateEdit>
 
 #include <concepts>
@@ -15,7 +17,7 @@ namespace wq {
 /// \addtogroup datefields
 /// @{
 
-class WQDatePicker : public QDateEdit {
+class WQ_WIDGETS_EXPORT WQDatePicker : public QDateEdit {
     Q_OBJECT
 public:
     /// Makes the picker WQSetupDateField() puts in place.

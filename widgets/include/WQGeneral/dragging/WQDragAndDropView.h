@@ -13,6 +13,8 @@
 /// step the waiting loop would have taken: moves under the threshold and
 /// moves after a drag failed to start are swallowed.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QPixmap>
 #include <QTextDocumentFragment>
 #include <QWidget>
@@ -31,7 +33,7 @@ class WQDragAndDropView;
 
 /// Both operations are optional: nullopt means "not answered", and the next
 /// one is asked.
-class WQDragAndDropViewDelegate {
+class WQ_WIDGETS_EXPORT WQDragAndDropViewDelegate {
 public:
     virtual ~WQDragAndDropViewDelegate() = default;
     /// The drag label as formatted text; asked first.
@@ -40,7 +42,7 @@ public:
     virtual std::optional<QString> dragStringForWQDragAndDropView(const WQDragAndDropView& view);
 };
 
-class WQDragAndDropView : public QWidget {
+class WQ_WIDGETS_EXPORT WQDragAndDropView : public QWidget {
     Q_OBJECT
 public:
     /// A view with dragging off.

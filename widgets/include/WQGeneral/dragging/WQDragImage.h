@@ -7,6 +7,8 @@
 /// against a view narrower than 24: the width comes out zero or negative and
 /// the image is then empty.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QFont>
 #include <QPixmap>
 #include <QPointF>
@@ -19,21 +21,21 @@ namespace wq {
 /// @{
 
 /// The size the text takes: (0, 0) for no text.
-QSizeF WQDragLabelSize(const QTextDocumentFragment& label, const QFont& font);
+WQ_WIDGETS_EXPORT QSizeF WQDragLabelSize(const QTextDocumentFragment& label, const QFont& font);
 /// (boundsWidth - 24, label height + 8), whatever the signs.
-QSizeF WQDragImageSize(qreal boundsWidth, const QSizeF& labelSize);
+WQ_WIDGETS_EXPORT QSizeF WQDragImageSize(qreal boundsWidth, const QSizeF& labelSize);
 /// Where the image sits in the view: 12 from the left, centred vertically.
-QPointF WQDragImageOrigin(const QSizeF& bounds, const QSizeF& imageSize);
+WQ_WIDGETS_EXPORT QPointF WQDragImageOrigin(const QSizeF& bounds, const QSizeF& imageSize);
 /// The offset the press handling gives a drag: the distances moved on each
 /// axis less the press location, (|dx| - press.x, |dy| - press.y). It is what
 /// the drag is started with; Qt places the image by the hot spot instead.
-QSizeF WQDragInitialOffset(const QPointF& press, const QPointF& latest);
+WQ_WIDGETS_EXPORT QSizeF WQDragInitialOffset(const QPointF& press, const QPointF& latest);
 
 /// Draws the image at devicePixelRatio (the pixmap then has that many device
 /// pixels per point and says so); the text's own font and styles are kept,
 /// its colours replaced. Null when the size is empty.
-QPixmap WQDrawDragImage(const QTextDocumentFragment& label, const QFont& font, qreal boundsWidth,
-                        qreal devicePixelRatio = 1);
+WQ_WIDGETS_EXPORT QPixmap WQDrawDragImage(const QTextDocumentFragment& label, const QFont& font, qreal boundsWidth,
+                                          qreal devicePixelRatio = 1);
 
 /// @}
 

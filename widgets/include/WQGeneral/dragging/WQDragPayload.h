@@ -9,6 +9,8 @@
 /// application that started the drag: a drop side compares it with the
 /// delegates it knows (WQDelegateIdentity), it never follows it.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QByteArray>
 #include <QString>
 #include <QtGlobal>
@@ -28,7 +30,7 @@ inline const QString kWQPasteboardFlavor_DragAndDropView = QStringLiteral("kWQPa
 inline const QString kWQPasteboardFlavor_Delegate = QStringLiteral("kWQPasteboardFlavor_Delegate");
 
 /// What a drag of a WQDragAndDropView carries.
-struct WQDragAndDropPayload {
+struct WQ_WIDGETS_EXPORT WQDragAndDropPayload {
     /// The view's tag.
     qint64 tag = 0;
     quint64 delegate = 0;   ///< 0: the view had no delegate
@@ -42,11 +44,11 @@ inline quint64 WQDelegateIdentity(const void* delegate) noexcept
 }
 
 /// The payload as the bytes a drag carries.
-QByteArray WQDragAndDropPayloadData(const WQDragAndDropPayload& payload);
+WQ_WIDGETS_EXPORT QByteArray WQDragAndDropPayloadData(const WQDragAndDropPayload& payload);
 /// Reads the data back; nullopt unless it is such a map with both numbers.
-std::optional<WQDragAndDropPayload> WQDragAndDropPayloadFromData(const QByteArray& data);
+WQ_WIDGETS_EXPORT std::optional<WQDragAndDropPayload> WQDragAndDropPayloadFromData(const QByteArray& data);
 /// The payload a drag (or any MIME data) carries, if it carries one.
-std::optional<WQDragAndDropPayload> WQReadDragAndDropPayload(const QMimeData& mimeData);
+WQ_WIDGETS_EXPORT std::optional<WQDragAndDropPayload> WQReadDragAndDropPayload(const QMimeData& mimeData);
 
 /// @}
 

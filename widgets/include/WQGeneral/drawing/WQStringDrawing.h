@@ -4,6 +4,8 @@
 /// the label fits (not below a minimum), and an optional filler string is
 /// repeated behind it while there is room, for dotted leaders and the like.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QColor>
 #include <QFont>
 #include <QRectF>
@@ -19,7 +21,7 @@ namespace wq {
 /// @{
 
 /// How a string is drawn.
-struct WQTextAttributes {
+struct WQ_WIDGETS_EXPORT WQTextAttributes {
     /// The font to start from.
     QFont font;
     /// The text colour.
@@ -29,7 +31,7 @@ struct WQTextAttributes {
 };
 
 /// What was (or would be) drawn.
-struct WQFittedText {
+struct WQ_WIDGETS_EXPORT WQFittedText {
     QString text;   ///< the receiver and any fillers
     QFont font;     ///< the font after shrinking
     QSizeF size;    ///< the size of text in that font
@@ -37,17 +39,17 @@ struct WQFittedText {
 
 /// The size the text takes in the attributes' font: the advance of its widest
 /// line, and its lines' height. Measured for device (the screen when null).
-QSizeF sizeWithAttributes(const QString& receiver, const WQTextAttributes& attributes,
-                          const QPaintDevice* device = nullptr);
+WQ_WIDGETS_EXPORT QSizeF sizeWithAttributes(const QString& receiver, const WQTextAttributes& attributes,
+                                            const QPaintDevice* device = nullptr);
 
 /// Chooses font size and fillers as drawInRect does, without drawing.
 /// A minimum below 2 points counts as 2; an empty filler counts as none.
-WQFittedText fitInRect(const QString& receiver, const QRectF& rect, const WQTextAttributes& attributes,
-                       qreal minFontSize, const QString& fillString = QString(), const QPaintDevice* device = nullptr);
+WQ_WIDGETS_EXPORT WQFittedText fitInRect(const QString& receiver, const QRectF& rect, const WQTextAttributes& attributes,
+                                         qreal minFontSize, const QString& fillString = QString(), const QPaintDevice* device = nullptr);
 
 /// Fits and draws the text into rect (clipped to it); answers what it drew.
-WQFittedText drawInRect(const QString& receiver, QPainter& painter, const QRectF& rect,
-                        const WQTextAttributes& attributes, qreal minFontSize, const QString& fillString = QString());
+WQ_WIDGETS_EXPORT WQFittedText drawInRect(const QString& receiver, QPainter& painter, const QRectF& rect,
+                                          const WQTextAttributes& attributes, qreal minFontSize, const QString& fillString = QString());
 
 /// @}
 

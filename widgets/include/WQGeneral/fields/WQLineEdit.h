@@ -23,6 +23,7 @@
 /// (the formatterKind and places properties); code can still set any
 /// formatter, which the kind then reports as Custom.
 
+#include <WQGeneral/WQWidgetsExport.h>
 #include <WQGeneral/formatters/WQFormatter.h>
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
@@ -38,7 +39,7 @@ namespace wq {
 /// \addtogroup fields
 /// @{
 
-class WQLineEdit : public QLineEdit, public WQFieldEditor {
+class WQ_WIDGETS_EXPORT WQLineEdit : public QLineEdit, public WQFieldEditor {
     Q_OBJECT
     /// The kind of formatter in use; setting it installs one (Designer's choice).
     Q_PROPERTY(FormatterKind formatterKind READ formatterKind WRITE setFormatterKind)
@@ -163,7 +164,7 @@ private:
 };
 
 /// A new formatter of the kind; nullptr for NoFormatter and Custom.
-std::shared_ptr<WQFormatter> WQMakeFormatter(WQLineEdit::FormatterKind kind, int places);
+WQ_WIDGETS_EXPORT std::shared_ptr<WQFormatter> WQMakeFormatter(WQLineEdit::FormatterKind kind, int places);
 
 /// @}
 

@@ -14,6 +14,8 @@
 /// (the object held in the window's "wqWindowController" property), and the
 /// application object.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QByteArray>
 #include <QKeySequence>
 #include <QString>
@@ -33,22 +35,22 @@ inline constexpr char kWQWindowControllerProperty[] = "wqWindowController";
 /// From now on, triggering the item sends `action` to `target` (not owned;
 /// forgotten when it is destroyed). An empty action sends nothing; setting a
 /// new one replaces the old.
-void wq_setAction(QAction& item, const QByteArray& action, QObject* target = nullptr);
+WQ_WIDGETS_EXPORT void wq_setAction(QAction& item, const QByteArray& action, QObject* target = nullptr);
 /// The name of the message the item sends; empty when it sends none.
-QByteArray wq_action(const QAction& item);
+WQ_WIDGETS_EXPORT QByteArray wq_action(const QAction& item);
 /// The item's target; null when it has none or it was destroyed.
-QObject* wq_target(const QAction& item);
+WQ_WIDGETS_EXPORT QObject* wq_target(const QAction& item);
 
 /// Adds an item with a title, message and shortcut to the end of a menu,
 /// menu bar or toolbar; the item belongs to that widget.
-QAction* wq_addItemWithTitle(QWidget& menu, const QString& title, const QByteArray& action,
-                             QObject* target = nullptr, const QKeySequence& keyEquivalent = {});
+WQ_WIDGETS_EXPORT QAction* wq_addItemWithTitle(QWidget& menu, const QString& title, const QByteArray& action,
+                                               QObject* target = nullptr, const QKeySequence& keyEquivalent = {});
 
 /// Sends `action` to `target` (or, without one, along the chain above) with
 /// `sender` as its argument. False when nobody answers it.
-bool WQSendAction(const QByteArray& action, QObject* target, QObject* sender);
+WQ_WIDGETS_EXPORT bool WQSendAction(const QByteArray& action, QObject* target, QObject* sender);
 /// The object that would receive `action` sent without a target, or null.
-QObject* WQTargetForAction(const QByteArray& action);
+WQ_WIDGETS_EXPORT QObject* WQTargetForAction(const QByteArray& action);
 
 /// @}
 

@@ -7,6 +7,8 @@
 /// An empty action name stands for "sends nothing": it matches separators,
 /// submenu titles and every other item without a message.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QByteArray>
 #include <QList>
 
@@ -22,17 +24,17 @@ namespace wq {
 
 /// The first item of the menu itself (submenus are not searched) that sends
 /// `action`, or null.
-QAction* itemWithAction(const QWidget& menu, const QByteArray& action);
+WQ_WIDGETS_EXPORT QAction* itemWithAction(const QWidget& menu, const QByteArray& action);
 /// Takes the item that itemWithAction finds, if any, out of the menu. The item
 /// is not deleted: it may be shared with other menus or toolbars.
-void removeItemWithAction(QWidget& menu, const QByteArray& action);
+WQ_WIDGETS_EXPORT void removeItemWithAction(QWidget& menu, const QByteArray& action);
 /// Every item that sends `action`, depth first (an item, then the matches in
 /// its submenu, then the next item); submenus only with checkSubMenus.
 /// Nothing, rather than an empty list, when no item matches.
-std::optional<QList<QAction*>> itemsWithAction(const QWidget& menu, const QByteArray& action, bool checkSubMenus);
+WQ_WIDGETS_EXPORT std::optional<QList<QAction*>> itemsWithAction(const QWidget& menu, const QByteArray& action, bool checkSubMenus);
 /// Takes every item that sends `action` out of the menu and, always, out of
 /// its submenus. A matching item goes with its submenu, which is not searched.
-void removeAllItemsWithAction(QWidget& menu, const QByteArray& action);
+WQ_WIDGETS_EXPORT void removeAllItemsWithAction(QWidget& menu, const QByteArray& action);
 
 /// @}
 

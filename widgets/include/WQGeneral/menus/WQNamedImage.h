@@ -8,6 +8,8 @@
 ///   - the framework's own images ("LittleRightArrow").
 /// So an application replaces a framework image by shipping one of that name.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QIcon>
 #include <QString>
 
@@ -20,7 +22,7 @@ namespace wq {
 inline const QString kWQLittleRightArrowImageName = QStringLiteral("LittleRightArrow");
 
 /// The named image; a null icon when the name is found nowhere.
-QIcon WQImageNamed(const QString& name);
+WQ_WIDGETS_EXPORT QIcon WQImageNamed(const QString& name);
 
 /// @}
 

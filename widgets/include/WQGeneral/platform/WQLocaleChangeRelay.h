@@ -3,6 +3,8 @@
 /// Passes the toolkit's locale-change event on to the framework, so that
 /// date names, separators and money formatters follow it.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 namespace wq {
 
 /// \addtogroup platform
@@ -12,7 +14,7 @@ namespace wq {
 /// QEvent::LocaleChange, as the toolkit hands it to each window, into one
 /// WQRegionalSettings::noteSystemChange() on the next pass of the event loop.
 /// Needs a QApplication; without one it does nothing.
-void WQInstallLocaleChangeRelay();
+WQ_WIDGETS_EXPORT void WQInstallLocaleChangeRelay();
 
 /// @}
 

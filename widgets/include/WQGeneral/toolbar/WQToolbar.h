@@ -13,6 +13,7 @@
 /// The context menu offers the display mode and "Customize Toolbar…", which
 /// opens WQToolbarCustomizationDialog on the toolbar's window.
 
+#include <WQGeneral/WQWidgetsExport.h>
 #include <WQGeneral/toolbar/WQToolbarKeys.h>
 
 #include <QList>
@@ -29,7 +30,7 @@ class WQToolbarCustomizationDialog;
 class WQToolbarDelegate;
 class WQToolbarItem;
 
-class WQToolbar : public QToolBar {
+class WQ_WIDGETS_EXPORT WQToolbar : public QToolBar {
     Q_OBJECT
 public:
     /// An empty toolbar; identifier names it in the user's settings.

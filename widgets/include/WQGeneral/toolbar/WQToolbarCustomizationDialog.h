@@ -10,6 +10,8 @@
 /// every change at once; Cancel puts it back as it was, Done keeps the change
 /// (and saves it when the toolbar autosaves).
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QDialog>
 #include <QPointer>
 #include <QStringList>
@@ -26,10 +28,11 @@ namespace wq {
 class WQToolbar;
 class WQToolbarItemList;
 
-class WQToolbarCustomizationDialog : public QDialog {
+class WQ_WIDGETS_EXPORT WQToolbarCustomizationDialog : public QDialog {
     Q_OBJECT
 public:
-    /// What a drag between the two lists carries (see WQToolbarItemList.h).
+    /// The MIME type of a drag between the two lists: the dragged rows, their
+    /// item identifiers and the list they come from.
     static const QString kItemMimeType;
 
     /// A dialog for toolbar, window-modal on its window.

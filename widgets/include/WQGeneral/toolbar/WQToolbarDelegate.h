@@ -3,6 +3,8 @@
 /// What a WQToolbar asks of the object that supplies its items (normally the
 /// window controller, which answers from its toolbar dictionary).
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -16,7 +18,7 @@ namespace wq {
 class WQToolbar;
 class WQToolbarItem;
 
-class WQToolbarDelegate {
+class WQ_WIDGETS_EXPORT WQToolbarDelegate {
 public:
     virtual ~WQToolbarDelegate() = default;
 

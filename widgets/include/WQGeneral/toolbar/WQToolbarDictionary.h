@@ -3,6 +3,7 @@
 /// Toolbar items made from a toolbar dictionary (keys in
 /// <WQGeneral/toolbar/WQToolbarKeys.h>) for the object that owns the toolbar.
 
+#include <WQGeneral/WQWidgetsExport.h>
 #include <WQGeneral/toolbar/WQToolbarKeys.h>
 
 #include <QStringList>
@@ -28,12 +29,12 @@ class WQToolbarItem;
 /// then ignored, and a property that holds no widget gives no item. Without
 /// "view", the item shows the image named "imageName" (WQNamedImage.h) and
 /// sends the message named "action" to the owner.
-std::unique_ptr<WQToolbarItem> WQToolbarItemFromDictionary(const QVariantMap& toolbarDictionary,
-                                                           const QString& itemIdentifier, QObject& owner);
+WQ_WIDGETS_EXPORT std::unique_ptr<WQToolbarItem> WQToolbarItemFromDictionary(const QVariantMap& toolbarDictionary,
+                                                                             const QString& itemIdentifier, QObject& owner);
 /// The dictionary's default set and allowed set; empty when it has none.
-QStringList WQToolbarDefaultItemIdentifiers(const QVariantMap& toolbarDictionary);
+WQ_WIDGETS_EXPORT QStringList WQToolbarDefaultItemIdentifiers(const QVariantMap& toolbarDictionary);
 /// The allowed item identifiers of a toolbar dictionary.
-QStringList WQToolbarAllowedItemIdentifiers(const QVariantMap& toolbarDictionary);
+WQ_WIDGETS_EXPORT QStringList WQToolbarAllowedItemIdentifiers(const QVariantMap& toolbarDictionary);
 
 /// @}
 

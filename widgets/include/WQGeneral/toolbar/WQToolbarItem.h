@@ -4,6 +4,8 @@
 /// message it sends (see WQActionMessage.h), or a widget of the window's (a
 /// search field, a pop-up menu) shown in the toolbar instead of a button.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QPointer>
 #include <QSize>
 #include <QString>
@@ -14,7 +16,7 @@ namespace wq {
 /// \addtogroup toolbar
 /// @{
 
-class WQToolbarItem : public QWidgetAction {
+class WQ_WIDGETS_EXPORT WQToolbarItem : public QWidgetAction {
     Q_OBJECT
 public:
     /// An item without label, image or view.

@@ -9,6 +9,8 @@
 /// lower-level colour would be made from the components read back. It is a
 /// value, so the caller owns it and there is nothing to release.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QColor>
 
 namespace wq {
@@ -18,7 +20,7 @@ namespace wq {
 
 /// The components of color, in its own model, made into a new colour of that
 /// model. An invalid colour, which has no components, gives an invalid one.
-QColor newCGColorRef(const QColor& color);
+WQ_WIDGETS_EXPORT QColor newCGColorRef(const QColor& color);
 
 /// @}
 

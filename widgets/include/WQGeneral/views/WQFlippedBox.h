@@ -7,6 +7,8 @@
 /// downwards, so the box is a QGroupBox that only answers the question for
 /// code that asks; nothing is mirrored.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QGroupBox>
 
 namespace wq {
@@ -14,7 +16,7 @@ namespace wq {
 /// \addtogroup views
 /// @{
 
-class WQFlippedBox : public QGroupBox {
+class WQ_WIDGETS_EXPORT WQFlippedBox : public QGroupBox {
     Q_OBJECT
 public:
     /// A box without title.

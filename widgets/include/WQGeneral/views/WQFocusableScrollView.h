@@ -10,6 +10,8 @@
 /// the application's focus widget changes and whenever the window is
 /// activated or deactivated.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QPointer>
 #include <QScrollArea>
 
@@ -18,7 +20,7 @@ namespace wq {
 /// \addtogroup views
 /// @{
 
-class WQFocusableScrollView : public QScrollArea {
+class WQ_WIDGETS_EXPORT WQFocusableScrollView : public QScrollArea {
     Q_OBJECT
 public:
     /// A scroll area that follows the application's focus.

@@ -9,6 +9,8 @@
 /// QWidget::setHidden() takes a widget out of the layout and out of input
 /// altogether, so the cell's own flag is cellHidden / setCellHidden.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QComboBox>
 #include <QPushButton>
 
@@ -20,7 +22,7 @@ namespace wq {
 class WQHideableCellState;
 
 /// A push button that can be hidden while keeping its place.
-class WQHideableButtonCell : public QPushButton {
+class WQ_WIDGETS_EXPORT WQHideableButtonCell : public QPushButton {
     Q_OBJECT
 public:
     /// A button without text.
@@ -43,7 +45,7 @@ private:
 };
 
 /// A pop-up (non-editable combo box) that can be hidden while keeping its place.
-class WQHideablePopUpButtonCell : public QComboBox {
+class WQ_WIDGETS_EXPORT WQHideablePopUpButtonCell : public QComboBox {
     Q_OBJECT
 public:
     /// An empty pop-up.

@@ -7,6 +7,8 @@
 /// delegate the table's own menu is shown, with every item disabled when no
 /// row is selected.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QMenu>
 #include <QPointer>
 #include <QTableView>
@@ -19,7 +21,7 @@ namespace wq {
 class WQTableView;
 
 /// What a WQTableView asks before it shows its context menu.
-class WQTableViewDelegate {
+class WQ_WIDGETS_EXPORT WQTableViewDelegate {
 public:
     virtual ~WQTableViewDelegate() = default;
     /// The menu for a right click on row, -1 below the last row; nullptr for
@@ -27,7 +29,7 @@ public:
     virtual QMenu* tableViewContextMenuForRow(WQTableView& tableView, int row) = 0;
 };
 
-class WQTableView : public QTableView {
+class WQ_WIDGETS_EXPORT WQTableView : public QTableView {
     Q_OBJECT
 public:
     /// A table view without menu.

@@ -9,6 +9,8 @@
 /// that any application linking it can load as ":/WQGeneral/URLClickHand.png";
 /// its hot spot is the fingertip at (5, 0).
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QCursor>
 #include <QList>
 #include <QPixmap>
@@ -21,9 +23,9 @@ namespace wq {
 /// @{
 
 /// The hand image, loaded once and kept; null if the resource is missing.
-QPixmap WQURLClickHandImage();
+WQ_WIDGETS_EXPORT QPixmap WQURLClickHandImage();
 
-class WQURLTextView : public QTextBrowser {
+class WQ_WIDGETS_EXPORT WQURLTextView : public QTextBrowser {
     Q_OBJECT
 public:
     /// An empty, read-only view.

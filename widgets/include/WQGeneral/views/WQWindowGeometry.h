@@ -2,6 +2,8 @@
 /// \file
 /// Window geometry shared by the views and the pop-up calculator.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QPoint>
 
 class QWidget;
@@ -15,7 +17,7 @@ namespace wq {
 /// works, its own coordinates are used) to global screen coordinates. Qt has
 /// one conversion for every version of the toolkit, so there is nothing to
 /// choose between; the name is kept for code written against the framework.
-QPoint compatibleConvertPointToScreen(const QWidget& window, QPoint point);
+WQ_WIDGETS_EXPORT QPoint compatibleConvertPointToScreen(const QWidget& window, QPoint point);
 
 /// @}
 
