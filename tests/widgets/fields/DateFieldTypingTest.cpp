@@ -158,3 +158,47 @@ TEST_F(DateField, TypingInGermanOrder)
     EXPECT_EQ(WQDateValue(*field), WQDate(2026, 4, 3));
 }
 
+
+TEST_F(DateField, YearsBeyondStorageAndTheFieldsRangeAreRefused)
+{
+    open("en_US");
+    QSignalSpy refused(field, &WQLineEdit::valueRefused);
+    const auto enter = [this](const char* text) {
+        field->selectAll();
+        type(QString::fromLatin1(text));
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+    // A year that four digits cannot store would be written whole and read
+    // back as another date; the years they can store read as ever.
+    enter("3/15/2431524");
+    ASSERT_EQ(refused.count(), 1);
+    EXPECT_EQ(refused.last().at(0).toString(), "Invalid year entry.");
+    EXPECT_EQ(field->text(), "3/15/2431524");
+    EXPECT_EQ(WQDateValue(*field), std::nullopt);
+    enter("12/31/9999");
+    EXPECT_EQ(WQDateValue(*field), WQDate(9999, 12, 31));
+
+    // The field's own range, with its limits in the field's format.
+    field->setDateRange(QDate(2026, 1, 1), QDate(2026, 12, 31));
+    EXPECT_EQ(field->maximumDate(), QDate(2026, 12, 31));
+    enter("12/31/25");
+    EXPECT_EQ(refused.last().at(0).toString(), "The date must be between 1/1/26 and 12/31/26.");
+    enter("12/31/26");
+    EXPECT_EQ(WQDateValue(*field), WQDate(2026, 12, 31));
+    type("+");
+    EXPECT_EQ(field->text(), "12/31/26");
+    field->clearMaximumDate();
+    type("+");
+    EXPECT_EQ(field->text(), "1/1/27");
+    enter("3/4/1999");
+    EXPECT_EQ(refused.last().at(0).toString(), "The date must be on or after 1/1/26.");
+
+    // A formatter of another kind keeps the field's range; so does the picker put in its place.
+    field->setFormatterKind(WQLineEdit::ExtendedDate);
+    enter("3/4/1999");
+    EXPECT_EQ(refused.last().at(0).toString(), "The date must be on or after 1/1/2026.");
+    QWidget* place = field;
+    const QDateEdit* picker = WQSetupDateField(place, true);
+    EXPECT_EQ(picker->minimumDate(), QDate(2026, 1, 1));
+    EXPECT_EQ(picker->maximumDate(), QDate(9999, 12, 31));
+}
