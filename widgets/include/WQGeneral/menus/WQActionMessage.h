@@ -47,6 +47,9 @@ QAction* wq_addItemWithTitle(QWidget& menu, const QString& title, const QByteArr
 /// Sends `action` to `target` (or, without one, along the chain above) with
 /// `sender` as its argument. False when nobody answers it.
 bool WQSendAction(const QByteArray& action, QObject* target, QObject* sender);
+/// True when target has a message named `action` to receive (with or
+/// without the sender).
+bool WQAnswersAction(const QObject& target, const QByteArray& action);
 /// The object that would receive `action` sent without a target, or null.
 QObject* WQTargetForAction(const QByteArray& action);
 
