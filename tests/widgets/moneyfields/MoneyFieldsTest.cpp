@@ -44,7 +44,7 @@ protected:
     // A shown, focused field with the owner's two-place formatter.
     std::unique_ptr<WQLineEdit> field()
     {
-        auto edit = std::make_unique<WQLineEdit>(WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2));
+        auto edit = std::make_unique<WQLineEdit>(owner.moneyFormatter());
         edit->show();
         edit->activateWindow();
         edit->setFocus();
@@ -79,7 +79,7 @@ TEST_F(MoneyFields, StandardTypingEnUS)
 TEST_F(MoneyFields, ATMTypingEnUS)
 {
     test::ScopedLocale locale(u"en_US"_s);
-    owner.atm = true;
+    owner.setUserInputLikeATM(true);
     const auto edit = field();
     QSignalSpy refusals(edit.get(), &WQLineEdit::editRefused);
     steps(*edit, {{u"1"_s, u"$0.01"_s}, {u"2"_s, u"$0.12"_s}, {u"3"_s, u"$1.23"_s}, {u"4"_s, u"$12.34"_s}});
@@ -89,7 +89,7 @@ TEST_F(MoneyFields, ATMTypingEnUS)
     edit->selectAll();
     EXPECT_EQ(typed(*edit, u"7"_s), u"-$0.07");
     // Switching the owner's mode takes effect on the next key.
-    owner.atm = false;
+    owner.setUserInputLikeATM(false);
     edit->selectAll();
     EXPECT_EQ(typed(*edit, u"5"_s), u"$5");
 }
@@ -104,7 +104,7 @@ TEST_F(MoneyFields, BothModesDeDE)
     QTest::keyClick(edit.get(), Qt::Key_Return);
     EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), 1234.56);
 
-    owner.atm = true;
+    owner.setUserInputLikeATM(true);
     steps(*field(), {{u"123456"_s, u"1.234,56 €"_s}, {u"\b"_s, u"123,45 €"_s}, {u","_s, u"123,45 €"_s}});
 }
 
