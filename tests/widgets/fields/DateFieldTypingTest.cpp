@@ -135,30 +135,6 @@ TEST_F(DateField, PasteOverTheSelectionAndDeleting)
     EXPECT_EQ(WQDateValue(*field), std::nullopt);
 }
 
-TEST_F(DateField, TypingInGermanOrder)
-{
-    open("de_DE");
-    QSignalSpy refused(field, &WQLineEdit::editRefused);
-
-    type("15.3.26");
-    type("+");
-    EXPECT_EQ(field->text(), "16.03.26");
-    QTest::keyClick(field, '-', Qt::AltModifier);
-    EXPECT_EQ(field->text(), "16.02.26");
-    type("/.");
-    EXPECT_EQ(field->text(), "16.02.26");
-    ASSERT_EQ(refused.count(), 2);
-    EXPECT_EQ(refused.at(0).at(0).toString(), "\"/\" is not valid here");
-    EXPECT_EQ(refused.at(1).at(0).toString(), "\".\" can't appear more than twice here");
-
-    field->selectAll();
-    type("3.4");
-    QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_EQ(field->text(), "03.04.26");
-    EXPECT_EQ(WQDateValue(*field), WQDate(2026, 4, 3));
-}
-
-
 TEST_F(DateField, YearsBeyondStorageAndTheFieldsRangeAreRefused)
 {
     open("en_US");
@@ -186,14 +162,10 @@ TEST_F(DateField, YearsBeyondStorageAndTheFieldsRangeAreRefused)
     enter("12/31/26");
     EXPECT_EQ(WQDateValue(*field), WQDate(2026, 12, 31));
     type("+");
-    EXPECT_EQ(field->text(), "12/31/26");
-    field->clearMaximumDate();
-    type("+");
-    EXPECT_EQ(field->text(), "1/1/27");
-    enter("3/4/1999");
-    EXPECT_EQ(refused.last().at(0).toString(), "The date must be on or after 1/1/26.");
+    EXPECT_EQ(field->text(), "12/31/26") << "no step past the range";
 
     // A formatter of another kind keeps the field's range; so does the picker put in its place.
+    field->clearMaximumDate();
     field->setFormatterKind(WQLineEdit::ExtendedDate);
     enter("3/4/1999");
     EXPECT_EQ(refused.last().at(0).toString(), "The date must be on or after 1/1/2026.");
