@@ -357,6 +357,19 @@ void WQLineEdit::_wq_showValue(const QVariant& value)
     _wq_emitTypedValue(value);
 }
 
+bool WQLineEdit::_wq_read(const QString& text, QVariant* value, QString* error) const
+{
+    *value = text;
+    if (!_wq_formatter)
+        return true;
+    try {
+        return _wq_formatter->getObjectValue(value, text, error);
+    } catch (const std::exception& failure) {
+        *error = describe(failure);
+        return false;
+    }
+}
+
 bool WQLineEdit::validateEditing()
 {
     if (!_wq_pendingEdit)

@@ -3,8 +3,8 @@
 // and the range of date fields.
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/numbers/WQNumberFormatter.h>
 
-#include <exception>
 #include <limits>
 #include <optional>
 
@@ -55,19 +55,6 @@ std::optional<WQDate> dateIn(const QVariant& value)
 
 } // namespace
 
-bool WQLineEdit::_wq_read(const QString& text, QVariant* value, QString* error) const
-{
-    *value = text;
-    if (!_wq_formatter)
-        return true;
-    try {
-        return _wq_formatter->getObjectValue(value, text, error);
-    } catch (const std::exception& failure) {
-        *error = QString::fromUtf8(failure.what());
-        return false;
-    }
-}
-
 QVariant WQLineEdit::currentObjectValue() const
 {
     if (!_wq_pendingEdit)
@@ -79,10 +66,13 @@ QVariant WQLineEdit::currentObjectValue() const
 
 void WQLineEdit::_wq_emitTypedValue(const QVariant& value)
 {
-    if (const std::optional<double> number = numberIn(value))
-        emit valueChanged(*number);
-    else if (const std::optional<WQDate> date = dateIn(value))
-        emit dateChanged(toQDate(*date));
+    // A number or date field also tells when its value goes (emptied, say).
+    const std::optional<double> number = numberIn(value);
+    if (number || std::dynamic_pointer_cast<WQNumberFormatter>(_wq_formatter))
+        emit valueChanged(number.value_or(0.0));
+    const std::optional<WQDate> date = dateIn(value);
+    if (date || std::dynamic_pointer_cast<WQDateFormatter>(_wq_formatter))
+        emit dateChanged(date ? toQDate(*date) : QDate());
 }
 
 double WQLineEdit::value() const

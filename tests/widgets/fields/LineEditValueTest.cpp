@@ -85,6 +85,8 @@ TEST(FieldValue, NumbersAndDatesAsTheirOwnTypes)
     date.setDate(QDate());
     EXPECT_FALSE(date.objectValue().isValid());
     EXPECT_EQ(date.text(), "");
+    EXPECT_EQ(dates.count(), 3);
+    EXPECT_FALSE(dates.last().at(0).toDate().isValid()) << "no date any more is a change too";
 }
 
 } // namespace

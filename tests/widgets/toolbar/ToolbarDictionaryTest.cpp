@@ -1,6 +1,7 @@
 #include "ToolbarTesting.h"
 
 #include <WQGeneral/menus/WQActionMessage.h>
+#include <WQGeneral/toolbar/WQToolbarDictionary.h>
 
 #include <QToolButton>
 #include <QTranslator>

@@ -155,9 +155,11 @@ public:
 signals:
     /// The object value changed: set, or read from the text when editing ended.
     void objectValueChanged(const QVariant& value);
-    /// With objectValueChanged, when the value is a number.
+    /// With objectValueChanged, when the value is a number or the field's
+    /// formatter one of numbers (0 for no value).
     void valueChanged(double value);
-    /// With objectValueChanged, when the value is a date.
+    /// With objectValueChanged, when the value is a date or the field's
+    /// formatter one of dates (an invalid date for no value).
     void dateChanged(QDate date);
     /// The user changed the text and the formatter has had its say.
     void editedTextChanged(const QString& text);

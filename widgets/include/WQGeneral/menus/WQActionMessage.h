@@ -14,6 +14,8 @@
 /// (the object held in the window's "wqWindowController" property), and the
 /// application object.
 
+#include <WQGeneral/WQWidgetsExport.h>
+
 #include <QByteArray>
 #include <QKeySequence>
 #include <QString>
@@ -49,7 +51,7 @@ QAction* wq_addItemWithTitle(QWidget& menu, const QString& title, const QByteArr
 bool WQSendAction(const QByteArray& action, QObject* target, QObject* sender);
 /// True when target has a message named `action` to receive (with or
 /// without the sender).
-bool WQAnswersAction(const QObject& target, const QByteArray& action);
+WQ_WIDGETS_EXPORT bool WQAnswersAction(const QObject& target, const QByteArray& action);
 /// The object that would receive `action` sent without a target, or null.
 QObject* WQTargetForAction(const QByteArray& action);
 
