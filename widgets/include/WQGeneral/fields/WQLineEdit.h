@@ -28,8 +28,9 @@
 /// write the value, not the text: a model's 1234.5 shows as "$1,234.50" in a
 /// money field and goes back as a number. Typed beside it: value and
 /// valueChanged(double) for the number and money kinds, date and
-/// dateChanged(QDate) for the date kinds. Date fields take a range
-/// (minimumDate, maximumDate), none by default.
+/// dateChanged(QDate) for the date kinds; a model column of QDates maps the
+/// date property (`mapper.addMapping(field, column, "date")`). Date fields
+/// take a range (minimumDate, maximumDate), none by default.
 
 #include <WQGeneral/formatters/WQFormatter.h>
 #include <WQGeneral/formatters/WQToolkit.h>
