@@ -5,10 +5,10 @@
 /// listing it on the settings page):
 ///
 /// \code
-///   WQWarningSuppression::registerKey("Warn: Future Date", tr("A transaction dated in the future"));
-///   ...
-///   WQSuppressibleWarning(window, "Warn: Future Date", tr("The date lies in the future."),
-///                         tr("Scheduled transactions belong in the Scheduled list."));
+///   // once, at start-up, so the settings page lists it
+///   WQWarningSuppression::registerKey(kFutureDateKey, futureDateDescription);
+///   // where the warning is due
+///   WQSuppressibleWarning(window, kFutureDateKey, futureDateTitle, futureDateExplanation);
 /// \endcode
 ///
 /// For a window-modal sheet on a controller's window, see
