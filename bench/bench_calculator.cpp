@@ -7,6 +7,7 @@
 
 #include <WQGeneral/calculator/WQCalculateWindowController.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include <QApplication>
@@ -20,9 +21,9 @@ namespace {
 
 using namespace wq;
 
-WQMoneyFormatterDelegate& owner()
+WQMoneyFormatterOwner& owner()
 {
-    static WQMoneyFormatterDelegate document;
+    static WQMoneyFormatterOwner document;
     return document;
 }
 
@@ -46,7 +47,7 @@ struct Register {
     Register()
     {
         auto* layout = new QVBoxLayout(&window);
-        field = new WQLineEdit(WQMoneyFormatter::moneyFormatterForDelegate(&owner(), 2, true), &window);
+        field = new WQLineEdit(owner().moneyFormatter(2, true), &window);
         layout->addWidget(field);
         window.resize(300, 80);
         window.show();

@@ -5,6 +5,7 @@
 
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include "WQBenchRecorder.h"
@@ -30,18 +31,14 @@ using namespace wq;
 
 constexpr std::array<double, 8> kAmounts = {1234.5, -1234.5, 0.375, 999.999, 12.34, -0.004, 1234567.89, 42};
 
-class Owner : public WQMoneyFormatterDelegate {
-public:
-    bool user_input_like_ATM() const override { return atm; }
-    bool atm = false;
-};
+// The documents the formatters belong to; each takes its formatters out of
+// the registry when the program ends.
+WQMoneyFormatterOwner& standardOwner() { static WQMoneyFormatterOwner o; return o; }
+WQMoneyFormatterOwner& atmOwner() { static WQMoneyFormatterOwner o(std::nullopt, true); return o; }
 
-Owner& standardOwner() { static Owner o; return o; }
-Owner& atmOwner() { static Owner o = [] { Owner a; a.atm = true; return a; }(); return o; }
-
-std::shared_ptr<WQMoneyFormatter> formatter(Owner& owner)
+std::shared_ptr<WQMoneyFormatter> formatter(WQMoneyFormatterOwner& owner)
 {
-    return WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2);
+    return owner.moneyFormatter();
 }
 
 std::unique_ptr<icu::NumberFormat> icuCurrency()
@@ -233,7 +230,5 @@ int main(int argc, char** argv)
                             wq::bench::WQBenchRecorder::timeText(*quarter) + " and "
                                 + wq::bench::WQBenchRecorder::timeText(*whole)});
     reporter.finish("bench_money");
-    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &standardOwner());
-    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &atmOwner());
     return 0;
 }

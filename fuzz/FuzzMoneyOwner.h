@@ -1,16 +1,27 @@
 #pragma once
-// A money formatter's owner whose currency and typing mode a fuzz input sets.
+// A money formatters' owner whose typing mode and currency a fuzz input sets:
+// bit 0 of the mode byte selects ATM typing, bit 1 a currency of five texts.
 
-#include <WQGeneral/money/WQMoneyFormatterDelegate.h>
+#include "FuzzInput.h"
+
+#include <WQGeneral/money/WQMoneyConstants.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 
 namespace wq::fuzz {
 
-class MoneyOwner : public WQMoneyFormatterDelegate {
-public:
-    std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
-    bool user_input_like_ATM() const override { return atm; }
-    std::optional<QVariantMap> dict;
-    bool atm = false;
-};
+inline WQMoneyFormatterOwner ownerFrom(std::uint8_t mode, Input& in)
+{
+    std::optional<QVariantMap> currency;
+    if (mode & 2) {
+        currency = QVariantMap{
+            {kWQCurrencyKey_CurrencySymbol, in.text()},
+            {kWQCurrencyKey_PositiveCurrencyFormatString, in.text()},
+            {kWQCurrencyKey_NegativeCurrencyFormatString, in.text()},
+            {kWQCurrencyKey_ThousandsSeparator, in.text()},
+            {kWQCurrencyKey_DecimalSeparator, in.text()},
+        };
+    }
+    return WQMoneyFormatterOwner(std::move(currency), mode & 1);
+}
 
 } // namespace wq::fuzz

@@ -5,7 +5,6 @@
 #include "FuzzMoneyOwner.h"
 
 #include <WQGeneral/money/WQCalculateMoneyFormatter.h>
-#include <WQGeneral/money/WQMoneyConstants.h>
 
 #include <QCoreApplication>
 
@@ -20,17 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     wq::fuzz::Input in(data, size);
     const std::uint8_t mode = in.byte();
-    wq::fuzz::MoneyOwner owner;
-    owner.atm = mode & 1;
-    if (mode & 2) {
-        owner.dict = QVariantMap{
-            {wq::kWQCurrencyKey_CurrencySymbol, in.text()},
-            {wq::kWQCurrencyKey_PositiveCurrencyFormatString, in.text()},
-            {wq::kWQCurrencyKey_NegativeCurrencyFormatString, in.text()},
-            {wq::kWQCurrencyKey_ThousandsSeparator, in.text()},
-            {wq::kWQCurrencyKey_DecimalSeparator, in.text()},
-        };
-    }
+    wq::WQMoneyFormatterOwner owner = wq::fuzz::ownerFrom(mode, in);
     const auto formatter = std::make_shared<wq::WQCalculateMoneyFormatter>(&owner);
     // A few edits in a row, as a user types into one field.
     for (int edit = 0; edit < 1 + (mode >> 4) % 4; ++edit) {

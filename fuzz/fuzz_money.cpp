@@ -3,24 +3,13 @@
 #include "FuzzEdit.h"
 #include "FuzzMoneyOwner.h"
 
-#include <WQGeneral/money/WQMoneyConstants.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     wq::fuzz::Input in(data, size);
     const std::uint8_t mode = in.byte();
-    wq::fuzz::MoneyOwner owner;
-    owner.atm = mode & 1;
-    if (mode & 2) {
-        owner.dict = QVariantMap{
-            {wq::kWQCurrencyKey_CurrencySymbol, in.text()},
-            {wq::kWQCurrencyKey_PositiveCurrencyFormatString, in.text()},
-            {wq::kWQCurrencyKey_NegativeCurrencyFormatString, in.text()},
-            {wq::kWQCurrencyKey_ThousandsSeparator, in.text()},
-            {wq::kWQCurrencyKey_DecimalSeparator, in.text()},
-        };
-    }
+    wq::WQMoneyFormatterOwner owner = wq::fuzz::ownerFrom(mode, in);
     wq::WQMoneyFormatter formatter(&owner);
     if (mode & 4) {
         QVariant value;

@@ -8,6 +8,7 @@
 
 #include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/numbers/WQDecimalFormatter.h>
 #include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
@@ -20,15 +21,6 @@
 
 namespace showcase {
 namespace {
-
-// The document's currency settings and typing mode.
-class Document : public wq::WQMoneyFormatterDelegate {
-public:
-    std::optional<QVariantMap> currencySymbolDict() const override { return currency; }
-    bool user_input_like_ATM() const override { return atm; }
-    std::optional<QVariantMap> currency;
-    bool atm = false;
-};
 
 QVariantMap swissFrancs()
 {
@@ -52,18 +44,10 @@ void waitForSettings()
 
 class MoneyFields : public ShowcaseFeature {
 public:
-    ~MoneyFields() override
-    {
-        // The document closes: its formatters leave the registry.
-        wq::WQNotificationCenter::defaultCenter().postNotificationName(wq::kWQNotification_DelegateRemoved,
-                                                                      &_document);
-    }
-
     void build(RegisterWindow& window) override
     {
         // A calculating field: + - * / open the calculator, = finishes it.
-        _amount = new wq::WQLineEdit(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, true),
-                                     window.entryRow());
+        _amount = new wq::WQLineEdit(_document.moneyFormatter(2, true), window.entryRow());
         _amount->setObjectName(QStringLiteral("amount"));
         _amount->setToolTip(QStringLiteral("+ - * / open the calculator and = finishes it (without the calculator "
                                            "\"-\" flips the sign); in ATM typing digits enter from the right"));
@@ -78,22 +62,20 @@ public:
         _calculate->setChecked(true);
         QObject::connect(_calculate, &QCheckBox::toggled, _calculate, [this](bool on) {
             _amount->validateEditing();
-            _amount->setFormatter(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, on));
+            _amount->setFormatter(_document.moneyFormatter(2, on));
         });
         window.addOption(QStringLiteral("Calculator"), _calculate);
 
         _atm = new QCheckBox(QStringLiteral("ATM typing"), window.entryRow());
         _atm->setObjectName(QStringLiteral("atm"));
-        QObject::connect(_atm, &QCheckBox::toggled, _atm, [this](bool on) { _document.atm = on; });
+        QObject::connect(_atm, &QCheckBox::toggled, _atm, [this](bool on) { _document.setUserInputLikeATM(on); });
         window.addOption(QStringLiteral("Typing"), _atm);
 
         _currency = new QComboBox(window.entryRow());
         _currency->setObjectName(QStringLiteral("currency"));
         _currency->addItems({QStringLiteral("System settings"), QStringLiteral("Swiss francs (CHF 1'234.50)")});
         QObject::connect(_currency, &QComboBox::currentIndexChanged, _currency, [this](int index) {
-            _document.currency = index == 1 ? std::optional<QVariantMap>(swissFrancs()) : std::nullopt;
-            wq::WQNotificationCenter::defaultCenter().postNotificationName(wq::kWQNotification_CurrencyChanged,
-                                                                          &_document);
+            _document.setCurrencySymbolDict(index == 1 ? std::optional<QVariantMap>(swissFrancs()) : std::nullopt);
         });
         window.addOption(QStringLiteral("Currency"), _currency);
 
@@ -221,7 +203,9 @@ public:
     }
 
 private:
-    Document _document;
+    // The document: its currency settings and typing mode. Its formatters
+    // leave the registry when it closes.
+    wq::WQMoneyFormatterOwner _document;
     // The window owns the widgets; notifications may outlive them.
     QPointer<wq::WQLineEdit> _amount;
     QPointer<wq::WQLineEdit> _count;

@@ -248,5 +248,21 @@ The date must be entered as a day, month, and year.  The order of the three valu
         <source>Total %@</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Invalid year entry.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The date must be between %@ and %@.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The date must be on or after %@.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The date must be on or before %@.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

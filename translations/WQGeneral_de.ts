@@ -250,5 +250,21 @@ Das Datum besteht aus Tag, Monat und Jahr.  In welcher Reihenfolge sie eingegebe
         <source>Total %@</source>
         <translation>Summe %@</translation>
     </message>
+    <message>
+        <source>Invalid year entry.</source>
+        <translation>Ungültige Jahresangabe.</translation>
+    </message>
+    <message>
+        <source>The date must be between %@ and %@.</source>
+        <translation>Das Datum muss zwischen %@ und %@ liegen.</translation>
+    </message>
+    <message>
+        <source>The date must be on or after %@.</source>
+        <translation>Das Datum darf nicht vor dem %@ liegen.</translation>
+    </message>
+    <message>
+        <source>The date must be on or before %@.</source>
+        <translation>Das Datum darf nicht nach dem %@ liegen.</translation>
+    </message>
 </context>
 </TS>

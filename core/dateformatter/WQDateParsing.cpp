@@ -127,7 +127,48 @@ std::optional<WQDate> WQDateFormatter::dateForString(const QString& string, QStr
         return fail(WQStrings::tr("Invalid month entry."));
     if (day < 1 || day > WQDate::daysInMonth(month, year))
         return fail(WQStrings::tr("Invalid day entry."));
-    return WQDate::dateWithYear(year, month, day);
+    const WQDate date = WQDate::dateWithYear(year, month, day);
+    if (const QString refusal = _wq_outOfRange(date); !refusal.isEmpty())
+        return fail(refusal);
+    return date;
+}
+
+void WQDateFormatter::setMinimumDate(std::optional<WQDate> minimum)
+{
+    _wq_minimumDate = minimum;
+    if (minimum && _wq_maximumDate && *_wq_maximumDate < *minimum)
+        _wq_maximumDate = minimum;
+}
+
+void WQDateFormatter::setMaximumDate(std::optional<WQDate> maximum)
+{
+    _wq_maximumDate = maximum;
+    if (maximum && _wq_minimumDate && *maximum < *_wq_minimumDate)
+        _wq_minimumDate = maximum;
+}
+
+void WQDateFormatter::setDateRange(std::optional<WQDate> minimum, std::optional<WQDate> maximum)
+{
+    _wq_minimumDate = minimum;
+    _wq_maximumDate = minimum && maximum && *maximum < *minimum ? minimum : maximum;
+}
+
+QString WQDateFormatter::_wq_outOfRange(const WQDate& date) const
+{
+    // Years the storage layouts cannot hold would be written whole and read
+    // back as another date.
+    if (date.yearOfCommonEra() < kEarliestYear || date.yearOfCommonEra() > kLatestYear)
+        return WQStrings::tr("Invalid year entry.");
+    const bool early = _wq_minimumDate && date < *_wq_minimumDate;
+    const bool late = _wq_maximumDate && date > *_wq_maximumDate;
+    if (!early && !late)
+        return QString();
+    if (_wq_minimumDate && _wq_maximumDate)
+        return WQFormatTemplate(WQStrings::tr("The date must be between %@ and %@."),
+                                {_wq_render(*_wq_minimumDate), _wq_render(*_wq_maximumDate)});
+    if (early)
+        return WQFormatTemplate(WQStrings::tr("The date must be on or after %@."), {_wq_render(*_wq_minimumDate)});
+    return WQFormatTemplate(WQStrings::tr("The date must be on or before %@."), {_wq_render(*_wq_maximumDate)});
 }
 
 bool WQDateFormatter::getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const

@@ -43,6 +43,9 @@ bool WQDateFormatter::_wq_incrementDecrement(const QString& insertedText, const 
         return false;
     if (!step->today)
         result = result->dateByAddingYears(0, step->months, step->days);
+    // A step past the range is refused, as one from a text that does not parse.
+    if (!_wq_outOfRange(*result).isEmpty())
+        return false;
     const QString shown = _wq_render(*result);
     return rewriteProposal(partialString, proposedSelectedRange, shown, WQRange{shown.size(), 0});
 }

@@ -8,6 +8,10 @@ namespace wq {
 WQMoneyFormatterOwner::WQMoneyFormatterOwner(std::optional<QVariantMap> currencySymbolDict, bool userInputLikeATM)
     : _wq_currency(std::move(currencySymbolDict)), _wq_atm(userInputLikeATM)
 {
+    // The registry and the notification centres the destructor talks to are
+    // made first, so that they outlive an owner that lives until the
+    // process ends (a static one).
+    WQMoneyFormatter::registeredFormatterCount();
 }
 
 WQMoneyFormatterOwner::~WQMoneyFormatterOwner()
@@ -20,13 +24,14 @@ void WQMoneyFormatterOwner::setCurrencySymbolDict(std::optional<QVariantMap> cur
     if (currencySymbolDict == _wq_currency)
         return;
     _wq_currency = std::move(currencySymbolDict);
-    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_CurrencyChanged, this);
-    // Those handed out here show the new currency now; the deferred re-read
-    // the notification schedules then finds nothing to change.
+    // Those handed out here show the new currency before anyone hears of
+    // it; the deferred re-read the notification schedules then finds
+    // nothing to change.
     std::erase_if(_wq_handedOut, [](const std::weak_ptr<WQMoneyFormatter>& f) { return f.expired(); });
     for (const auto& handed : _wq_handedOut)
         if (const auto formatter = handed.lock())
             formatter->reloadSettings();
+    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_CurrencyChanged, this);
 }
 
 std::shared_ptr<WQMoneyFormatter> WQMoneyFormatterOwner::moneyFormatter(qint8 decimalPlaces, bool canCalculate)

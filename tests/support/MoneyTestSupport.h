@@ -6,6 +6,7 @@
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/formatters/WQFormatter.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 
 #include <QString>
 #include <QVariantMap>
@@ -129,14 +130,6 @@ inline void checkTyping(WQFormatter& formatter, std::initializer_list<TypingRow>
 // The message of a key no formatter takes at that place.
 inline QString notValid(const QString& key) { return QStringLiteral("\"%1\" is not valid here").arg(key); }
 
-class TestDelegate : public WQMoneyFormatterDelegate {
-public:
-    std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
-    bool user_input_like_ATM() const override { return atm; }
-    std::optional<QVariantMap> dict;
-    bool atm = false;
-};
-
 inline QVariantMap currencyDict(const QString& symbol, const QString& positive, const QString& negative,
                                 const QString& thousands, const QString& decimal)
 {
@@ -161,25 +154,23 @@ inline QVariantMap euroDict()
                         QStringLiteral("."), QStringLiteral(","));
 }
 
-// A test owning one money-formatter owner; its registry entries go with it.
-// The owner closes: its formatters leave the registry.
+// The application closes an owner: its formatters leave the registry.
 inline void removeOwner(const WQNotificationSender& owner)
 {
     WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &owner);
 }
 
+// A test owning one money-formatter owner; its registry entries go with it.
 class MoneyTest : public ::testing::Test {
 protected:
-    void TearDown() override { test::removeOwner(owner); }
-    // The owner's shared formatter for fresh settings.
+    // The owner's shared formatter, under new settings.
     WQMoneyFormatter& with(const QVariantMap& dict, qint8 places = 2)
     {
-        owner.dict = dict;
-        test::removeOwner(owner);
-        current = WQMoneyFormatter::moneyFormatterForDelegate(&owner, places);
+        owner.setCurrencySymbolDict(dict);
+        current = owner.moneyFormatter(places);
         return *current;
     }
-    TestDelegate owner;
+    WQMoneyFormatterOwner owner;
     std::shared_ptr<WQMoneyFormatter> current;
 };
 

@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QString>
+#include <QStringList>
+#include <QtGlobal>
 
 #include <functional>
 #include <ostream>
@@ -32,6 +34,24 @@ public:
     ~ScopedLocale() { WQRegionalSettings::resetToEnvironment(); }
     ScopedLocale(const ScopedLocale&) = delete;
     ScopedLocale& operator=(const ScopedLocale&) = delete;
+};
+
+// Collects the qWarning (and other message) lines of one scope.
+class LogCapture {
+public:
+    LogCapture() : _previous(qInstallMessageHandler(&LogCapture::handler)) { lines().clear(); }
+    ~LogCapture() { qInstallMessageHandler(_previous); }
+    LogCapture(const LogCapture&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+    static QStringList& lines()
+    {
+        static QStringList captured;
+        return captured;
+    }
+
+private:
+    static void handler(QtMsgType, const QMessageLogContext&, const QString& message) { lines().append(message); }
+    QtMessageHandler _previous;
 };
 
 // Runs the event loop until done() holds or timeoutMs passes; answers done().

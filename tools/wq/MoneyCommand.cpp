@@ -5,6 +5,7 @@
 
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include <QLocale>
@@ -37,30 +38,7 @@ const QString kHelp = QStringLiteral(
 
 // The document the formatter belongs to: custom settings when any was
 // given (the rest filled from the system's), and the typing mode.
-class CommandOwner : public WQMoneyFormatterDelegate {
-public:
-    std::optional<QVariantMap> currencySymbolDict() const override { return dict; }
-    bool user_input_like_ATM() const override { return atm; }
-    std::optional<QVariantMap> dict;
-    bool atm = false;
-};
-
-// Tells the formatter registry that the owner is gone, however the command ends.
-class OwnerRemoval {
-public:
-    explicit OwnerRemoval(CommandOwner& owner) : _wq_owner(owner) {}
-    OwnerRemoval(const OwnerRemoval&) = delete;
-    OwnerRemoval& operator=(const OwnerRemoval&) = delete;
-    ~OwnerRemoval()
-    {
-        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_DelegateRemoved, &_wq_owner);
-    }
-
-private:
-    CommandOwner& _wq_owner;
-};
-
-void readSettings(Arguments& args, CommandOwner& owner, qint8& places)
+void readSettings(Arguments& args, WQMoneyFormatterOwner& owner, qint8& places)
 {
     const QString locale = args.option(QStringLiteral("--locale"));
     if (!locale.isNull())
@@ -73,7 +51,7 @@ void readSettings(Arguments& args, CommandOwner& owner, qint8& places)
             throw UsageError{QStringLiteral("--places must be a whole number from 0 to 9, not \"%1\"").arg(placesText)};
         places = qint8(value);
     }
-    owner.atm = args.flag(QStringLiteral("--atm"));
+    owner.setUserInputLikeATM(args.flag(QStringLiteral("--atm")));
 
     const struct { const char* option; const QString& key; QString system; } custom[] = {
         {"--symbol", kWQCurrencyKey_CurrencySymbol, WQMoneyFormatter::systemCurrencySymbol()},
@@ -90,7 +68,7 @@ void readSettings(Arguments& args, CommandOwner& owner, qint8& places)
         dict.insert(entry.key, value.isNull() ? entry.system : value);
     }
     if (anyCustom)
-        owner.dict = dict;
+        owner.setCurrencySymbolDict(dict);
 }
 
 QString quoted(const QString& text) { return u'"' + text + u'"'; }
@@ -189,14 +167,13 @@ int type(const std::shared_ptr<WQMoneyFormatter>& formatter, const QString& keys
 int runMoney(const QStringList& list)
 {
     Arguments arguments(list);
-    CommandOwner owner;
-    const OwnerRemoval removal(owner);
+    WQMoneyFormatterOwner owner; // its formatters leave the registry with it, however the command ends
     qint8 places = 2;
     readSettings(arguments, owner, places);
     const QStringList args = arguments.operands();
     if (args.size() != 2)
         throw UsageError{QStringLiteral("usage: wq ") + kUsage};
-    const auto formatter = WQMoneyFormatter::moneyFormatterForDelegate(&owner, places);
+    const auto formatter = owner.moneyFormatter(places);
     const QString& verb = args.at(0);
     if (verb == u"format")
         return format(formatter, args.at(1));

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QWidget>
@@ -20,6 +21,37 @@ void sendOnClick(QAbstractButton& button, QObject* target, const QByteArray& act
     });
 }
 
+QCheckBox* newCheckBox(QWidget* panel, QObject* target, const QVariant& attached, const QByteArray& action)
+{
+    auto* checkBox = new QCheckBox(WQStrings::tr("Don't show again"), panel);
+    checkBox->setProperty(kWQRepresentedObjectProperty, attached);
+    sendOnClick(*checkBox, target, action);
+    return checkBox;
+}
+
+// The buttons' clicks send the panel's action instead of what they did.
+void redirect(QAbstractButton& button, QObject* target, const QByteArray& action)
+{
+    QObject::disconnect(&button, &QAbstractButton::clicked, nullptr, nullptr);
+    sendOnClick(button, target, action);
+}
+
+// A message box lays out its own children, and its buttons sit in a button
+// box: the check box goes where the box puts one, below the text, and
+// Cancel among the buttons.
+void addToMessageBox(QMessageBox& box, QObject* target, const QVariant& attached, const QByteArray& checkBoxAction,
+                     const QByteArray& buttonsAction, const QByteArray& cancelAction)
+{
+    for (QAbstractButton* button : box.buttons())
+        redirect(*button, target, buttonsAction);
+    box.setCheckBox(newCheckBox(&box, target, attached, checkBoxAction));
+    if (!cancelAction.isEmpty()) {
+        QPushButton* cancel = box.addButton(WQStrings::tr("Cancel"), QMessageBox::RejectRole);
+        box.setEscapeButton(cancel);
+        redirect(*cancel, target, cancelAction);
+    }
+}
+
 } // namespace
 
 void WQAddDontShowAgainButton(QObject* target, QWidget* panel, const QVariant& attached,
@@ -28,6 +60,10 @@ void WQAddDontShowAgainButton(QObject* target, QWidget* panel, const QVariant& a
 {
     if (!panel)
         return;
+    if (auto* box = qobject_cast<QMessageBox*>(panel)) {
+        addToMessageBox(*box, target, attached, checkBoxAction, buttonsAction, cancelAction);
+        return;
+    }
     // The reference frames, at first the panel's bottom-left corner.
     int left = 20;
     QRect reference(0, panel->height(), 0, 0);
@@ -39,17 +75,14 @@ void WQAddDontShowAgainButton(QObject* target, QWidget* panel, const QVariant& a
             reference = button->geometry();
             cancelFrame = reference;
             cancelFrame.moveLeft(cancelFrame.x() - (cancelFrame.width() - 4));
-            QObject::disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
-            sendOnClick(*button, target, buttonsAction);
+            redirect(*button, target, buttonsAction);
         } else if (child->geometry().x() > 40) {
             left = child->geometry().x();
         }
     }
 
-    auto* checkBox = new QCheckBox(WQStrings::tr("Don't show again"), panel);
-    checkBox->setProperty(kWQRepresentedObjectProperty, attached);
+    QCheckBox* checkBox = newCheckBox(panel, target, attached, checkBoxAction);
     checkBox->setGeometry(left, reference.y(), 140, reference.height());
-    sendOnClick(*checkBox, target, checkBoxAction);
     checkBox->resize(checkBox->sizeHint());
     checkBox->move(left, reference.y() + 4);
     checkBox->show();

@@ -175,8 +175,17 @@ QDateEdit* WQSetupExtendedDateField(QWidget*& place, bool linkAndReplace, bool s
     picker.setAutoFillBackground(true);
     new FormatFollower(picker, showDay); // owned by the picker
     picker.setEnabled(true);
-    picker.setDateRange(minimumPickerDate(), maximumPickerDate());
-    picker.setDate(std::clamp(QDate::currentDate(), minimumPickerDate(), maximumPickerDate()));
+    // A date field's own range narrows the picker's.
+    QDate minimum = minimumPickerDate();
+    QDate maximum = maximumPickerDate();
+    if (const auto* dateField = qobject_cast<const WQLineEdit*>(field)) {
+        if (dateField->minimumDate().isValid())
+            minimum = std::clamp(dateField->minimumDate(), minimum, maximum);
+        if (dateField->maximumDate().isValid())
+            maximum = std::clamp(dateField->maximumDate(), minimum, maximum);
+    }
+    picker.setDateRange(minimum, maximum);
+    picker.setDate(std::clamp(QDate::currentDate(), minimum, maximum));
 
     if (!field) {
         place = made.release();

@@ -49,6 +49,7 @@ WQLineEdit::~WQLineEdit() = default;
 void WQLineEdit::setFormatter(std::shared_ptr<WQFormatter> formatter)
 {
     _wq_formatter = std::move(formatter);
+    _wq_applyDateRange();
     _wq_followFormatter();
     if (!_wq_pendingEdit && _wq_objectValue.isValid())
         _wq_showValue(_wq_objectValue);
@@ -292,7 +293,12 @@ void WQLineEdit::_wq_judgeEdit(const State& before, const WQEditEvent& event)
 {
     const State proposal = _wq_currentState();
     if (!_wq_formatter) {
+        // Every edit stands; it is remembered all the same, for undo.
         _wq_shown = proposal;
+        if (proposal.text != before.text) {
+            _wq_remember(before);
+            emit editedTextChanged(proposal.text);
+        }
         return;
     }
     QString partial = proposal.text;
@@ -357,26 +363,32 @@ void WQLineEdit::_wq_showValue(const QVariant& value)
     _wq_show(shown, WQRange{shown.size(), 0});
     _wq_shown = _wq_currentState();
     emit objectValueChanged(value);
+    _wq_emitTypedValue(value);
+}
+
+bool WQLineEdit::_wq_read(const QString& text, QVariant* value, QString* error) const
+{
+    *value = text;
+    if (!_wq_formatter)
+        return true;
+    try {
+        return _wq_formatter->getObjectValue(value, text, error);
+    } catch (const std::exception& failure) {
+        *error = describe(failure);
+        return false;
+    }
 }
 
 bool WQLineEdit::validateEditing()
 {
     if (!_wq_pendingEdit)
         return true;
-    QVariant value = QLineEdit::text();
-    if (_wq_formatter) {
-        QString error;
-        bool ok = false;
-        try {
-            ok = _wq_formatter->getObjectValue(&value, QLineEdit::text(), &error);
-        } catch (const std::exception& failure) {
-            error = describe(failure);
-        }
-        if (!ok) {
-            emit valueRefused(error);
-            _wq_noteRefusal(true);
-            return false;
-        }
+    QVariant value;
+    QString error;
+    if (!_wq_read(QLineEdit::text(), &value, &error)) {
+        emit valueRefused(error);
+        _wq_noteRefusal(true);
+        return false;
     }
     _wq_showValue(value);
     return true;

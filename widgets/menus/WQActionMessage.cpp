@@ -95,6 +95,11 @@ QAction* wq_addItemWithTitle(QWidget& menu, const QString& title, const QByteArr
     return item;
 }
 
+bool WQAnswersAction(const QObject& target, const QByteArray& action)
+{
+    return !action.isEmpty() && answers(&target, action);
+}
+
 QObject* WQTargetForAction(const QByteArray& action)
 {
     if (action.isEmpty())

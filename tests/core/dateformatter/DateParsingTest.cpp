@@ -1,4 +1,5 @@
 #include "DateFormatterTesting.h"
+#include "DateTesting.h"
 
 using namespace wq;
 using test::formatterOn;
@@ -85,4 +86,38 @@ TEST(DateParsing, TodayIsReadOnEveryCallThatNeedsIt)
     f.setTodayProvider([] { return std::optional<WQDate>(); });
     EXPECT_EQ(parsed(f, "5"), "Invalid month entry.");
     EXPECT_EQ(parsed(f, "1/2/2024"), "2024-01-02");
+}
+
+TEST(DateParsing, YearsBeyondStorageAndTheApplicationsRange)
+{
+    const auto f = formatterOn("M/d/yy");
+    // Four digits hold the years -999 to 9999; the others would be stored
+    // whole and read back as another date.
+    EXPECT_EQ(parsed(*f, "12/31/9999"), "9999-12-31");
+    EXPECT_EQ(parsed(*f, "1/1/10000"), "Invalid year entry.");
+    EXPECT_EQ(parsed(*f, "3/15/2431524"), "Invalid year entry.");
+    EXPECT_EQ(WQDate(-999, 1, 2).optimizedStringXMLFormat(), "-999-01-02");
+    EXPECT_EQ(parsed(*f, "1/2/-2999"), WQDate(-999, 1, 2).description()); // -2999 + 2000
+    EXPECT_EQ(parsed(*f, "1/2/-3000"), "Invalid year entry.");
+    // No step past them either: the key is refused.
+    EXPECT_EQ(test::typeAtEnd(*formatterOn("M/d/yyyy"), "12/31/9999", "+"),
+              (test::Keystroke{false, "12/31/9999", {10, 0}, ""}));
+
+    // The application's range: the message names the limit that was passed.
+    f->setDateRange(WQDate(2026, 1, 1), WQDate(2026, 12, 31));
+    EXPECT_EQ(parsed(*f, "12/31/25"), "The date must be between 1/1/26 and 12/31/26.");
+    EXPECT_EQ(parsed(*f, "12/31/26"), "2026-12-31");
+    f->setMaximumDate(std::nullopt);
+    EXPECT_EQ(parsed(*f, "1/1/27"), "2027-01-01");
+    EXPECT_EQ(parsed(*f, "12/31/25"), "The date must be on or after 1/1/26.");
+    f->setDateRange(std::nullopt, WQDate(2026, 6, 30));
+    EXPECT_EQ(parsed(*f, "7/1"), "The date must be on or before 6/30/26.");
+
+    // Limits that cross move the other one, as QDateEdit's do.
+    f->setMinimumDate(WQDate(2027, 1, 1));
+    EXPECT_EQ(f->maximumDate(), WQDate(2027, 1, 1));
+    f->setMaximumDate(WQDate(2026, 1, 1));
+    EXPECT_EQ(f->minimumDate(), WQDate(2026, 1, 1));
+    f->setDateRange(WQDate(2027, 6, 1), WQDate(2027, 1, 1));
+    EXPECT_EQ(f->maximumDate(), WQDate(2027, 6, 1));
 }

@@ -1,5 +1,6 @@
 #include "DateTesting.h"
 #include "ReferenceCalendar.h"
+#include "WQTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,7 @@
 
 namespace ref = wq::test::reference;
 using wq::WQDate;
+namespace test = wq::test;
 using wq::test::messageOf;
 
 namespace {
@@ -18,22 +20,6 @@ ref::Ymd fields(const WQDate& date)
 {
     return {date.yearOfCommonEra(), qint64(date.monthOfYear()), qint64(date.dayOfMonth())};
 }
-
-// Collects qWarning lines for one scope.
-class LogCapture {
-public:
-    LogCapture() { previous = qInstallMessageHandler(&LogCapture::handler); lines().clear(); }
-    ~LogCapture() { qInstallMessageHandler(previous); }
-    static QStringList& lines()
-    {
-        static QStringList captured;
-        return captured;
-    }
-
-private:
-    static void handler(QtMsgType, const QMessageLogContext&, const QString& message) { lines().append(message); }
-    QtMessageHandler previous = nullptr;
-};
 
 constexpr qint64 kMaxYear = std::numeric_limits<qint64>::max();
 constexpr qint64 kMinYear = std::numeric_limits<qint64>::min();
@@ -99,11 +85,11 @@ TEST(DateValue, DayNumbersAtTheEnds)
     ASSERT_TRUE(last);
     EXPECT_EQ(last->dayOfCommonEra(), std::numeric_limits<qint64>::max());
 
-    LogCapture log;
+    test::LogCapture log;
     for (qint64 n : {qint64(0), qint64(-5), kMinYear})
         EXPECT_FALSE(WQDate::dateWithDayOfCommonEra(n)) << n;
-    ASSERT_EQ(LogCapture::lines().size(), 3);
-    EXPECT_EQ(LogCapture::lines().front(), "WQDate +dateWithDayOfCommonEra: does not currently support B.C. dates");
+    ASSERT_EQ(log.lines().size(), 3);
+    EXPECT_EQ(log.lines().front(), "WQDate +dateWithDayOfCommonEra: does not currently support B.C. dates");
 }
 
 TEST(DateValue, TodayIsTheLocalCalendarDate)

@@ -40,10 +40,9 @@ class CalculateFormatter : public test::MoneyTest {
 protected:
     WQCalculateMoneyFormatter& calc()
     {
-        owner.dict = test::dollarDict();
+        owner.setCurrencySymbolDict(test::dollarDict());
         if (!_calc)
-            _calc = std::dynamic_pointer_cast<WQCalculateMoneyFormatter>(
-                WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2, true));
+            _calc = std::dynamic_pointer_cast<WQCalculateMoneyFormatter>(owner.moneyFormatter(2, true));
         return *_calc;
     }
     // The requests after the event loop has had its pass.
@@ -108,8 +107,7 @@ TEST_F(CalculateFormatter, EqualsFinishesAtOnceAndEverythingElseIsTheMoneyFormat
     EXPECT_EQ(settle(), QStringList{u"="_s});
 
     // Where no calculation starts, the answer is exactly a money field's.
-    owner.dict = test::dollarDict();
-    const auto plain = WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2);
+    const auto plain = owner.moneyFormatter();
     struct Row {
         QString start;
         qsizetype caret;
@@ -165,7 +163,7 @@ TEST_F(CalculateFormatter, BackspaceTakesItsReferenceFromTheFieldEditor)
 
 TEST_F(CalculateFormatter, ATMTypingCalculatesToo)
 {
-    owner.atm = true;
+    owner.setUserInputLikeATM(true);
     TypingField field(calc(), u"$1.23"_s);
     EXPECT_EQ(field.type(u"*"_s), u"$1.23");
     EXPECT_EQ(settle(), QStringList{u"* 1.23"_s});

@@ -2,6 +2,7 @@
 // that keep them current.
 
 #include <WQGeneral/money/WQCalculateMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/numbers/WQNumberSettings.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
@@ -10,36 +11,29 @@
 
 #include <QElapsedTimer>
 
+#include <cstdlib>
 #include <new>
 
 using namespace wq;
 using namespace Qt::StringLiterals;
-using wq::test::TestDelegate;
 
 namespace {
 
-
 using Senders = std::vector<const WQNotificationSender*>;
 
-// Remembers the objects of kWQNotif_MoneyFormatterChanged postings.
-struct ChangeCounter {
-    ChangeCounter()
+// Remembers the objects of the postings of one notification name.
+struct Heard {
+    explicit Heard(const QString& name = kWQNotif_MoneyFormatterChanged)
     {
-        observation.observe(kWQNotif_MoneyFormatterChanged, nullptr,
-                            [this](const WQNotification& n) { objects.push_back(n.object); });
+        observation.observe(name, nullptr, [this](const WQNotification& n) { objects.push_back(n.object); });
     }
     Senders objects;
     WQObservation observation;
 };
 
-std::shared_ptr<WQMoneyFormatter> shared(TestDelegate& owner, qint8 places = 2, bool calculating = false)
+std::shared_ptr<WQMoneyFormatter> shared(WQMoneyFormatterDelegate& owner, qint8 places = 2, bool calculating = false)
 {
     return WQMoneyFormatter::moneyFormatterForDelegate(&owner, places, calculating);
-}
-
-void post(const QString& name, const TestDelegate& owner)
-{
-    WQNotificationCenter::defaultCenter().postNotificationName(name, &owner);
 }
 
 QStringList settingsOf(const WQMoneyFormatter& f)
@@ -48,13 +42,19 @@ QStringList settingsOf(const WQMoneyFormatter& f)
             f.localizedPositiveFormat(), f.localizedNegativeFormat()};
 }
 
+QVariantMap poundsDict()
+{
+    return test::currencyDict(u"£"_s, u"$#,##0.00"_s, u"-$#,##0.00"_s, u","_s, u"."_s);
+}
+
 } // namespace
 
 TEST(MoneyRegistry, SharesPerOwnerPlacesAndKind)
 {
-    TestDelegate a, b;
+    WQMoneyFormatterOwner a, b;
     auto a2 = shared(a);
     EXPECT_EQ(shared(a), a2);
+    EXPECT_EQ(a.moneyFormatter(), a2);
     EXPECT_NE(shared(a, 3), a2);
     EXPECT_NE(shared(b), a2);
 
@@ -69,14 +69,14 @@ TEST(MoneyRegistry, SharesPerOwnerPlacesAndKind)
     const std::weak_ptr<WQMoneyFormatter> old = a2;
     a2.reset();
     const auto b2 = shared(b);
-    post(kWQNotification_DelegateRemoved, a);
+    test::removeOwner(a);
     EXPECT_TRUE(old.expired());
     EXPECT_EQ(shared(b), b2);
     EXPECT_EQ(WQMoneyFormatter::registeredFormatterCount(), 1);
     const auto fresh = shared(a);
     EXPECT_EQ(fresh->delegate(), &a);
-    post(kWQNotification_DelegateRemoved, a);
-    post(kWQNotification_DelegateRemoved, b);
+    test::removeOwner(a);
+    test::removeOwner(b);
     EXPECT_EQ(WQMoneyFormatter::registeredFormatterCount(), 0);
     // A field may still hold a removed formatter; it keeps working.
     EXPECT_EQ(fresh->stringForAmount(1), u"$1.00");
@@ -84,41 +84,95 @@ TEST(MoneyRegistry, SharesPerOwnerPlacesAndKind)
 
 TEST(MoneyRegistry, OwnerGoneWithoutNoticeIsNotCalled)
 {
-    // Two owners, one after the other, at the same address.
-    alignas(TestDelegate) unsigned char storage[sizeof(TestDelegate)];
-    auto* first = new (storage) TestDelegate;
-    first->atm = true;
+    // Two owners that post nothing, one after the other, at the same address.
+    alignas(WQMoneyFormatterDelegate) unsigned char storage[sizeof(WQMoneyFormatterDelegate)];
+    auto* first = new (storage) WQMoneyFormatterDelegate;
     const auto formatter = shared(*first);
-    EXPECT_TRUE(formatter->isATMMode());
-    first->~TestDelegate();
+    EXPECT_EQ(formatter->delegate(), first);
+    first->~WQMoneyFormatterDelegate();
     EXPECT_EQ(formatter->delegate(), nullptr);
     EXPECT_FALSE(formatter->isATMMode());
     formatter->reloadSettings();
     EXPECT_EQ(formatter->stringForAmount(2), u"$2.00");
 
-    auto* second = new (storage) TestDelegate;
+    auto* second = new (storage) WQMoneyFormatterDelegate;
     const auto other = shared(*second);
     EXPECT_NE(other, formatter);
     EXPECT_EQ(other->delegate(), second);
-    post(kWQNotification_DelegateRemoved, *second);
-    second->~TestDelegate();
+    test::removeOwner(*second);
+    second->~WQMoneyFormatterDelegate();
     EXPECT_EQ(WQMoneyFormatter::registeredFormatterCount(), 0);
+}
+
+TEST(MoneyOwner, PostsItsNotificationsAndItsFormattersFollowAtOnce)
+{
+    Heard changes, currencies(kWQNotification_CurrencyChanged), removals(kWQNotification_DelegateRemoved);
+    auto owner = std::make_unique<WQMoneyFormatterOwner>(test::dollarDict());
+    const auto plain = owner->moneyFormatter();
+    const auto calculating = owner->moneyFormatter(0, true);
+    const auto unlisted = shared(*owner, 3); // not handed out by the owner
+    owner->setUserInputLikeATM(true);
+    EXPECT_TRUE(plain->isATMMode());
+
+    // Those it handed out show the new currency as the notification goes out.
+    QStringList seenWhenPosted;
+    WQObservation whenPosted;
+    whenPosted.observe(kWQNotification_CurrencyChanged, owner.get(), [&](const WQNotification&) {
+        seenWhenPosted = {plain->stringForAmount(1), calculating->stringForAmount(1)};
+    });
+    owner->setCurrencySymbolDict(poundsDict());
+    EXPECT_EQ(currencies.objects, Senders{owner.get()});
+    EXPECT_EQ(seenWhenPosted, (QStringList{u"£1.00"_s, u"£1"_s}));
+    EXPECT_EQ(unlisted->stringForAmount(1), u"$1.000") << "the others wait for the settling delay";
+    // The two re-read at once changed in one turn of the loop: one posting.
+    ASSERT_TRUE(test::spinUntil([&] { return changes.objects.size() == 2; }));
+    EXPECT_EQ(changes.objects, (Senders{plain.get(), unlisted.get()}));
+    EXPECT_EQ(unlisted->stringForAmount(1), u"£1.000");
+
+    // The same settings again announce nothing; nullopt is the system's.
+    owner->setCurrencySymbolDict(poundsDict());
+    EXPECT_EQ(currencies.objects.size(), 1u);
+    owner->setCurrencySymbolDict(std::nullopt);
+    EXPECT_EQ(plain->localizedCurrencySymbol(), WQMoneyFormatter::systemCurrencySymbol());
+    EXPECT_EQ(currencies.objects.size(), 2u);
+
+    // Gone, it takes its formatters out of the registry; fields holding one keep it.
+    const WQMoneyFormatterOwner* gone = owner.get();
+    owner.reset();
+    EXPECT_EQ(removals.objects, Senders{gone});
+    EXPECT_EQ(WQMoneyFormatter::registeredFormatterCount(), 0);
+    EXPECT_EQ(plain->delegate(), nullptr);
+    EXPECT_EQ(plain->stringForAmount(1), u"$1.00");
+}
+
+TEST(MoneyOwner, AnOwnerLivingUntilTheProcessEndsLeavesCleanly)
+{
+    // In a fresh process, where the owner is made before anything it talks to.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            static WQMoneyFormatterOwner owner(test::dollarDict());
+            std::exit(owner.moneyFormatter()->stringForAmount(1) == u"$1.00" ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 TEST(MoneySettings, CustomOrSystemBySettingsFlag)
 {
     test::ScopedLocale locale(u"de_DE"_s);
-    TestDelegate owner;
-    owner.dict = test::currencyDict(u"CHF "_s, u"$ #,##0.00"_s, u"-$ #,##0.00"_s, u"'"_s, u"."_s);
+    QVariantMap swiss = test::currencyDict(u"CHF "_s, u"$ #,##0.00"_s, u"-$ #,##0.00"_s, u"'"_s, u"."_s);
+    WQMoneyFormatterOwner owner(swiss);
     const QStringList custom{u"CHF "_s, u"'"_s, u"."_s, u"$ #,##0.00"_s, u"-$ #,##0.00"_s};
     EXPECT_EQ(settingsOf(WQMoneyFormatter(&owner)), custom);
-    owner.dict->insert(kWQCurrencyKey_UseSystem, 0);
+    swiss.insert(kWQCurrencyKey_UseSystem, 0);
+    owner.setCurrencySymbolDict(swiss);
     EXPECT_EQ(settingsOf(WQMoneyFormatter(&owner)), custom);
-    owner.dict->insert(kWQCurrencyKey_UseSystem, 1);
+    swiss.insert(kWQCurrencyKey_UseSystem, 1);
+    owner.setCurrencySymbolDict(swiss);
     EXPECT_EQ(settingsOf(WQMoneyFormatter(&owner)),
               (QStringList{u" €"_s, u"."_s, u","_s, u"#,##0.00 $"_s, u"-#,##0.00 $"_s}));
     // Missing custom entries leave the fields empty; display still answers.
-    owner.dict = QVariantMap{{kWQCurrencyKey_Code, u"XXX"_s}};
+    owner.setCurrencySymbolDict(QVariantMap{{kWQCurrencyKey_Code, u"XXX"_s}});
     WQMoneyFormatter empty(&owner);
     EXPECT_TRUE(empty.localizedCurrencySymbol().isEmpty());
     EXPECT_EQ(empty.stringForAmount(1234.5), u"1234");
@@ -148,18 +202,16 @@ TEST(MoneySettings, SystemSymbolTakesThePatternsBlank)
 
 TEST(MoneyNotifications, FirstReadSilentLaterReadsPostOnlyChanges)
 {
-    ChangeCounter changes;
-    TestDelegate owner;
-    owner.dict = test::dollarDict();
-    const auto f = shared(owner);
+    Heard changes;
+    WQMoneyFormatterOwner owner(test::dollarDict());
+    const auto f = shared(owner); // straight from the registry: re-read on notice only
     test::spinFor(50);
     EXPECT_TRUE(changes.objects.empty());
 
     // The re-read waits 0.2 s after the currency-changed notification.
-    owner.dict = test::currencyDict(u"€"_s, u"$#,##0.00"_s, u"-$#,##0.00"_s, u","_s, u"."_s);
     QElapsedTimer timer;
     timer.start();
-    post(kWQNotification_CurrencyChanged, owner);
+    owner.setCurrencySymbolDict(test::currencyDict(u"€"_s, u"$#,##0.00"_s, u"-$#,##0.00"_s, u","_s, u"."_s));
     EXPECT_EQ(f->localizedCurrencySymbol(), u"$");
     ASSERT_TRUE(test::spinUntil([&] { return !changes.objects.empty(); }));
     EXPECT_GE(timer.elapsed(), 190);
@@ -167,47 +219,33 @@ TEST(MoneyNotifications, FirstReadSilentLaterReadsPostOnlyChanges)
     EXPECT_EQ(f->stringForAmount(3), u"€3.00");
 
     // Nothing differs: no posting.
-    post(kWQNotification_CurrencyChanged, owner);
+    WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_CurrencyChanged, &owner);
     test::spinFor(350);
     EXPECT_EQ(changes.objects.size(), 1u);
-    post(kWQNotification_DelegateRemoved, owner);
 }
 
-TEST(MoneyNotifications, ChangesCoalesceAndDeadFormattersAreSkipped)
+TEST(MoneyNotifications, ABurstIsReadOnceAndDeadFormattersAreSkipped)
 {
-    ChangeCounter changes;
-    TestDelegate first, second;
-    first.dict = second.dict = test::dollarDict();
+    Heard changes;
+    WQMoneyFormatterOwner first(test::dollarDict()), second(test::dollarDict());
     const auto a = shared(first);
     const auto b = shared(second);
-    // Two formatters changing in one turn of the loop post the name once.
-    first.dict = second.dict = test::currencyDict(u"£"_s, u"$#,##0.00"_s, u"-$#,##0.00"_s, u","_s, u"."_s);
-    a->reloadSettings();
-    b->reloadSettings();
-    ASSERT_TRUE(test::spinUntil([&] { return !changes.objects.empty(); }));
-    test::spinFor(50);
-    EXPECT_EQ(changes.objects, Senders{a.get()});
-
-    // A burst of notifications is read once, after it settles; a formatter
-    // destroyed before its re-read comes due is skipped.
-    changes.objects.clear();
+    // A formatter destroyed before its re-read comes due is skipped.
     auto doomed = std::make_shared<WQMoneyFormatter>(&first);
-    first.dict = test::dollarDict();
-    for (int i = 0; i < 5; ++i)
-        post(kWQNotification_CurrencyChanged, first);
+    first.setCurrencySymbolDict(poundsDict());
+    for (int i = 0; i < 4; ++i)
+        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotification_CurrencyChanged, &first);
     doomed.reset();
     ASSERT_TRUE(test::spinUntil([&] { return !changes.objects.empty(); }));
     test::spinFor(300);
     EXPECT_EQ(changes.objects, Senders{a.get()});
-    EXPECT_EQ(a->localizedCurrencySymbol(), u"$");
-    EXPECT_EQ(b->localizedCurrencySymbol(), u"£");
-    post(kWQNotification_DelegateRemoved, first);
-    post(kWQNotification_DelegateRemoved, second);
+    EXPECT_EQ(a->localizedCurrencySymbol(), u"£");
+    EXPECT_EQ(b->localizedCurrencySymbol(), u"$");
 }
 
 TEST(MoneyNotifications, NumberPreferencesReachFormattersWithoutOwner)
 {
-    ChangeCounter changes;
+    Heard changes;
     WQMoneyFormatter system;
     EXPECT_EQ(system.stringForAmount(-1234.5), u"-$1,234.50");
     {

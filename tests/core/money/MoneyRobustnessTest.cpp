@@ -66,14 +66,9 @@ TEST(MoneyRobustness, ArbitraryEditsUnderOddSettings)
     };
     for (const QVariantMap& dict : settings) {
         for (bool atm : {false, true}) {
-            test::TestDelegate owner;
-            owner.dict = dict;
-            owner.atm = atm;
-            for (qint8 places : {qint8(0), qint8(2), qint8(18), qint8(-3)}) {
-                const auto f = WQMoneyFormatter::moneyFormatterForDelegate(&owner, places);
-                judgeRandomEdits(*f, rng, 300);
-            }
-            test::removeOwner(owner);
+            WQMoneyFormatterOwner owner(dict, atm);
+            for (qint8 places : {qint8(0), qint8(2), qint8(18), qint8(-3)})
+                judgeRandomEdits(*owner.moneyFormatter(places), rng, 300);
         }
     }
     WQPositiveIntegerFormatter integer;

@@ -137,9 +137,7 @@ TEST(MoneyTextLocales, SystemSettingsShowAndRead)
         EXPECT_DOUBLE_EQ(parse(WQMoneyFormatter(), row.text).amount, row.amount) << row.text.toStdString();
     }
     test::ScopedLocale locale(u"ja_JP"_s);
-    test::TestDelegate owner;
-    EXPECT_EQ(WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2)->stringForAmount(1234.5), u"￥1,234.50");
-    test::removeOwner(owner);
+    EXPECT_EQ(WQMoneyFormatterOwner().moneyFormatter()->stringForAmount(1234.5), u"￥1,234.50");
 }
 
 TEST(MoneyTextLocales, APosixEnvironmentGroupsAmountsAndNumbersAlike)

@@ -15,7 +15,7 @@ class MoneyTyping : public test::MoneyTest {};
 
 class MoneyATM : public test::MoneyTest {
 protected:
-    void SetUp() override { owner.atm = true; }
+    void SetUp() override { owner.setUserInputLikeATM(true); }
 };
 
 // The text after selecting [location, location + length) of start and pressing keys.
@@ -138,6 +138,6 @@ TEST_F(MoneyATM, ZeroPlacesOtherSettingsAndModeSwitch)
         {u""_s, -1, u"123456,"_s, u"1.234,56 €"_s, 10, notValid(u","_s), true},
     });
     // The owner may switch modes at any time.
-    owner.atm = false;
+    owner.setUserInputLikeATM(false);
     checkTyping(*current, {{u"1.234,56 €"_s, 8, u"7"_s, u"1.234,56 €"_s, 8, {}, true}});
 }

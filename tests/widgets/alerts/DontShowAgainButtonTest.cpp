@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 
 using namespace wq;
@@ -123,6 +124,44 @@ TEST(DontShowAgainButton, APanelWithoutButtonsStartsFromItsBottomLeftCorner)
 
     // Nothing to add to.
     WQAddDontShowAgainButton(&owner, nullptr, QVariant(), "boxToggled", "buttonPressed", "cancelled");
+}
+
+TEST(DontShowAgainButton, OnAMessageBoxItLiesBetweenTheTextAndTheButtons)
+{
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("Title"),
+                    QStringLiteral("A message long enough to fill a line or two of the box, and then some more."),
+                    QMessageBox::Ok);
+    PanelOwner owner;
+    WQAddDontShowAgainButton(&owner, &box, QStringLiteral("key"), "boxToggled", "buttonPressed", "cancelled");
+    box.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
+
+    QCheckBox* check = box.checkBox();
+    ASSERT_NE(check, nullptr);
+    EXPECT_EQ(check->text(), u"Don't show again");
+    ASSERT_TRUE(check->isVisible());
+    // In the box's coordinates: below every text, above the buttons, inside the box.
+    const QRect frame(check->mapTo(&box, QPoint(0, 0)), check->size());
+    EXPECT_TRUE(box.rect().contains(frame));
+    for (const QLabel* label : box.findChildren<QLabel*>()) {
+        if (label->isVisible() && !label->text().isEmpty()) {
+            EXPECT_GE(frame.top(), label->mapTo(&box, QPoint(0, label->height())).y()) << label->text().toStdString();
+        }
+    }
+    QAbstractButton* ok = box.button(QMessageBox::Ok);
+    ASSERT_NE(ok, nullptr);
+    EXPECT_LE(frame.bottom(), ok->mapTo(&box, QPoint(0, 0)).y());
+
+    // The buttons, the box and Cancel send their actions as on any panel.
+    QAbstractButton* cancel = box.escapeButton();
+    ASSERT_NE(cancel, nullptr);
+    EXPECT_EQ(cancel->text(), u"Cancel");
+    QTest::mouseClick(check, Qt::LeftButton);
+    QTest::mouseClick(ok, Qt::LeftButton);
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    EXPECT_EQ(owner.calls, QStringList({"box", "button:OK", "cancel"}));
+    EXPECT_EQ(owner.attached.toString(), u"key");
+    EXPECT_TRUE(box.isVisible()) << "the target decides when the box closes";
 }
 
 } // namespace

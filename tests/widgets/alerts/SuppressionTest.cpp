@@ -1,10 +1,13 @@
 #include "AlertTesting.h"
 
+#include <WQGeneral/alerts/WQSuppressibleMessageBox.h>
 #include <WQGeneral/alerts/WQWarningSettingsPage.h>
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QSettings>
+#include <QTimer>
 
 using namespace wq;
 using namespace wq::test;
@@ -122,3 +125,48 @@ TEST_F(Suppression, TheSettingsPageListsSilencedWarningsAndBringsThemBack)
 }
 
 } // namespace
+
+TEST_F(Suppression, TheApplicationsOwnWarningsUnderItsOwnKeys)
+{
+    const QString key = QStringLiteral("Example Warning: Future Date");
+    WQWarningSuppression::registerKey(key, QStringLiteral("A transaction dated in the future"));
+    EXPECT_EQ(WQWarningSuppression::suppressibleKeys().last(), key);
+
+    // One call shows a modal box with the check box; ticked, it silences the key.
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&poll] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            poll.stop();
+            QTest::mouseClick(box->checkBox(), Qt::LeftButton);
+            QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+        }
+    });
+    poll.start(10);
+    const auto ask = [&] {
+        return WQSuppressibleWarning(&window, key, QStringLiteral("The date lies in the future."),
+                                     QStringLiteral("Scheduled ones belong elsewhere."),
+                                     QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel);
+    };
+    EXPECT_EQ(ask(), QMessageBox::Ok);
+    EXPECT_TRUE(WQWarningSuppression::isSuppressed(key));
+    EXPECT_EQ(ask(), QMessageBox::Cancel) << "silenced: nothing shows, the default answers";
+
+    // Listed on the settings page with its description, and brought back.
+    WQWarningSettingsPage page;
+    auto* showAgain = page.findChild<QPushButton*>(key);
+    ASSERT_NE(showAgain, nullptr);
+    EXPECT_NE(showAgain->parentWidget()->findChild<QLabel*>()->text().indexOf("dated in the future"), -1);
+    QTest::mouseClick(page.showAllButton(), Qt::LeftButton);
+    EXPECT_FALSE(WQWarningSuppression::isSuppressed(key));
+
+    // The same as a sheet on the controller's window.
+    EXPECT_FALSE(controller->sheetForSuppressibleWarning(QStringLiteral("The date lies in the future."),
+                                                         QStringLiteral("Scheduled ones belong elsewhere."), key));
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    QTest::mouseClick(box->checkBox(), Qt::LeftButton);
+    click(box, box->buttons().first()->text());
+    EXPECT_TRUE(WQWarningSuppression::isSuppressed(key));
+    controller->sheetForSuppressibleWarning(QStringLiteral("Again"), QString(), key);
+    EXPECT_EQ(controller->attachedSheet(), nullptr);
+}

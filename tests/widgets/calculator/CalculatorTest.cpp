@@ -60,8 +60,8 @@ class Calculator : public test::MoneyTest {
 protected:
     void SetUp() override
     {
-        owner.dict = test::dollarDict();
-        formatter = WQMoneyFormatter::moneyFormatterForDelegate(&owner, 2, true);
+        owner.setCurrencySymbolDict(test::dollarDict());
+        formatter = owner.moneyFormatter(2, true);
         window = std::make_unique<QWidget>();
         auto* layout = new QVBoxLayout(window.get());
         field = new WQLineEdit(formatter, window.get());
@@ -80,7 +80,6 @@ protected:
             open->closeAndForgetAmount();
         window.reset();
         test::spinFor(5); // closed calculators are deleted on the next pass
-        test::MoneyTest::TearDown();
     }
 
     // The field's bottom-left corner on the screen.

@@ -271,6 +271,16 @@ TEST_F(LineEdit, WithoutFormatterItIsAPlainLineEdit)
     other->setFocus();
     QTest::keyClicks(other, "any text!");
     EXPECT_EQ(other->text(), "any text!");
+
+    // It undoes like any line edit: Ctrl+Z, and Undo in its context menu.
+    QTest::keyClick(other, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(other->text(), "any text");
+    EXPECT_TRUE(test::undoFromContextMenu(*other));
+    EXPECT_EQ(other->text(), "any tex");
+    QTest::keyClick(other, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(other, '!');
+    EXPECT_EQ(other->text(), "any text!");
+
     EXPECT_TRUE(other->validateEditing());
     EXPECT_EQ(other->objectValue(), QVariant("any text!"));
 

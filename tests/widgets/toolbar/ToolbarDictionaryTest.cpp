@@ -1,6 +1,7 @@
 #include "ToolbarTesting.h"
 
 #include <WQGeneral/menus/WQActionMessage.h>
+#include <WQGeneral/toolbar/WQToolbarDictionary.h>
 
 #include <QToolButton>
 #include <QTranslator>
@@ -80,6 +81,35 @@ TEST_F(ToolbarDictionary, ItemsAreMadeAsTheirDescriptionsSay)
     EXPECT_EQ(controller.toolbarItemForItemIdentifier(*toolbar, QStringLiteral("nope"), true), nullptr);
     EXPECT_EQ(controller.toolbarItemForItemIdentifier(*toolbar, QStringLiteral("broken"), true), nullptr);
     EXPECT_EQ(controller.toolbarAllowedItemIdentifiers(*toolbar).size(), 6);
+}
+
+TEST_F(ToolbarDictionary, MistakesAreReportedOnceByName)
+{
+    SampleController controller;
+    const QVariantMap dictionary{
+        {kWQToolbarKey_ItemInfoByIdentifier,
+         QVariantMap{{QStringLiteral("report"), QVariantMap{{QStringLiteral("lable"), QStringLiteral("Report")},
+                                                            {kWQToolbarItemKey_ImageName, QStringLiteral("NoSuchImage")},
+                                                            {kWQToolbarItemKey_Action, QStringLiteral("sendReport")}}}}},
+        {QStringLiteral("defaultItems"), QStringList{QStringLiteral("report")}},
+        {kWQToolbarKey_AllowedItemIdentifiers, QStringList{QStringLiteral("report"), QStringLiteral("print")}},
+    };
+    test::LogCapture log;
+    for (int twice = 0; twice < 2; ++twice) {
+        // The item is made all the same, as before.
+        const auto item = WQToolbarItemFromDictionary(dictionary, QStringLiteral("report"), controller);
+        ASSERT_NE(item, nullptr);
+        EXPECT_EQ(wq_action(*item), "sendReport");
+        WQToolbarAllowedItemIdentifiers(dictionary);
+    }
+    EXPECT_EQ(log.lines(),
+              QStringList({"WQGeneral: toolbar dictionary: unknown key \"defaultItems\"",
+                           "WQGeneral: toolbar dictionary: allowedItemIdentifiers names \"print\", which "
+                           "itemInfoByIdentifier does not describe",
+                           "WQGeneral: toolbar item \"report\": unknown key \"lable\"",
+                           "WQGeneral: toolbar item \"report\": no image named \"NoSuchImage\"",
+                           "WQGeneral: toolbar item \"report\": wq::test::SampleController does not answer the "
+                           "action \"sendReport\""}));
 }
 
 TEST_F(ToolbarDictionary, ClickingAnItemSendsItsActionToTheController)

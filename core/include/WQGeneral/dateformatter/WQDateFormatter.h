@@ -10,6 +10,11 @@
 ///   t or T   today
 /// \endverbatim
 /// Its class side (the user's date patterns and names) is WQSystemDateSettings.
+///
+/// Text is read as a date only when its year lies between kEarliestYear and
+/// kLatestYear, the years the four-digit storage layouts write and read
+/// back; an application may narrow that to a range of its own
+/// (setDateRange), which the increment keys keep to as well.
 
 #include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/dates/WQDate.h>
@@ -54,6 +59,24 @@ public:
     /// 0-based place of the day among the format's date fields.
     int dayPosition() const noexcept { return mFlags.dayPosition; }
 
+    /// The first year text is read in: what "%04ld" writes in four characters.
+    static constexpr qint64 kEarliestYear = -999;
+    /// The last year text is read in.
+    static constexpr qint64 kLatestYear = 9999;
+
+    /// The earliest date text is read as; nullopt (the default) for none
+    /// beyond kEarliestYear. A minimum after the maximum moves the maximum to it.
+    void setMinimumDate(std::optional<WQDate> minimum);
+    /// The earliest date of the application's range, if it set one.
+    const std::optional<WQDate>& minimumDate() const noexcept { return _wq_minimumDate; }
+    /// The latest date text is read as; nullopt (the default) for none beyond
+    /// kLatestYear. A maximum before the minimum moves the minimum to it.
+    void setMaximumDate(std::optional<WQDate> maximum);
+    /// The latest date of the application's range, if it set one.
+    const std::optional<WQDate>& maximumDate() const noexcept { return _wq_maximumDate; }
+    /// Both limits at once; a maximum before the minimum is taken as the minimum.
+    void setDateRange(std::optional<WQDate> minimum, std::optional<WQDate> maximum);
+
     /// Today is read on every call that needs it; the default reads the
     /// system clock. An empty provider restores the default.
     void setTodayProvider(TodayProvider provider);
@@ -62,7 +85,10 @@ public:
 
     /// A WQDate in the format; a string as it is; nullopt for anything else.
     std::optional<QString> stringForObjectValue(const QVariant& value) const override;
-    /// Up to three numbers split at the separator; stores a WQDate.
+    /// Up to three numbers split at the separator; stores a WQDate. Besides
+    /// the four refusals of an unreadable text, a year outside kEarliestYear
+    /// to kLatestYear is "Invalid year entry." and a date outside the range
+    /// says which limit it passed, in this formatter's format.
     bool getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const override;
     /// The same as a WQDate, for callers that do not want a QVariant.
     std::optional<WQDate> dateForString(const QString& string, QString* errorDescription = nullptr) const;
@@ -110,6 +136,8 @@ private:
     };
 
     QString _wq_render(const WQDate& date) const;
+    /// Why date cannot be read (year or range); empty when it can.
+    QString _wq_outOfRange(const WQDate& date) const;
 
     QString mFormat;
     QString mLocalizedDateSeparatorString;
@@ -117,6 +145,8 @@ private:
     QString mIncrementerSet;
     Flags mFlags{0, 0, 0, 0, 0};
     TodayProvider _wq_todayProvider;
+    std::optional<WQDate> _wq_minimumDate;
+    std::optional<WQDate> _wq_maximumDate;
 };
 
 /// @}

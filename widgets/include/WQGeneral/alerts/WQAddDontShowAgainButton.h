@@ -24,6 +24,12 @@
 /// With a cancelAction, a Cancel button is added with that frame; it sends
 /// cancelAction and answers Escape. Actions are message names (see
 /// WQActionMessage.h); empty ones send nothing.
+///
+/// A QMessageBox lays out its children itself and keeps its buttons in a
+/// button box, so frames mean nothing there: its buttons (QMessageBox::buttons)
+/// are redirected, the check box becomes the box's own (QMessageBox::checkBox,
+/// laid out below the text) and Cancel is added among its buttons as the
+/// escape button.
 
 #include <WQGeneral/WQWidgetsExport.h>
 

@@ -93,6 +93,14 @@ public:
                            const QString& localizedTextFieldName, const QString& localizedDateSeparator,
                            const QString& errorDescription);
 
+    /// The application's own warning as a sheet titled title, with a "Don't
+    /// show again" check box: ticked when the sheet closes, it silences the
+    /// warning under suppressionKey for good (registered with
+    /// WQWarningSuppression::registerKey, the key is listed on the settings
+    /// page). A silenced warning shows nothing.
+    bool sheetForSuppressibleWarning(const QString& title, const QString& information,
+                                     const QString& suppressionKey);
+
     /// The sheet showing on the window, or null.
     QMessageBox* attachedSheet() const;
     /// The end of an Edit/Cancel sheet: on Cancel (OtherReturn) the field's

@@ -26,7 +26,8 @@ class WQLineEdit;
 /// picker); otherwise the field stays beside the picker. Without showDay the
 /// picker shows year and month only, in the order of the user's short date
 /// format (followed when the regional settings change). Dates run from
-/// 1984-01-02 to 9999-12-31.
+/// 1984-01-02 to 9999-12-31, within the field's own minimumDate and
+/// maximumDate when it has them.
 /// With no field in `place`, the picker has no parent and belongs to the caller.
 WQ_WIDGETS_EXPORT QDateEdit* WQSetupExtendedDateField(QWidget*& place, bool linkAndReplace, bool showDay);
 /// WQSetupExtendedDateField() with the day shown.

@@ -22,12 +22,22 @@
 /// Forms made in Qt Designer pick the field's formatter by kind and places
 /// (the formatterKind and places properties); code can still set any
 /// formatter, which the kind then reports as Custom.
+///
+/// The value is the field's user property (objectValue, notified by
+/// objectValueChanged), so QDataWidgetMapper and item delegates read and
+/// write the value, not the text: a model's 1234.5 shows as "$1,234.50" in a
+/// money field and goes back as a number. Typed beside it: value and
+/// valueChanged(double) for the number and money kinds, date and
+/// dateChanged(QDate) for the date kinds; a model column of QDates maps the
+/// date property (`mapper.addMapping(field, column, "date")`). Date fields
+/// take a range (minimumDate, maximumDate), none by default.
 
 #include <WQGeneral/WQWidgetsExport.h>
 #include <WQGeneral/formatters/WQFormatter.h>
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
+#include <QDate>
 #include <QLineEdit>
 #include <QVariant>
 
@@ -45,6 +55,17 @@ class WQ_WIDGETS_EXPORT WQLineEdit : public QLineEdit, public WQFieldEditor {
     Q_PROPERTY(FormatterKind formatterKind READ formatterKind WRITE setFormatterKind)
     /// Decimal places of the money kinds.
     Q_PROPERTY(int places READ places WRITE setPlaces)
+    /// The value; what item delegates and QDataWidgetMapper read and write.
+    Q_PROPERTY(QVariant objectValue READ currentObjectValue WRITE setObjectValue NOTIFY objectValueChanged USER true
+                   DESIGNABLE false)
+    /// The value as a number (number and money kinds).
+    Q_PROPERTY(double value READ value WRITE setValue NOTIFY valueChanged DESIGNABLE false)
+    /// The value as a date (date kinds).
+    Q_PROPERTY(QDate date READ date WRITE setDate NOTIFY dateChanged DESIGNABLE false)
+    /// The earliest date a date field takes; none when invalid.
+    Q_PROPERTY(QDate minimumDate READ minimumDate WRITE setMinimumDate RESET clearMinimumDate)
+    /// The latest date a date field takes; none when invalid.
+    Q_PROPERTY(QDate maximumDate READ maximumDate WRITE setMaximumDate RESET clearMaximumDate)
 public:
     /// The framework's entry formatters, for forms that choose one by name.
     /// ExtendedDate is the user's short date with the year in four digits.
@@ -78,6 +99,37 @@ public:
     QVariant objectValue() const { return _wq_objectValue; }
     /// Displays the value through the formatter and forgets pending edits.
     void setObjectValue(const QVariant& value);
+    /// The value the field stands for now: while the user edits, what the
+    /// text reads as (objectValue() when it cannot be read), else
+    /// objectValue(). Item delegates read it when they commit, which they
+    /// may do before the field ends its edit (Tab, focus leaving).
+    QVariant currentObjectValue() const;
+
+    /// currentObjectValue() as a number; 0 when it holds none.
+    double value() const;
+    /// Shows a number (the number and money kinds' value).
+    void setValue(double value);
+    /// currentObjectValue() as a date; invalid when it holds none.
+    QDate date() const;
+    /// Shows a date (the date kinds' value); an invalid one clears the value.
+    void setDate(QDate date);
+
+    /// The earliest date text is read as in a date field (minimumDate).
+    QDate minimumDate() const;
+    /// Sets the earliest date a date field reads, on its date formatter and
+    /// on any date formatter it gets later; one after the maximum moves the
+    /// maximum. Earlier dates are refused with a message naming the limit.
+    void setMinimumDate(QDate minimum);
+    /// No earliest date of the field's own.
+    void clearMinimumDate() { setMinimumDate(QDate()); }
+    /// The latest date text is read as in a date field (maximumDate).
+    QDate maximumDate() const;
+    /// Sets the latest date a date field reads; one before the minimum moves the minimum.
+    void setMaximumDate(QDate maximum);
+    /// No latest date of the field's own.
+    void clearMaximumDate() { setMaximumDate(QDate()); }
+    /// Both limits at once, as QDateEdit::setDateRange.
+    void setDateRange(QDate minimum, QDate maximum);
 
     /// Reads the edited text into the object value now, as leaving the field
     /// does. False (and valueRefused) when the formatter cannot read it.
@@ -105,6 +157,12 @@ public:
 signals:
     /// The object value changed: set, or read from the text when editing ended.
     void objectValueChanged(const QVariant& value);
+    /// With objectValueChanged, when the value is a number or the field's
+    /// formatter one of numbers (0 for no value).
+    void valueChanged(double value);
+    /// With objectValueChanged, when the value is a date or the field's
+    /// formatter one of dates (an invalid date for no value).
+    void dateChanged(QDate date);
     /// The user changed the text and the formatter has had its say.
     void editedTextChanged(const QString& text);
     /// An edit was refused or rewritten, with the formatter's reason.
@@ -143,6 +201,10 @@ private:
     void _wq_remember(const State& seen);
     void _wq_step(std::vector<State>& from, std::vector<State>& to);
     void _wq_noteRefusal(bool refused);
+    /// Reads text as editing's end does; false with error when it cannot.
+    bool _wq_read(const QString& text, QVariant* value, QString* error) const;
+    void _wq_emitTypedValue(const QVariant& value);
+    void _wq_applyDateRange();
 
     std::shared_ptr<WQFormatter> _wq_formatter;
     QVariant _wq_objectValue;
@@ -161,6 +223,9 @@ private:
     FormatterKind _wq_kind = NoFormatter;
     std::weak_ptr<WQFormatter> _wq_kindFormatter; // the formatter the kind installed
     int _wq_places = 2;
+    bool _wq_hasDateRange = false; ///< the range below was set on the field
+    QDate _wq_minimumDate;
+    QDate _wq_maximumDate;
 };
 
 /// A new formatter of the kind; nullptr for NoFormatter and Custom.

@@ -49,6 +49,9 @@ WQ_WIDGETS_EXPORT QAction* wq_addItemWithTitle(QWidget& menu, const QString& tit
 /// Sends `action` to `target` (or, without one, along the chain above) with
 /// `sender` as its argument. False when nobody answers it.
 WQ_WIDGETS_EXPORT bool WQSendAction(const QByteArray& action, QObject* target, QObject* sender);
+/// True when target has a message named `action` to receive (with or
+/// without the sender).
+WQ_WIDGETS_EXPORT bool WQAnswersAction(const QObject& target, const QByteArray& action);
 /// The object that would receive `action` sent without a target, or null.
 WQ_WIDGETS_EXPORT QObject* WQTargetForAction(const QByteArray& action);
 

@@ -29,6 +29,12 @@ class WQToolbarItem;
 /// then ignored, and a property that holds no widget gives no item. Without
 /// "view", the item shows the image named "imageName" (WQNamedImage.h) and
 /// sends the message named "action" to the owner.
+///
+/// Mistakes in the dictionary are reported with qWarning, each once per
+/// process and naming what is wrong: a key of the dictionary or of a
+/// description that means nothing here, an identifier of the default or
+/// allowed set that has no description, a view the owner does not hold, an
+/// action the owner does not answer and an image found nowhere.
 WQ_WIDGETS_EXPORT std::unique_ptr<WQToolbarItem> WQToolbarItemFromDictionary(const QVariantMap& toolbarDictionary,
                                                                              const QString& itemIdentifier, QObject& owner);
 /// The dictionary's default set and allowed set; empty when it has none.
