@@ -13,6 +13,7 @@
 #include <WQGeneral/money/WQMoneyFormatterOwner.h>
 
 #include <QCalendarWidget>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTableView>
@@ -39,6 +40,25 @@ public:
         return option;
     }
 };
+
+// The largest difference of one colour channel between two images of the
+// same size (255 where the sizes differ).
+int largestDifference(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size())
+        return 255;
+    const QImage x = a.convertToFormat(QImage::Format_RGB32), y = b.convertToFormat(QImage::Format_RGB32);
+    int largest = 0;
+    for (int row = 0; row < x.height(); ++row) {
+        const auto* p = reinterpret_cast<const QRgb*>(x.constScanLine(row));
+        const auto* q = reinterpret_cast<const QRgb*>(y.constScanLine(row));
+        for (int column = 0; column < x.width(); ++column)
+            largest = std::max({largest, std::abs(qRed(p[column]) - qRed(q[column])),
+                                std::abs(qGreen(p[column]) - qGreen(q[column])),
+                                std::abs(qBlue(p[column]) - qBlue(q[column]))});
+    }
+    return largest;
+}
 
 class FormatterDelegate : public ::testing::Test {
 protected:
@@ -125,6 +145,34 @@ TEST_F(FormatterDelegate, PaintsCellsAsTheFieldsShowThem)
     EXPECT_EQ(dates_->cell(cell(0, DateColumn)).displayAlignment, Qt::AlignLeft | Qt::AlignVCenter);
     model.setData(cell(0, DateColumn), int(Qt::AlignCenter), Qt::TextAlignmentRole);
     EXPECT_EQ(dates_->cell(cell(0, DateColumn)).displayAlignment, Qt::AlignCenter) << "the model's alignment wins";
+
+    // A view paints the cells as the style paints such texts, although the
+    // delegate lays each text out only once: the same pixels as a view of
+    // the texts themselves, selected or not, with the focus or not.
+    QStandardItemModel texts(model.rowCount(), model.columnCount());
+    for (int row = 0; row < model.rowCount(); ++row) {
+        texts.setData(texts.index(row, PayeeColumn), cell(row, PayeeColumn).data());
+        for (int column : {DateColumn, AmountColumn}) {
+            const QStyleOptionViewItem painted = (column == DateColumn ? dates_ : amounts_)->cell(cell(row, column));
+            texts.setData(texts.index(row, column), painted.text);
+            texts.setData(texts.index(row, column), int(painted.displayAlignment), Qt::TextAlignmentRole);
+            texts.setData(texts.index(row, column), painted.palette.text(), Qt::ForegroundRole);
+        }
+    }
+    QTableView reference(&window);
+    reference.setModel(&texts);
+    reference.setGeometry(view->geometry());
+    reference.setColumnWidth(AmountColumn, 140);
+    reference.show();
+    for (const QModelIndex& current : {cell(0, AmountColumn), cell(1, DateColumn)}) {
+        view->setCurrentIndex(current);
+        reference.setCurrentIndex(texts.index(current.row(), current.column()));
+        view->setFocus();
+        const QImage ours = view->viewport()->grab().toImage();
+        reference.setFocus();
+        EXPECT_LE(largestDifference(ours, reference.viewport()->grab().toImage()), 40)
+            << "the same pixels, but for the blending of light text on the selection";
+    }
 
     // Texts kept for repainting go when the formatter's display changes.
     QSignalSpy relayout(amounts_, &QAbstractItemDelegate::sizeHintChanged);

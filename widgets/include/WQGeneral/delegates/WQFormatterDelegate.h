@@ -38,7 +38,9 @@
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <QBrush>
+#include <QFont>
 #include <QHash>
+#include <QStaticText>
 #include <QStyledItemDelegate>
 
 #include <memory>
@@ -88,6 +90,9 @@ public:
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     /// Shows the cell's value in the editor (left alone when it shows it already).
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    /// Paints the cell as the style does, with its text laid out once for
+    /// every repaint.
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     /// Writes the editor's value; nothing when its text cannot be read.
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
@@ -114,6 +119,11 @@ private:
         QString text;
         bool number = false;
         bool negative = false;
+        /// The text laid out for painting, kept with it.
+        mutable QStaticText laidOut;
+        mutable QFont laidOutFont;
+        /// Lays the text out in font (once) and answers whether one line of it fits width.
+        bool fitsOneLine(const QFont& font, int width) const;
     };
     /// A value as a cache key: its type and bits (a date's year, month and day).
     struct ValueKey {
@@ -127,6 +137,7 @@ private:
         }
     };
     const Shown& _wq_shown(const QVariant& value) const;
+    const Shown& _wq_styleCell(QStyleOptionViewItem* option, const QModelIndex& index) const;
     Shown _wq_render(const QVariant& value) const;
     void _wq_followFormatter();
     void _wq_forgetTexts();
@@ -140,6 +151,7 @@ private:
     Qt::Alignment _wq_alignment;
     mutable QHash<ValueKey, Shown> _wq_texts; ///< display texts by value, until the formatter changes
     mutable Shown _wq_uncached;
+    mutable bool _wq_styling = false; ///< inside initStyleOption(), which sets the text itself
 };
 
 /// @}
