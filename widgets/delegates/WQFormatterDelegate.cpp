@@ -225,10 +225,11 @@ void WQFormatterDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     // A text that fits on one line beside nothing else, in a cell selected as
     // a whole (as in tables): the style draws the cell without it, and the
     // text goes on as laid out once for all repaints. Anything more (an icon,
-    // a check box, a text to wrap or elide, a selection that hugs the text)
-    // is the style's.
+    // a check box, a text to wrap or elide, a selection that hugs the text, a
+    // style sheet that may colour the text) is the style's.
     const bool plain = !cell.text.isEmpty() && cell.showDecorationSelected
-        && !(cell.features & (QStyleOptionViewItem::HasDecoration | QStyleOptionViewItem::HasCheckIndicator));
+        && !(cell.features & (QStyleOptionViewItem::HasDecoration | QStyleOptionViewItem::HasCheckIndicator))
+        && !(cell.state & QStyle::State_Editing) && !style->inherits("QStyleSheetStyle");
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
     const QRect room = cell.rect.adjusted(margin, 0, -margin, 0);
     if (!plain || !shown.fitsOneLine(cell.font, room.width()))

@@ -127,14 +127,14 @@ QValidator::State WQFormatterValidator::validate(QString& input, int& pos) const
     const Edit edit = editBetween(before.text, input, pos);
     WQEditEvent event;
     if (edit.inserted.isEmpty()) {
-        // Backspace removes up to the cursor, Delete from it.
+        // Backspace removes up to the cursor (or a selection), Delete from it.
         event.type = WQEditEvent::Type::KeyDown;
         if (edit.replaced.end() == before.cursor || edit.replaced.length > 1)
             event.characters = QString(QChar(WQEditEvent::DeleteCharacter));
     } else if (edit.inserted.size() == 1) {
         event = {WQEditEvent::Type::KeyDown, edit.inserted, false};
     }
-    event.optionKeyDown = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::AltModifier);
+    event.optionKeyDown = QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier);
 
     QString partial = input;
     WQRange range{pos, 0};
