@@ -1,7 +1,11 @@
 #include <WQGeneral/calculator/WQCalcWindow.h>
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
+#include <QWindow>
 
 namespace wq {
 namespace {
@@ -23,11 +27,48 @@ protected:
     }
 };
 
+// The press that closed the pop-up goes on to what it was aimed at, as if the
+// pop-up had not been there: the widget under it takes the focus as a click
+// gives it (so the field that opened the calculator finishes its edit), then
+// its window gets the press, so that the release of the same click follows
+// it there. Qt replays such a press only where its pop-up grab worked, and
+// even then leaves the focus with the field.
+void passOnPress(const QMouseEvent& event)
+{
+    const QPointF global = event.globalPosition();
+    QPointer<QWidget> target = QApplication::widgetAt(global.toPoint());
+    if (!target)
+        return;
+    if (!target->isActiveWindow())
+        target->activateWindow();
+    for (QWidget* w = target; w; w = w->parentWidget()) {
+        if (w->isEnabled() && (w->focusPolicy() & Qt::ClickFocus)) {
+            w->setFocus(Qt::MouseFocusReason);
+            break;
+        }
+        if (w->isWindow())
+            break;
+    }
+    if (!target)
+        return;
+    QWidget* window = target->window();
+    QWindow* handle = window->windowHandle();
+    const QPointF local = handle ? window->mapFromGlobal(global) : target->mapFromGlobal(global);
+    QMouseEvent press(QEvent::MouseButtonPress, local, local, global, event.button(), event.buttons(),
+                      event.modifiers(), event.pointingDevice());
+    if (handle)
+        QCoreApplication::sendEvent(handle, &press);
+    else
+        QCoreApplication::sendEvent(target, &press);
+}
+
 } // namespace
 
 WQCalcWindow::WQCalcWindow(QWidget* opener) : QWidget(opener, Qt::Popup | Qt::FramelessWindowHint)
 {
     setAttribute(Qt::WA_DeleteOnClose);
+    // The press that closes it is passed on here, never replayed by Qt too.
+    setAttribute(Qt::WA_NoMouseReplay);
     // Font, palette and style come from the window of the field, so the rows
     // measure and look like its text.
     setAttribute(Qt::WA_WindowPropagation);
@@ -46,6 +87,14 @@ void WQCalcWindow::closeEvent(QCloseEvent* event)
         emit resignedKey();
     }
     event->accept();
+}
+
+void WQCalcWindow::mousePressEvent(QMouseEvent* event)
+{
+    const bool outside = !rect().contains(event->position().toPoint());
+    QWidget::mousePressEvent(event); // a pop-up closes on a press outside it
+    if (outside && !isVisible())
+        passOnPress(*event);
 }
 
 void WQCalcWindow::resizeEvent(QResizeEvent* event)

@@ -316,10 +316,12 @@ void WQCalculateWindowController::closeAndSetAmount()
     if (_wq_closing)
         return;
     _wq_closing = true;
-    const QString text = _wq_display(calculateTotal());
+    const double total = calculateTotal();
+    const QString text = _wq_display(total);
     if (QLineEdit* field = _wq_parent_control) {
         field->setText(text);
         field->setSelection(0, int(text.size()));
+        emit amountWritten(total);
     }
     closeAndForgetAmount();
 }

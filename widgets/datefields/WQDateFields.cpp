@@ -4,18 +4,19 @@
 #include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
+#include "WQCalendarDropDown.h"
 #include "WQPickerFormat.h"
 
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <QBoxLayout>
 #include <QCalendarWidget>
-#include <QScreen>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QTimeZone>
 #include <QVariant>
 
+#include <algorithm>
 #include <memory>
 
 namespace wq {
@@ -111,14 +112,7 @@ void dropDownCalendar(QDateEdit& picker)
     QWidget* popup = calendar->window();
     calendar->setSelectedDate(picker.date());
     popup->adjustSize();
-    QRect frame(picker.mapToGlobal(QPoint(0, picker.height())), popup->size());
-    if (const QScreen* screen = picker.screen()) {
-        const QRect area = screen->availableGeometry();
-        if (frame.bottom() > area.bottom())
-            frame.moveBottom(picker.mapToGlobal(QPoint(0, 0)).y() - 1);
-        frame.moveLeft(std::clamp(frame.left(), area.left(), std::max(area.left(), area.right() + 1 - frame.width())));
-    }
-    popup->move(frame.topLeft());
+    datefields::placeUnder(*popup, picker);
     popup->show();
     calendar->setFocus(Qt::PopupFocusReason);
 }

@@ -57,3 +57,31 @@ TEST(DateConversion, MomentsGiveTheirLocalDate)
     EXPECT_EQ(wq::test::messageOf<wq::NSInternalInconsistencyException>([] { (void)WQDate::dateWithNSDate({}); }),
               "WQDate -dateWithNSDate: got nil for the NSCalendarDate!");
 }
+
+TEST(DateConversion, QVariantsConvertToAndFromQDateAndText)
+{
+    // Registered as the library starts: nothing was called to set it up.
+    EXPECT_EQ(QMetaType::fromName("wq::WQDate"), QMetaType::fromType<WQDate>());
+
+    const QVariant date = QVariant::fromValue(WQDate(2024, 3, 5));
+    EXPECT_TRUE(date.canConvert<QDate>());
+    EXPECT_EQ(date.toDate(), QDate(2024, 3, 5));
+    EXPECT_EQ(date.toString(), u"2024-03-05");
+    EXPECT_EQ(QVariant(QDate(2024, 3, 5)).value<WQDate>(), WQDate(2024, 3, 5));
+    EXPECT_EQ(QVariant(QStringLiteral("2024-03-05")).value<WQDate>(), WQDate(2024, 3, 5));
+    EXPECT_EQ(date, QVariant::fromValue(WQDate(2024, 3, 5)));
+
+    // QDate has no year 0: ours is its year -1.
+    EXPECT_EQ(WQDate(0, 6, 1).toQDate(), QDate(-1, 6, 1));
+    EXPECT_EQ(WQDate::fromQDate(QDate(-1, 6, 1)), WQDate(0, 6, 1));
+
+    // The no-date value, and days that are not whole dates, convert to nothing.
+    for (const WQDate& none : {WQDate(), WQDate(2024, 3, 0)}) {
+        QVariant converted = QVariant::fromValue(none);
+        EXPECT_FALSE(converted.toDate().isValid());
+        EXPECT_TRUE(converted.toString().isEmpty());
+    }
+    EXPECT_EQ(WQDate::fromQDate(QDate()), WQDate());
+    QVariant text(QStringLiteral("March 5"));
+    EXPECT_FALSE(text.convert(QMetaType::fromType<WQDate>()));
+}

@@ -2,6 +2,7 @@
 // calculating money field.
 
 #include "FieldTesting.h"
+#include "KeyTyping.h"
 #include "MoneyTestSupport.h"
 #include "WQTestSupport.h"
 
@@ -17,6 +18,8 @@
 
 using namespace wq;
 using namespace Qt::StringLiterals;
+using test::press;
+using test::type;
 
 namespace {
 
@@ -27,31 +30,6 @@ QList<WQCalcWindow*> calculatorWindows()
         if (auto* calc = qobject_cast<WQCalcWindow*>(w); calc && calc->isVisible())
             windows << calc;
     return windows;
-}
-
-// Sends one key to whatever has the focus, as the keyboard does; '\e' is
-// Escape, '\r' Return, '\t' Tab, '\b' Backspace.
-void press(QChar c, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    QWidget* target = QApplication::focusWidget();
-    ASSERT_NE(target, nullptr);
-    switch (c.unicode()) {
-    case 0x1b: QTest::keyClick(target, Qt::Key_Escape, modifiers); break;
-    case u'\r': QTest::keyClick(target, Qt::Key_Return, modifiers); break;
-    case u'\t': QTest::keyClick(target, Qt::Key_Tab, modifiers); break;
-    case u'\b': QTest::keyClick(target, Qt::Key_Backspace, modifiers); break;
-    default: QTest::keyClick(target, c.toLatin1(), modifiers);
-    }
-}
-
-// Types keys with a pass of the event loop after each, as between keystrokes.
-void type(const QString& keys)
-{
-    for (QChar c : keys) {
-        press(c);
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
-    }
 }
 
 WQCalculateWindowController* calculator() { return WQCalculateWindowController::openCalculator(); }
@@ -188,7 +166,7 @@ TEST_F(Calculator, ReturnAndTabCommitOnTheNextPassEscapeDiscards)
     EXPECT_TRUE(calculatorWindows().isEmpty());
 }
 
-TEST_F(Calculator, AClickElsewhereCommits)
+TEST_F(Calculator, AClickElsewhereCommitsAndTheFocusGoesThere)
 {
     type(u"6-1"_s);
     WQCalculateWindowController* calc = calculator();
@@ -200,6 +178,8 @@ TEST_F(Calculator, AClickElsewhereCommits)
     EXPECT_EQ(field->text(), u"$5.00");
     test::spinFor(5);
     EXPECT_TRUE(calculatorWindows().isEmpty());
+    EXPECT_EQ(QApplication::focusWidget(), other) << "where the user clicked";
+    EXPECT_EQ(field->objectValue().toDouble(), 5.0) << "read as the field lost the focus";
 }
 
 TEST_F(Calculator, TheWindowGrowsUpwardsByOneRowPerOperator)

@@ -12,10 +12,17 @@
 /// Years are signed 64-bit. Operations whose result cannot be represented
 /// (a year past the 64-bit range, a day count past 64 bits) raise
 /// NSRangeException instead of wrapping.
+///
+/// WQDate is a Qt metatype from the moment the program starts: a QVariant
+/// holding one converts to and from QDate (toQDate(), fromQDate()) and
+/// QString (the storage layout YYYY-MM-DD), so item views, QDataWidgetMapper
+/// and QML show and take dates without being told how. The no-date value
+/// converts to neither.
 
 #include <WQGeneral/WQCoreExport.h>
 #include <WQGeneral/platform/WQExceptions.h>
 
+#include <QDate>
 #include <QDateTime>
 #include <QMetaType>
 #include <QString>
@@ -166,6 +173,12 @@ public:
     /// end of a daylight-saving gap that swallows midnight). Day 0 is the last
     /// day of the previous month. Invalid past QDate's range.
     QDateTime nsDate() const;
+    /// The same calendar day as a QDate (which has no year 0: year 0 here is
+    /// its year -1). An invalid QDate for the no-date value, a month or day
+    /// of 0, and years beyond QDate's range.
+    QDate toQDate() const;
+    /// The same calendar day; the no-date value for an invalid QDate.
+    static WQDate fromQDate(const QDate& date);
 
     // --- fixed storage layouts ----------------------------------------------
     /// MM/DD/YYYY: month and day zero-padded to two digits, the year to four
@@ -213,3 +226,13 @@ private:
 } // namespace wq
 
 Q_DECLARE_METATYPE(wq::WQDate)
+
+/// \cond
+namespace wq::_wq_metatype {
+// Defined beside the QVariant converters, which are registered as the library
+// starts. Every file that includes this header names it, so a static link
+// always takes the registration in, whatever the application calls.
+WQ_CORE_EXPORT extern const bool kWQDateConvertersRegistered;
+[[gnu::used]] static const bool* const kWQDateConvertersAnchor = &kWQDateConvertersRegistered;
+} // namespace wq::_wq_metatype
+/// \endcond

@@ -8,8 +8,9 @@
 /// next to a field and take the pointer and keyboard grab; on X11 a popup is an
 /// override-redirect window that stays above its parent and out of task bars.
 /// Both close it when the user clicks elsewhere, which is the calculator
-/// losing key status. The platform adds a shadow where it draws one for
-/// pop-ups (not on plain X11).
+/// losing key status; the click then goes on to what it was aimed at, which
+/// takes the focus as a click gives it. The platform adds a shadow where it
+/// draws one for pop-ups (not on plain X11).
 
 #include <WQGeneral/WQWidgetsExport.h>
 
@@ -44,6 +45,8 @@ signals:
 protected:
     /// A close the calculator did not ask for announces resignedKey().
     void closeEvent(QCloseEvent* event) override;
+    /// A press outside closes the window and goes on to the widget under it.
+    void mousePressEvent(QMouseEvent* event) override;
     /// Keeps the outline over the whole window.
     void resizeEvent(QResizeEvent* event) override;
 

@@ -77,6 +77,9 @@ public:
 signals:
     /// Each new total shown.
     void totalChanged(double total);
+    /// The total was written into the field that opened the calculator (as
+    /// text, all selected), just before the calculator closes.
+    void amountWritten(double total);
 
 protected:
     /// Watches the editing field's keys (operators, =, Return, Escape, Ctrl+C).
