@@ -1,14 +1,23 @@
 include(CMakePackageConfigHelpers)
 
-# Shared: the two libraries (runtime) and their development files. Static:
-# the interface targets and every component archive.
+# Shared: the libraries (runtime; the Qt Quick one with its QML module) and
+# their development files. Static: the interface targets and every component
+# archive.
 set(layers core)
 if(WQ_BUILD_WIDGETS)
   list(APPEND layers widgets)
 endif()
+if(WQ_HAVE_QUICK)
+  list(APPEND layers quick)
+endif()
 set(install_targets)
 foreach(layer IN LISTS layers)
-  list(APPEND install_targets wq_${layer})
+  if(layer STREQUAL "quick" AND BUILD_SHARED_LIBS)
+    install(TARGETS wq_quick EXPORT WQGeneralTargets
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT quick NAMELINK_COMPONENT development)
+  else()
+    list(APPEND install_targets wq_${layer})
+  endif()
   if(NOT BUILD_SHARED_LIBS)
     get_property(components GLOBAL PROPERTY WQ_${layer}_COMPONENTS)
     list(APPEND install_targets wq_${layer}_static ${components})
@@ -23,6 +32,7 @@ install(EXPORT WQGeneralTargets NAMESPACE WQGeneral::
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/WQGeneral COMPONENT development)
 
 set(WQ_CONFIG_WIDGETS ${WQ_BUILD_WIDGETS})
+set(WQ_CONFIG_QUICK ${WQ_HAVE_QUICK})
 configure_package_config_file(cmake/WQGeneralConfig.cmake.in
   ${CMAKE_CURRENT_BINARY_DIR}/WQGeneralConfig.cmake
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/WQGeneral)
@@ -78,7 +88,7 @@ function(wq_pkg_config layer name description requires)
     set(pc_libs "")
     foreach(component IN LISTS ordered)
       get_target_property(archive ${component} OUTPUT_NAME)
-      if(component STREQUAL "wq_widgets_toolkit")
+      if(component MATCHES "^wq_[a-z]+_toolkit$")
         string(APPEND pc_libs " -Wl,--whole-archive -l${archive} -Wl,--no-whole-archive")
       else()
         string(APPEND pc_libs " -l${archive}")
@@ -96,6 +106,9 @@ function(wq_pkg_config layer name description requires)
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 endfunction()
 wq_pkg_config(core Core "Calendar dates, entry formatters, money, encodings and encrypted documents for finance applications" "Qt6Core")
+if(WQ_HAVE_QUICK)
+  wq_pkg_config(quick Quick "The formatted field, the pop-up calculator and alert sheets for Qt Quick" "WQGeneralCore Qt6Qml Qt6Quick")
+endif()
 if(WQ_BUILD_WIDGETS)
   wq_pkg_config(widgets Widgets "Formatted fields, the pop-up calculator and interface helpers for finance applications" "WQGeneralCore Qt6Widgets")
 endif()

@@ -33,3 +33,9 @@ if [ "$widgets" = yes ]; then
   run "$work/pc_consumer_widgets"
 fi
 echo "consumer: built with CMake and with pkg-config against $prefix and ran (widgets: $widgets)"
+# The QML module, where the prefix has one: a QML application imports it.
+module=$(cd "$prefix" && find . -path '*/qml/WQGeneral/qmldir' | head -1)
+if [ -n "$module" ] && [ -x "$work/cmake/consumer_quick" ]; then
+  QML_IMPORT_PATH="$prefix/$(dirname "$(dirname "$module")")" run "$work/cmake/consumer_quick"
+  echo "consumer: a QML application imported WQGeneral from $prefix"
+fi

@@ -248,5 +248,9 @@ The date must be entered as a day, month, and year.  The order of the three valu
         <source>Total %@</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -250,5 +250,9 @@ Das Datum besteht aus Tag, Monat und Jahr.  In welcher Reihenfolge sie eingegebe
         <source>Total %@</source>
         <translation>Summe %@</translation>
     </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
 </context>
 </TS>

@@ -295,20 +295,29 @@ QVariant WQQuickFormattedField::value() const
     return value;
 }
 
+QVariant WQQuickFormattedField::_wq_objectValueFor(const QVariant& value) const
+{
+    if (value.isNull() || !value.isValid())
+        return QVariant();
+    if (isDateFormatter(formatter())) {
+        if (value.typeId() == QMetaType::QDateTime && value.toDateTime().isValid())
+            return QVariant::fromValue(WQDate::dateWithNSDate(value.toDateTime()));
+        if (value.typeId() == QMetaType::QDate && value.toDate().isValid())
+            return QVariant::fromValue(WQDate(value.toDate().year(), value.toDate().month(), value.toDate().day()));
+    } else if (formatter() && isNumber(value)) {
+        return value.toDouble();
+    }
+    return value;
+}
+
 void WQQuickFormattedField::setValue(const QVariant& value)
 {
-    QVariant objectValue = value;
-    if (value.isNull() || !value.isValid()) {
-        objectValue = QVariant();
-    } else if (isDateFormatter(formatter())) {
-        if (value.typeId() == QMetaType::QDateTime && value.toDateTime().isValid())
-            objectValue = QVariant::fromValue(WQDate::dateWithNSDate(value.toDateTime()));
-        else if (value.typeId() == QMetaType::QDate)
-            objectValue = QVariant::fromValue(WQDate(value.toDate().year(), value.toDate().month(), value.toDate().day()));
-    } else if (formatter() && isNumber(value)) {
-        objectValue = value.toDouble();
-    }
-    _wq_session.setObjectValue(objectValue);
+    _wq_session.setObjectValue(_wq_objectValueFor(value));
+}
+
+QString WQQuickFormattedField::displayString(const QVariant& value) const
+{
+    return _wq_session.displayString(_wq_objectValueFor(value));
 }
 
 bool WQQuickFormattedField::validateEditing() { return _wq_session.validateEditing(); }

@@ -24,6 +24,7 @@ Dialog {
 
     contentItem: ColumnLayout {
         spacing: 8
+        focus: true
         Keys.onReturnPressed: dialog.accept()
         Keys.onEnterPressed: dialog.accept()
 

@@ -89,6 +89,9 @@ public:
     /// Shows a value and starts a new history.
     void setValue(const QVariant& value);
 
+    /// The text the formatter shows for a value (a number or a date, as for
+    /// the value property): for a list's cells beside the field.
+    Q_INVOKABLE QString displayString(const QVariant& value) const;
     /// Reads the edited text into the value now, as leaving the field does.
     /// False (and valueRefused) when the formatter cannot read it.
     Q_INVOKABLE bool validateEditing();
@@ -132,6 +135,7 @@ private:
     void setText(const QString& text) override;
     void setSelectedRange(WQRange range) override;
 
+    QVariant _wq_objectValueFor(const QVariant& value) const;
     bool _wq_deliver(QObject* item, QEvent* event, const WQEditEvent& edit);
     void _wq_focusOut(QObject* item, QEvent* event);
     void _wq_install(std::shared_ptr<WQFormatter> formatter);
