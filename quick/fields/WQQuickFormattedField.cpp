@@ -280,6 +280,11 @@ void WQQuickFormattedField::setFormatter(std::shared_ptr<WQFormatter> formatter)
 void WQQuickFormattedField::_wq_install(std::shared_ptr<WQFormatter> formatter)
 {
     _wq_session.setFormatter(std::move(formatter));
+    // QML may set a date value before the date kind: it becomes a date now.
+    const QVariant value = _wq_session.objectValue();
+    const int type = value.typeId();
+    if (!_wq_session.hasPendingEdit() && (type == QMetaType::QDateTime || type == QMetaType::QDate))
+        _wq_session.setObjectValue(_wq_objectValueFor(value));
     emit formatterChanged();
 }
 

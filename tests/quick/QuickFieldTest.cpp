@@ -21,7 +21,7 @@ TEST(QuickField, TypingInEachKindAndReadingTheValue)
     QuickWindow window(R"(
         Column {
             MoneyOwner { id: atm; objectName: "atm"; userInputLikeATM: true }
-            FormattedTextField { objectName: "date"; formatterKind: FormattedTextField.Date }
+            FormattedTextField { objectName: "date"; value: new Date(2026, 2, 15); formatterKind: FormattedTextField.Date }
             FormattedTextField { objectName: "whole"; formatterKind: FormattedTextField.WholeNumber }
             FormattedTextField { objectName: "decimal"; formatterKind: FormattedTextField.Decimal }
             FormattedTextField { objectName: "money"; formatterKind: FormattedTextField.Money }
@@ -34,7 +34,7 @@ TEST(QuickField, TypingInEachKindAndReadingTheValue)
         QVariant value;
     };
     const Row rows[] = {
-        {"date", "3/15/26+", "3/16/26", QDateTime(QDate(2026, 3, 16), QTime(0, 0))},
+        {"date", "+", "3/16/26", QDateTime(QDate(2026, 3, 16), QTime(0, 0))}, // a date given before the kind
         {"whole", "1234567", "1,234,567", 1234567.0},
         {"decimal", "4.25", "4.25", 4.25},
         {"money", "1234", "$1,234", 1234.0},
