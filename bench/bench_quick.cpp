@@ -16,13 +16,8 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
-#include <QtQml/qqmlextensionplugin.h>
 
 #include <memory>
-
-#ifdef WQ_QUICK_STATIC_PLUGIN
-Q_IMPORT_QML_PLUGIN(WQGeneralPlugin)
-#endif
 
 namespace {
 
@@ -32,9 +27,7 @@ using namespace wq;
 struct QuickRegister {
     QuickRegister()
     {
-#ifndef WQ_QUICK_STATIC_PLUGIN
-        view.engine()->addImportPath(QStringLiteral(WQ_QML_DIR));
-#endif
+        view.engine()->addImportPath(QStringLiteral(WQ_QML_IMPORT_PATH));
         QQmlComponent component(view.engine());
         component.setData("import QtQuick\nimport WQGeneral\n"
                           "Item { width: 300; height: 80\n"

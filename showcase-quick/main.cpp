@@ -6,15 +6,9 @@
 #include <WQGeneral/platform/WQRegionalSettings.h>
 
 #include <QCommandLineParser>
-#include <QDir>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
-#include <QtQml/qqmlextensionplugin.h>
-
-#ifdef WQ_QUICK_STATIC_PLUGIN
-Q_IMPORT_QML_PLUGIN(WQGeneralPlugin)
-#endif
 
 int main(int argc, char** argv)
 {
@@ -34,11 +28,8 @@ int main(int argc, char** argv)
         wq::WQRegionalSettings::setAllLocales(parser.value(locale));
 
     QQmlApplicationEngine engine;
-#ifndef WQ_QUICK_STATIC_PLUGIN
-    // Run from the build tree, the module is there; installed, Qt finds it.
-    if (QDir(QStringLiteral(WQ_QML_DIR)).exists())
-        engine.addImportPath(QStringLiteral(WQ_QML_DIR));
-#endif
+    // The build's module comes first; installed, Qt finds it anyway.
+    engine.addImportPath(QStringLiteral(WQ_QML_IMPORT_PATH));
     engine.load(QUrl(QStringLiteral("qrc:/showcase/Register.qml")));
     auto* window = engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(engine.rootObjects().first());
     if (!window)

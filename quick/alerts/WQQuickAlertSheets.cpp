@@ -8,7 +8,8 @@
 #include <WQGeneral/platform/WQLocalizedText.h>
 #include <WQGeneral/quick/WQQuickFormattedField.h>
 
-#include <QQmlComponent>
+#include "detail/WQModuleComponent.h"
+
 #include <QQmlEngine>
 #include <QQuickItem>
 
@@ -178,19 +179,11 @@ bool WQQuickAlertSheets::_wq_makeDialog()
         qWarning("WQGeneral: alert sheets need a window made by a QML engine");
         return false;
     }
-    QQmlComponent component(engine);
-    component.setData("import WQGeneral\nAlertSheetDialog {}\n", QUrl());
-    QObject* dialog = component.beginCreate(engine->rootContext());
-    if (!dialog) {
-        qWarning("WQGeneral: the alert sheet cannot show: %s", qUtf8Printable(component.errorString()));
-        return false;
-    }
-    dialog->setParent(this);
-    dialog->setProperty("sheets", QVariant::fromValue<QObject*>(this));
-    dialog->setProperty("parent", QVariant::fromValue(_wq_window->contentItem()));
-    component.completeCreate();
-    _wq_dialog = dialog;
-    return true;
+    _wq_dialog = detail::createModuleObject(*engine, "AlertSheetDialog", this, [this](QObject& made) {
+        made.setProperty("sheets", QVariant::fromValue<QObject*>(this));
+        made.setProperty("parent", QVariant::fromValue(_wq_window->contentItem()));
+    });
+    return _wq_dialog;
 }
 
 void WQQuickAlertSheets::finish(bool cancel, bool dontShowAgain)

@@ -3,12 +3,12 @@
 #include <WQGeneral/platform/WQLocalizedText.h>
 #include <WQGeneral/quick/WQQuickFormattedField.h>
 
+#include "detail/WQModuleComponent.h"
 #include "detail/WQSignalRelay.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QTimer>
@@ -89,18 +89,13 @@ WQQuickCalculator::~WQQuickCalculator() = default;
 
 bool WQQuickCalculator::_wq_makePopup()
 {
-    QQmlEngine* engine = qmlEngine(_wq_parent_control);
-    QQmlComponent component(engine);
-    component.setData("import WQGeneral\nCalculatorPopup {}\n", QUrl());
-    QObject* popup = component.beginCreate(engine->rootContext());
-    if (!popup) {
-        qWarning("WQGeneral: the calculator cannot open: %s", qUtf8Printable(component.errorString()));
+    QObject* popup = detail::createModuleObject(*qmlEngine(_wq_parent_control), "CalculatorPopup", this,
+                                                [this](QObject& made) {
+                                                    made.setProperty("calculator", QVariant::fromValue<QObject*>(this));
+                                                    made.setProperty("parent", QVariant::fromValue(_wq_parent_control.data()));
+                                                });
+    if (!popup)
         return false;
-    }
-    popup->setParent(this);
-    popup->setProperty("calculator", QVariant::fromValue<QObject*>(this));
-    popup->setProperty("parent", QVariant::fromValue(_wq_parent_control.data()));
-    component.completeCreate();
     _wq_popup = popup;
 
     _wq_editing_field = popup->findChild<QQuickItem*>(QStringLiteral("editingField"));

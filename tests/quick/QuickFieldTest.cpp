@@ -7,11 +7,6 @@
 
 #include <QDateTime>
 #include <QSignalSpy>
-#include <QtQml/qqmlextensionplugin.h>
-
-#ifdef WQ_QUICK_STATIC_PLUGIN
-Q_IMPORT_QML_PLUGIN(WQGeneralPlugin)
-#endif
 
 using namespace wq;
 using test::QuickWindow;

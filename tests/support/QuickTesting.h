@@ -23,9 +23,7 @@ public:
     // Shows a document: "import WQGeneral" and Qt Quick Controls come first.
     explicit QuickWindow(const QByteArray& body)
     {
-#ifndef WQ_QUICK_STATIC_PLUGIN
-        view.engine()->addImportPath(QStringLiteral(WQ_QML_DIR));
-#endif
+        view.engine()->addImportPath(QStringLiteral(WQ_QML_IMPORT_PATH));
         QQmlComponent component(view.engine());
         component.setData("import QtQuick\nimport QtQuick.Controls\nimport WQGeneral\n" + body, QUrl());
         QObject* root = component.create();
