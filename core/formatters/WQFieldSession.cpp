@@ -200,7 +200,7 @@ void WQFieldSession::_wq_judgeEdit(const State& before, const WQEditEvent& event
     bool rewritten = false;
     try {
         const QScopedValueRollback judging(_wq_judging, true);
-        const WQEditScope scope(event, this);
+        const WQEditScope scope(event, _wq_editor);
         accepted = _wq_formatter->isPartialStringValid(&partial, &range, before.text, before.selection, &error);
         rewritten = scope.rewritten();
     } catch (const std::exception& failure) {

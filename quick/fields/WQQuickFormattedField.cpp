@@ -14,7 +14,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <functional>
 
 namespace wq {
 namespace {
@@ -78,8 +77,8 @@ void WQQuickFormattedField::setTextField(QQuickItem* textField)
     if (QQuickItem* old = _wq_textField) {
         old->removeEventFilter(this);
         old->setProperty(kDriverProperty, QVariant());
-        delete _wq_relay;
     }
+    delete _wq_relay;
     _wq_relay = nullptr;
     _wq_textField = textField;
     if (textField) {

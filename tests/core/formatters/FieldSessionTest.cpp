@@ -112,6 +112,12 @@ TEST_F(FieldSession, JudgesEachEditWhenItsEventEnds)
     EXPECT_EQ(probe->last.proposed, "13") << "not judged inside the outer event";
     session.endEvent();
     EXPECT_EQ(probe->last, (Edit{"13", {1, 1}, "19", {2, 0}}));
+
+    // A toolkit field that is a field editor itself is the one formatters see.
+    WQFieldSession lineEdit(field);
+    session.setFieldEditor(&lineEdit);
+    field.key(u'0');
+    EXPECT_EQ(probe->editor, &lineEdit);
 }
 
 TEST_F(FieldSession, RefusalsRestoreAndRewritesShow)

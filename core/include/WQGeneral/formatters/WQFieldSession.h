@@ -55,6 +55,10 @@ public:
                             QObject* parent = nullptr);
     ~WQFieldSession() override;
 
+    /// The field editor formatters see while they judge an edit: this session
+    /// unless the toolkit's field is one itself and names itself here.
+    void setFieldEditor(WQFieldEditor* editor) noexcept { _wq_editor = editor ? editor : this; }
+
     /// The edit event of a key press: Backspace is the delete key (character
     /// 127), forward Delete carries no character, Alt is the option key.
     static WQEditEvent keyEvent(int key, const QString& text, Qt::KeyboardModifiers modifiers);
@@ -137,6 +141,7 @@ private:
     void _wq_noteRefusal(bool refused);
 
     Field& _wq_field;
+    WQFieldEditor* _wq_editor = this;
     std::shared_ptr<WQFormatter> _wq_formatter;
     QVariant _wq_objectValue;
     State _wq_shown;              ///< what the field stood at after the last edit
