@@ -25,6 +25,9 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qt6-base-dev, libicu-dev, libssl-d
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME wqgeneral-tool)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_QUICK_PACKAGE_NAME qml6-module-wqgeneral)
+# What the module's QML files import (the libraries are read off the binaries).
+set(CPACK_DEBIAN_QUICK_PACKAGE_DEPENDS
+    "qml6-module-qtquick, qml6-module-qtquick-controls, qml6-module-qtquick-templates, qml6-module-qtquick-layouts")
 set(CPACK_DEBIAN_DESIGNER_PACKAGE_NAME wqgeneral-designer-plugin)
 set(CPACK_DEBIAN_DESIGNER_PACKAGE_SECTION devel)
 
