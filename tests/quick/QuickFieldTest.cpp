@@ -50,14 +50,19 @@ TEST(QuickField, TypingInEachKindAndReadingTheValue)
 TEST(QuickField, RefusalUndoRedoAndEscape)
 {
     QuickWindow window(R"(
-        FormattedTextField { objectName: "amount"; formatterKind: FormattedTextField.Money })");
+        Column {
+            TextField { objectName: "payee" }
+            FormattedTextField { objectName: "amount"; formatterKind: FormattedTextField.Money }
+        })");
     WQQuickFormattedField& amount = window.field("amount");
-    QQuickItem* item = window.focus("amount");
+    QQuickItem* item = window.find("amount");
     QSignalSpy refused(item, SIGNAL(editRefused(QString)));
     amount.setValue(7);
     EXPECT_EQ(QuickWindow::text(item), "$7.00");
 
-    QMetaObject::invokeMethod(item, "selectAll");
+    window.focus("payee");
+    window.key(Qt::Key_Tab);
+    EXPECT_EQ(item->property("selectedText").toString(), "$7.00") << "tabbing in selects the text";
     window.type("12a");
     EXPECT_EQ(QuickWindow::text(item), "$12");
     ASSERT_EQ(refused.count(), 1);
