@@ -7,7 +7,7 @@ FUZZ_SECONDS ?= 30
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test test-asan package translations bench fuzz docs clean
+.PHONY: all deps configure build run run-quick test test-asan package translations bench fuzz docs clean
 
 all: build
 
@@ -27,6 +27,10 @@ build: configure
 # tour offscreen (screenshots under build/tour/).
 run: configure
 	@bash scripts/run.sh $(BUILD)
+
+# The Qt Quick showcase the same way (screenshots under build/tour-quick/).
+run-quick: configure
+	@bash scripts/run-quick.sh $(BUILD)
 
 test: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS) --timeout 600

@@ -3,16 +3,10 @@
 // keystroke in the editing field to the new total, and a rebuild of a tape of
 // 50 rows. Targets: 16 ms (one frame at 60 Hz), 1 ms, 16 ms.
 
+#include "WQBenchFields.h"
 #include "WQBenchRecorder.h"
 
-#include <WQGeneral/calculator/WQCalculateWindowController.h>
-#include <WQGeneral/money/WQMoneyFormatter.h>
-#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
-
-#include <QApplication>
-#include <QKeyEvent>
-#include <QVBoxLayout>
 
 #include <cstdio>
 #include <memory>
@@ -20,79 +14,7 @@
 namespace {
 
 using namespace wq;
-
-WQMoneyFormatterOwner& owner()
-{
-    static WQMoneyFormatterOwner document;
-    return document;
-}
-
-void key(Qt::Key code, const QString& text)
-{
-    QWidget* target = QApplication::focusWidget();
-    QKeyEvent press(QEvent::KeyPress, code, Qt::NoModifier, text);
-    QKeyEvent release(QEvent::KeyRelease, code, Qt::NoModifier, text);
-    QApplication::sendEvent(target, &press);
-    QApplication::sendEvent(target, &release);
-}
-
-void pass()
-{
-    QApplication::processEvents();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-// A window with one calculating amount field holding $12.
-struct Register {
-    Register()
-    {
-        auto* layout = new QVBoxLayout(&window);
-        field = new WQLineEdit(owner().moneyFormatter(2, true), &window);
-        layout->addWidget(field);
-        window.resize(300, 80);
-        window.show();
-        window.activateWindow();
-        for (int i = 0; i < 10; ++i)
-            pass();
-        field->setFocus();
-        field->setObjectValue(12.0);
-    }
-    ~Register()
-    {
-        if (auto* open = WQCalculateWindowController::openCalculator())
-            open->closeAndForgetAmount();
-        pass();
-    }
-    QWidget window;
-    WQLineEdit* field = nullptr;
-};
-
-// Types the operator that opens the calculator; nullptr (and the benchmark
-// marked as failed) when none opened.
-WQCalculateWindowController* openWithPlus(benchmark::State& state)
-{
-    key(Qt::Key_Plus, QStringLiteral("+"));
-    pass();
-    WQCalculateWindowController* calculator = WQCalculateWindowController::openCalculator();
-    if (!calculator)
-        state.SkipWithError("no calculator opened");
-    return calculator;
-}
-
-void BM_OpenCalculator(benchmark::State& state)
-{
-    Register r;
-    for (auto _ : state) {
-        if (!openWithPlus(state))
-            break;
-        state.PauseTiming();
-        key(Qt::Key_Escape, QStringLiteral("\x1b"));
-        pass();
-        r.field->setFocus();
-        r.field->setObjectValue(12.0);
-        state.ResumeTiming();
-    }
-}
+using namespace wq::bench;
 
 void BM_TotalUpdate(benchmark::State& state)
 {

@@ -1,6 +1,7 @@
-# Each subsystem folder of core/ and widgets/ is one static component library.
-# WQGeneral::Core and WQGeneral::Widgets gather them, so an application links
-# one name while a subsystem's tests build only what that subsystem needs.
+# Each subsystem folder of core/, widgets/ and quick/ is one static component
+# library. WQGeneral::Core, WQGeneral::Widgets and WQGeneral::Quick gather
+# them, so an application links one name while a subsystem's tests build only
+# what that subsystem needs.
 
 set(WQ_WARNINGS -Wall -Wextra -Wpedantic)
 if(WQ_SANITIZE)
@@ -60,6 +61,8 @@ function(wq_add_component layer name)
   if(layer STREQUAL "core")
     target_link_libraries(${target} PUBLIC Qt6::Core)
     target_link_libraries(${target} PRIVATE ICU::i18n ICU::uc ICU::data OpenSSL::Crypto)
+  elseif(layer STREQUAL "quick")
+    target_link_libraries(${target} PUBLIC Qt6::Core Qt6::Gui Qt6::Qml Qt6::Quick)
   else()
     target_link_libraries(${target} PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets)
   endif()
@@ -73,12 +76,15 @@ function(wq_add_component layer name)
   set_property(GLOBAL APPEND PROPERTY WQ_${layer}_COMPONENTS ${target})
 endfunction()
 
-# Adds every subfolder of the current folder that has a CMakeLists.txt.
+# Adds every subfolder of the current folder that has a CMakeLists.txt, but
+# those named after EXCEPT.
 function(wq_add_subsystem_folders)
+  cmake_parse_arguments(ARG "" "" "EXCEPT" ${ARGN})
   file(GLOB entries LIST_DIRECTORIES true ${CMAKE_CURRENT_SOURCE_DIR}/*)
   list(SORT entries)
   foreach(entry IN LISTS entries)
-    if(IS_DIRECTORY ${entry} AND EXISTS ${entry}/CMakeLists.txt)
+    get_filename_component(name ${entry} NAME)
+    if(IS_DIRECTORY ${entry} AND EXISTS ${entry}/CMakeLists.txt AND NOT name IN_LIST ARG_EXCEPT)
       add_subdirectory(${entry})
     endif()
   endforeach()

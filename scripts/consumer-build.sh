@@ -96,3 +96,9 @@ for m in ET.parse(sys.argv[1]).iter("message"):
 fi
 echo "consumer: built with CMake and with pkg-config against $prefix and ran (widgets: $widgets," \
   "German: \"$german\"${hidden[*]:+, hidden: ${hidden[*]}})"
+# The QML module, where the prefix has one: a QML application imports it.
+module=$(cd "$prefix" && find . -path '*/qml/WQGeneral/qmldir' | head -1)
+if [ -n "$module" ] && [ -x "$work/cmake/consumer_quick" ]; then
+  QML_IMPORT_PATH="$prefix/$(dirname "$(dirname "$module")")" run "$work/cmake/consumer_quick"
+  echo "consumer: a QML application imported WQGeneral from $prefix"
+fi

@@ -8,10 +8,10 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 lupdate=${1:-/usr/lib/qt6/bin/lupdate}
 dir=${2:-$root/translations}
 cd "$root"
-mapfile -t sources < <(find core widgets \( -name '*.cpp' -o -name '*.h' \) | LC_ALL=C sort)
+mapfile -t sources < <(find core widgets quick \( -name '*.cpp' -o -name '*.h' \) | LC_ALL=C sort)
 mapfile -t catalogues < <(find "$dir" -maxdepth 1 -name 'WQGeneral_*.ts' | LC_ALL=C sort)
 # No line numbers: the files change only when a text does.
-"$lupdate" -silent -I core/include -I widgets/include \
+"$lupdate" -silent -I core/include -I widgets/include -I quick/include \
   -tr-function-alias Q_DECLARE_TR_FUNCTIONS+=WQ_DECLARE_STRING_TABLE \
   -locations none -no-obsolete -source-language en \
   "${sources[@]}" -ts "$dir/WQGeneral.ts" "${catalogues[@]}"

@@ -1,5 +1,8 @@
 #include <WQGeneral/formatters/WQToolkit.h>
 
+#include <algorithm>
+#include <vector>
+
 namespace wq {
 namespace {
 
@@ -22,6 +25,12 @@ WQToolkit*& installedSlot()
     return installed;
 }
 
+std::vector<WQToolkit*>& registered()
+{
+    static std::vector<WQToolkit*> toolkits;
+    return toolkits;
+}
+
 WQToolkit*& scopeSlot()
 {
     static WQToolkit* innermost = nullptr;
@@ -36,6 +45,15 @@ WQToolkit& WQToolkit::shared()
         return *scope;
     if (WQToolkit* installed = installedSlot())
         return *installed;
+    const std::vector<WQToolkit*>& toolkits = registered();
+    if (toolkits.size() > 1) {
+        const auto owner = std::find_if(toolkits.begin(), toolkits.end(),
+                                        [](const WQToolkit* toolkit) { return toolkit->ownsKeyWindow(); });
+        if (owner != toolkits.end())
+            return **owner;
+    }
+    if (!toolkits.empty())
+        return *toolkits.front();
     static WindowlessToolkit windowless;
     return windowless;
 }
@@ -45,6 +63,18 @@ WQToolkit* WQToolkit::install(WQToolkit* toolkit)
     WQToolkit* previous = installedSlot();
     installedSlot() = toolkit;
     return previous;
+}
+
+void WQToolkit::registerToolkit(WQToolkit& toolkit)
+{
+    std::vector<WQToolkit*>& toolkits = registered();
+    if (std::find(toolkits.begin(), toolkits.end(), &toolkit) == toolkits.end())
+        toolkits.push_back(&toolkit);
+}
+
+void WQToolkit::unregisterToolkit(WQToolkit& toolkit)
+{
+    std::erase(registered(), &toolkit);
 }
 
 WQEditScope::WQEditScope(WQEditEvent event, WQFieldEditor* editor)

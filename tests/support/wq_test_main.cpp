@@ -6,9 +6,12 @@
 #include <QTemporaryDir>
 #include <QtGlobal>
 
-#ifdef WQ_TEST_GUI
+#if defined(WQ_TEST_GUI)
 #include <QApplication>
 using TestApplication = QApplication;
+#elif defined(WQ_TEST_QUICK)
+#include <QGuiApplication>
+using TestApplication = QGuiApplication;
 #else
 #include <QCoreApplication>
 using TestApplication = QCoreApplication;
@@ -32,6 +35,13 @@ int main(int argc, char** argv)
     qputenv("XDG_RUNTIME_DIR", root + "/run");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#ifdef WQ_TEST_QUICK
+    // Offscreen there is no GPU: Qt Quick draws in software, in one style.
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
+        qputenv("QT_QUICK_BACKEND", "software");
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
+        qputenv("QT_QUICK_CONTROLS_STYLE", "Basic");
+#endif
     // Pin the environment's locale so results do not depend on the machine.
     qputenv("LC_ALL", "en_US.UTF-8");
     qputenv("TZ", qgetenv("WQ_TEST_TZ").isEmpty() ? QByteArray("America/New_York") : qgetenv("WQ_TEST_TZ"));

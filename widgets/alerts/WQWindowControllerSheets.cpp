@@ -1,7 +1,7 @@
+#include <WQGeneral/alerts/WQAlertSheet.h>
 #include <WQGeneral/alerts/WQWarningSuppression.h>
 #include <WQGeneral/alerts/WQWindowController.h>
 #include <WQGeneral/fields/WQLineEdit.h>
-#include <WQGeneral/numbers/WQDecimalFormatter.h>
 #include <WQGeneral/platform/WQLocalizedText.h>
 
 #include <QCheckBox>
@@ -12,99 +12,65 @@
 #include <QPushButton>
 
 namespace wq {
-namespace {
 
-QString decimalMessage(const QString& atmText, const QString& text, const QString& name, bool asATM)
-{
-    // The separator is passed in ATM mode too, and then not used.
-    return WQFormatTemplate(asATM ? atmText : text, {name, WQDecimalFormatter::systemDecimalSeparator()});
-}
-
-} // namespace
-
-// --- The sheets -------------------------------------------------------------
+// --- The sheets (their texts are core's, shared with every toolkit) -----------
 
 bool WQWindowController::sheetForBlankTextField(QWidget* textField, const QString& name)
 {
-    _wq_startEditCancelSheet(textField, WQFormatTemplate(WQStrings::tr("The %@ field is blank."), {name}),
-                             WQStrings::tr("This field can not be left empty."));
+    const WQAlertSheet sheet = WQAlertSheet::forBlankTextField(name);
+    _wq_startEditCancelSheet(textField, sheet.title, sheet.message);
     return false;
 }
 
 bool WQWindowController::sheetForNegativeTextField(QWidget* textField, const QString& name)
 {
-    _wq_startEditCancelSheet(textField, WQFormatTemplate(WQStrings::tr("The %@ field is negative."), {name}),
-                             WQStrings::tr("This field can not be negative."));
+    const WQAlertSheet sheet = WQAlertSheet::forNegativeTextField(name);
+    _wq_startEditCancelSheet(textField, sheet.title, sheet.message);
     return false;
 }
 
 bool WQWindowController::sheetForNegativeOrZeroTextField(QWidget* textField, const QString& name)
 {
-    _wq_startEditCancelSheet(textField, WQFormatTemplate(WQStrings::tr("The %@ field is negative or zero."), {name}),
-                             WQStrings::tr("This field can not be negative or zero."));
+    const WQAlertSheet sheet = WQAlertSheet::forNegativeOrZeroTextField(name);
+    _wq_startEditCancelSheet(textField, sheet.title, sheet.message);
     return false;
 }
 
 bool WQWindowController::sheetForIntegerTextFieldValidationFailure(QObject*, const QString& localizedTextFieldName,
                                                                    const QString& errorDescription)
 {
-    if (WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning))
-        return false;
-    _wq_startAlertSheetTitle(
-        errorDescription,
-        WQFormatTemplate(WQStrings::tr("The %@ text field accepts any of the digits \"0\" through \"9\"."),
-                         {localizedTextFieldName}),
-        kDefaultsKey_IntegerWarning);
+    if (const auto sheet = WQAlertSheet::forIntegerTextFieldValidationFailure(localizedTextFieldName, errorDescription))
+        _wq_startAlertSheetTitle(sheet->title, sheet->message, sheet->suppressionKey);
     return false;
 }
 
 bool WQWindowController::sheetForDecimalColumnValidationFailure(QObject*, const QString& localizedTextFieldName,
                                                                 const QString& errorDescription, bool asATM)
 {
-    if (WQWarningSuppression::isSuppressed(kDefaultsKey_DecimalWarning))
-        return false;
-    _wq_startAlertSheetTitle(
-        errorDescription,
-        decimalMessage(WQStrings::tr("The %@ column accepts any of the digits \"0\" through \"9\" and the negative "
-                                     "sign \"-\"."),
-                       WQStrings::tr("The %@ column accepts any of the digits \"0\" through \"9\", the negative sign "
-                                     "\"-\" and the decimal separator \"%@\"."),
-                       localizedTextFieldName, asATM),
-        kDefaultsKey_DecimalWarning);
+    if (const auto sheet =
+            WQAlertSheet::forDecimalColumnValidationFailure(localizedTextFieldName, errorDescription, asATM))
+        _wq_startAlertSheetTitle(sheet->title, sheet->message, sheet->suppressionKey);
     return false;
 }
 
 bool WQWindowController::sheetForDecimalFieldValidationFailure(QObject*, const QString& localizedTextFieldName,
                                                                const QString& errorDescription, bool asATM)
 {
-    if (WQWarningSuppression::isSuppressed(kDefaultsKey_DecimalWarning))
-        return false;
-    _wq_startAlertSheetTitle(
-        errorDescription,
-        decimalMessage(WQStrings::tr("The %@ text field accepts any of the digits \"0\" through \"9\" and the "
-                                     "negative sign \"-\"."),
-                       WQStrings::tr("The %@ text field accepts any of the digits \"0\" through \"9\", the negative "
-                                     "sign \"-\" and the decimal separator \"%@\"."),
-                       localizedTextFieldName, asATM),
-        kDefaultsKey_DecimalWarning);
+    if (const auto sheet =
+            WQAlertSheet::forDecimalFieldValidationFailure(localizedTextFieldName, errorDescription, asATM))
+        _wq_startAlertSheetTitle(sheet->title, sheet->message, sheet->suppressionKey);
     return false;
 }
 
 bool WQWindowController::sheetForDateField(QWidget* dateField, const QString&, const QString& localizedTextFieldName,
                                            const QString& localizedDateSeparator, const QString& errorDescription)
 {
-    const QString message = WQFormatTemplate(
-        WQStrings::tr(
-            "The %@ text field accepts any of the digits \"0\" through \"9\" and the separator \"%@\".  You can "
-            "also use the \"+\" and \"=\" keys to increment the day; \"-\" key to decrement the day; \"option +\" "
-            "and \"option =\" to increment the month; \"option -\" to decrement the month; \"t\" sets the date to "
-            "today.\n\nThe date must be entered as a day, month, and year.  The order of the three values depends on "
-            "your Short Date settings in the International pane of System Preferences."),
-        {localizedTextFieldName, localizedDateSeparator});
-    if (dateField)
-        _wq_startEditCancelSheet(dateField, errorDescription, message);
-    else if (!WQWarningSuppression::isSuppressed(kDefaultsKey_DateWarning))
-        _wq_startAlertSheetTitle(errorDescription, message, kDefaultsKey_DateWarning);
+    const auto sheet = WQAlertSheet::forDateField(dateField != nullptr, localizedTextFieldName,
+                                                  localizedDateSeparator, errorDescription);
+    if (sheet && dateField)
+        _wq_startEditCancelSheet(dateField, sheet->title, sheet->message);
+    else if (sheet)
+        _wq_startAlertSheetTitle(sheet->title, sheet->message, sheet->suppressionKey);
     return false;
 }
 

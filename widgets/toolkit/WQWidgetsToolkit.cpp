@@ -13,11 +13,14 @@ namespace {
 
 class WidgetsToolkit final : public WQToolkit {
 public:
-    WidgetsToolkit() { _wq_replaced = WQToolkit::install(this); }
-    ~WidgetsToolkit() override
+    WidgetsToolkit() { WQToolkit::registerToolkit(*this); }
+    ~WidgetsToolkit() override { WQToolkit::unregisterToolkit(*this); }
+
+    // A widget has the focus, or the calculator's pop-up is up.
+    bool ownsKeyWindow() const override
     {
-        if (&WQToolkit::shared() == this)
-            WQToolkit::install(_wq_replaced);
+        return qobject_cast<QApplication*>(QCoreApplication::instance())
+            && (QApplication::focusWidget() || QApplication::activePopupWidget());
     }
 
     // Outside a field's judgement no key is being judged; the field being
@@ -45,7 +48,6 @@ public:
 
 private:
     const WQEditEvent _wq_noEvent;
-    WQToolkit* _wq_replaced = nullptr;
 };
 
 const WidgetsToolkit registered;

@@ -35,6 +35,19 @@ public:
     WQRange range;
 };
 
+// A toolkit layer that edits one field while its window has the focus.
+struct Layer : WQToolkit {
+    const WQEditEvent& currentEvent() const override { return none; }
+    WQFieldEditor* keyFieldEditor() const override { return &editor; }
+    void noteRewrite() override {}
+    void setUpForMathOperator(const QString&, double, const std::shared_ptr<WQFormatter>&) override {}
+    void finishCalculation() override {}
+    bool ownsKeyWindow() const override { return focused; }
+    WQEditEvent none;
+    mutable FakeEditor editor;
+    bool focused = false;
+};
+
 } // namespace
 
 TEST(LocalizedText, FallsBackToEnglishAndUsesInstalledTranslations)
@@ -106,4 +119,29 @@ TEST(Toolkit, EditScopesNestOverTheInstalledToolkitAndPassCalculatorRequestsOn)
 
     EXPECT_EQ(WQToolkit::install(previous), &installed);
     EXPECT_EQ(WQToolkit::shared().currentEvent().type, WQEditEvent::Type::None);
+}
+
+TEST(Toolkit, TheRegisteredLayerThatOwnsTheKeyWindowAnswers)
+{
+    Layer widgets, quick, installed;
+    WQToolkit::registerToolkit(widgets);
+    WQToolkit::registerToolkit(widgets);
+    EXPECT_EQ(&WQToolkit::shared(), &widgets) << "a single layer answers even without the focus";
+    WQToolkit::registerToolkit(quick);
+    EXPECT_EQ(&WQToolkit::shared(), &widgets) << "nobody has the focus: the first registered";
+    quick.focused = true;
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &quick.editor);
+    WQToolkit* const previous = WQToolkit::install(&installed);
+    EXPECT_EQ(&WQToolkit::shared(), &installed) << "an installed toolkit comes first";
+    WQToolkit::install(previous);
+    {
+        WQEditScope scope({}, nullptr);
+        quick.focused = false;
+        widgets.focused = true;
+        EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &quick.editor) << "a scope keeps the layer it began in";
+    }
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &widgets.editor);
+    WQToolkit::unregisterToolkit(widgets);
+    WQToolkit::unregisterToolkit(quick);
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), nullptr);
 }

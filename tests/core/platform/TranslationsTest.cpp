@@ -159,7 +159,7 @@ std::set<Text> textsInSources(const QString& root, QStringList& dynamicCalls)
                                             QStringLiteral("core/platform/WQLocalizedText.cpp"),
                                             QStringLiteral("widgets/toolbar/WQToolbarDictionary.cpp")};
     std::set<Text> texts;
-    for (const QString& folder : {QStringLiteral("core"), QStringLiteral("widgets")}) {
+    for (const QString& folder : {QStringLiteral("core"), QStringLiteral("widgets"), QStringLiteral("quick")}) {
         QDirIterator files(root + u'/' + folder, {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {

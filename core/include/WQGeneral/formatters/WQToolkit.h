@@ -2,9 +2,11 @@
 /// \class wq::WQToolkit
 /// The one bridge from core to the toolkit. Core never sees a widget: what a
 /// formatter must ask of the toolkit (the edit it is judging, the calculator
-/// of the key window) goes through WQToolkit. WQGeneral::Widgets registers its
-/// implementation when the program starts; without it the process has no
-/// windows, nothing is being edited and no calculator opens.
+/// of the key window) goes through WQToolkit. Each toolkit layer
+/// (WQGeneral::Widgets, WQGeneral::Quick) registers its implementation when
+/// the program starts; an application may link both, and the one that owns
+/// the key window answers. Without any the process has no windows, nothing is
+/// being edited and no calculator opens.
 ///
 /// Code that drives a formatter itself (a field, the wq tool, a test) states
 /// the edit with a WQEditScope around the call.
@@ -76,12 +78,23 @@ public:
     /// that opened it; nothing when the key window is not a calculator.
     virtual void finishCalculation() = 0;
 
+    /// True when the key window (the one with the focused field) is this
+    /// toolkit's; asked when more than one toolkit is registered.
+    virtual bool ownsKeyWindow() const { return true; }
+
     /// The toolkit in force: the innermost edit scope, else the installed
-    /// toolkit, else one without windows.
+    /// toolkit, else the first registered one that owns the key window (the
+    /// first registered when none does), else one without windows.
     static WQToolkit& shared();
-    /// Installs a toolkit (not owned; it must outlive its installation) and
-    /// answers the one it replaces. nullptr goes back to no windows.
+    /// Installs a toolkit that answers before every registered one (not
+    /// owned; it must outlive its installation) and answers the one it
+    /// replaces. nullptr goes back to the registered toolkits.
     static WQToolkit* install(WQToolkit* toolkit);
+    /// Adds a toolkit layer's implementation (not owned) to those asked in
+    /// turn; registering one twice changes nothing.
+    static void registerToolkit(WQToolkit& toolkit);
+    /// Takes a registered toolkit out again, as it goes away.
+    static void unregisterToolkit(WQToolkit& toolkit);
 };
 
 /// States one edit for the formatter calls inside its scope: the toolkit then

@@ -5,7 +5,7 @@
 /// typed (the live operand). The total runs strictly from left to right, with
 /// no precedence: 2 + 3 * 4 is 20.
 
-#include <WQGeneral/WQWidgetsExport.h>
+#include <WQGeneral/WQCoreExport.h>
 
 #include <QList>
 #include <QString>
@@ -18,7 +18,7 @@ namespace wq {
 /// \addtogroup calculator
 /// @{
 
-struct WQ_WIDGETS_EXPORT WQCalculatorTape {
+struct WQ_CORE_EXPORT WQCalculatorTape {
     /// Both lists always hold the same number of entries, at least one.
     QList<double> numbers;
     /// The operator before each number after the first.

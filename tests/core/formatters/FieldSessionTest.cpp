@@ -1,0 +1,228 @@
+// The toolkit-free part of a formatted field, driven through a fake text
+// field that reports its changes the way a toolkit's field does.
+
+#include <WQGeneral/formatters/WQFieldSession.h>
+
+#include "ProbeFormatter.h"
+#include "WQTestSupport.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace wq;
+using test::ProbeFormatter;
+using Edit = ProbeFormatter::Edit;
+
+namespace {
+
+// Text and selection, with every change reported to the session as a
+// toolkit's signals would report it (also the session's own changes).
+class FakeField : public WQFieldSession::Field {
+public:
+    QString text() const override { return _text; }
+    WQRange selectedRange() const override { return _selection; }
+    void setText(const QString& text) override
+    {
+        _text = text;
+        _selection = {text.size(), 0};
+        session->textChanged();
+    }
+    void setSelectedRange(WQRange range) override
+    {
+        const qsizetype location = std::clamp<qsizetype>(range.location, 0, _text.size());
+        _selection = {location, std::clamp<qsizetype>(range.length, 0, _text.size() - location)};
+        session->selectionChanged();
+    }
+
+    // One key press: a character replaces the selection, Backspace deletes.
+    void key(QChar character, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        const bool backspace = character == u'\b';
+        session->beginEvent(WQFieldSession::keyEvent(backspace ? Qt::Key_Backspace : Qt::Key_unknown,
+                                                     QString(character), modifiers));
+        WQRange removed = _selection;
+        if (backspace && removed.length == 0 && removed.location > 0)
+            removed = {removed.location - 1, 1};
+        userEdit(removed, backspace ? QString() : QString(character));
+        session->endEvent();
+    }
+    void type(const QString& keys)
+    {
+        for (QChar character : keys)
+            key(character);
+    }
+    // What the user changes, with the field's signals in a toolkit's order.
+    void userEdit(WQRange replaced, const QString& inserted)
+    {
+        _text.replace(replaced.location, replaced.length, inserted);
+        _selection = {replaced.location + inserted.size(), 0};
+        session->textEdited();
+        session->textChanged();
+        session->selectionChanged();
+    }
+    void select(qsizetype location, qsizetype length) { setSelectedRange({location, length}); }
+
+    WQFieldSession* session = nullptr;
+
+private:
+    QString _text;
+    WQRange _selection;
+};
+
+class FieldSession : public ::testing::Test {
+protected:
+    FieldSession() { field.session = &session; }
+
+    std::shared_ptr<ProbeFormatter> probe = std::make_shared<ProbeFormatter>();
+    FakeField field;
+    WQFieldSession session{field, probe};
+    QSignalSpy refused{&session, &WQFieldSession::editRefused};
+    QSignalSpy cleared{&session, &WQFieldSession::refusalCleared};
+};
+
+} // namespace
+
+TEST_F(FieldSession, JudgesEachEditWhenItsEventEnds)
+{
+    field.type("12");
+    EXPECT_EQ(field.text(), "12");
+    EXPECT_EQ(probe->calls, 2);
+    EXPECT_EQ(probe->last, (Edit{"1", {1, 0}, "12", {2, 0}}));
+    EXPECT_EQ(probe->event.characters, "2");
+    EXPECT_EQ(probe->editor, &session);
+    EXPECT_EQ(probe->editorString, "1") << "the field editor holds the text from before the edit";
+    EXPECT_NE(WQToolkit::shared().currentEvent().type, WQEditEvent::Type::KeyDown) << "only while judging";
+
+    field.key(u'\b');
+    EXPECT_TRUE(probe->event.isDeleteKeyDown());
+    EXPECT_EQ(probe->last, (Edit{"12", {2, 0}, "1", {1, 0}}));
+    field.key(u'3', Qt::AltModifier);
+    EXPECT_TRUE(probe->event.optionKeyDown);
+    EXPECT_TRUE(WQFieldSession::keyEvent(Qt::Key_Delete, QStringLiteral("\x7f"), {}).characters.isEmpty())
+        << "forward delete is not the delete key";
+
+    // Typing over a selection reports the selection it replaced; nested
+    // events are judged once, when the outer one ends.
+    field.select(1, 1);
+    session.beginEvent(WQFieldSession::keyEvent(Qt::Key_9, QStringLiteral("9"), {}));
+    field.key(u'9');
+    EXPECT_EQ(probe->last.proposed, "13") << "not judged inside the outer event";
+    session.endEvent();
+    EXPECT_EQ(probe->last, (Edit{"13", {1, 1}, "19", {2, 0}}));
+
+    // A toolkit field that is a field editor itself is the one formatters see.
+    WQFieldSession lineEdit(field);
+    session.setFieldEditor(&lineEdit);
+    field.key(u'0');
+    EXPECT_EQ(probe->editor, &lineEdit);
+}
+
+TEST_F(FieldSession, RefusalsRestoreAndRewritesShow)
+{
+    field.type("123");
+    field.select(1, 1);
+    for (QChar key : {u'x', u'!'}) {
+        field.key(key);
+        EXPECT_EQ(field.text(), "123");
+        EXPECT_EQ(field.selectedRange(), (WQRange{1, 1}));
+    }
+    ASSERT_EQ(refused.count(), 1) << "a silent refusal says nothing";
+    EXPECT_EQ(refused.at(0).at(0).toString(), "\"x\" is not valid here");
+
+    field.key(u'u');
+    EXPECT_EQ(probe->last, (Edit{"123", {1, 1}, "1u3", {2, 0}})) << "judged against the restored state";
+    EXPECT_EQ(field.text(), "13");
+    EXPECT_EQ(field.selectedRange(), (WQRange{0, 2}));
+
+    // A rewrite equal to the proposal is kept, not taken for a refusal.
+    field.select(2, 0);
+    field.key(u'=');
+    EXPECT_EQ(field.text(), "13=");
+}
+
+TEST_F(FieldSession, EditsFromOutsideEventsAndTextSetByTheProgram)
+{
+    field.userEdit({0, 0}, QStringLiteral("4"));
+    EXPECT_EQ(probe->last, (Edit{"", {0, 0}, "4", {1, 0}})) << "judged at once";
+    EXPECT_EQ(probe->event.type, WQEditEvent::Type::None);
+    field.userEdit({1, 0}, QStringLiteral("x"));
+    EXPECT_EQ(field.text(), "4");
+
+    // Program text is no edit, but the state the next edit starts from, and
+    // read when editing ends.
+    field.setText(QStringLiteral("55"));
+    EXPECT_TRUE(session.hasPendingEdit());
+    field.key(u'!');
+    EXPECT_EQ(probe->last.original, "55");
+    EXPECT_EQ(field.text(), "55");
+    EXPECT_TRUE(session.validateEditing());
+    EXPECT_EQ(session.objectValue(), QVariant(55));
+}
+
+TEST_F(FieldSession, EndingAnEditReadsTheValue)
+{
+    QSignalSpy values(&session, &WQFieldSession::objectValueChanged);
+    QSignalSpy valueRefused(&session, &WQFieldSession::valueRefused);
+    session.setObjectValue(5);
+    EXPECT_EQ(field.text(), "5");
+    EXPECT_FALSE(session.hasPendingEdit());
+    EXPECT_TRUE(session.validateEditing()) << "nothing to read";
+
+    field.type("12");
+    EXPECT_TRUE(session.validateEditing());
+    EXPECT_EQ(session.objectValue(), QVariant(512));
+    EXPECT_EQ(values.count(), 2);
+
+    field.type("y");
+    EXPECT_FALSE(session.validateEditing());
+    ASSERT_EQ(valueRefused.count(), 1);
+    EXPECT_EQ(valueRefused.at(0).at(0).toString(), "Not a number.");
+    EXPECT_EQ(session.objectValue(), QVariant(512));
+    field.key(u'\b');
+    EXPECT_EQ(cleared.count(), 1) << "the next edit taken ends the refusal";
+
+    // Without formatter the value is the text.
+    session.setFormatter(nullptr);
+    field.type("!");
+    EXPECT_TRUE(session.validateEditing());
+    EXPECT_EQ(session.objectValue(), QVariant("512!"));
+}
+
+TEST_F(FieldSession, UndoRedoEscapeAndFormatterChanges)
+{
+    session.setObjectValue(5);
+    field.type("1u");
+    EXPECT_EQ(field.text(), "51");
+    const int judged = probe->calls;
+    session.undoEdit();
+    EXPECT_EQ(field.text(), "5") << "a rewrite to the same text is no step";
+    EXPECT_FALSE(session.hasPendingEdit()) << "the value's own text";
+    session.redoEdit();
+    EXPECT_EQ(field.text(), "51");
+    EXPECT_TRUE(session.hasPendingEdit());
+    EXPECT_EQ(probe->calls, judged) << "texts the user saw are not judged again";
+
+    // The formatter's change re-renders only what the user is not typing.
+    probe->prefix = QStringLiteral("#");
+    probe->announceChange();
+    EXPECT_EQ(field.text(), "51");
+    EXPECT_TRUE(session.escape());
+    EXPECT_EQ(field.text(), "#5");
+    EXPECT_EQ(field.selectedRange(), (WQRange{0, 2}));
+    EXPECT_FALSE(session.escape()) << "nothing left to give up: the key goes on";
+    session.undoEdit();
+    EXPECT_EQ(field.text(), "51") << "the abort can be undone";
+
+    // A new formatter is followed instead of the old one.
+    session.abortEditing();
+    auto next = std::make_shared<ProbeFormatter>();
+    session.setFormatter(next);
+    EXPECT_EQ(field.text(), "5");
+    probe->announceChange();
+    EXPECT_EQ(field.text(), "5");
+    session.setObjectValue(6);
+    EXPECT_FALSE(session.canUndoEdit()) << "a value from the application starts a new history";
+}
