@@ -42,20 +42,26 @@ AccountsPanel::AccountsPanel(QWidget* parent) : QWidget(parent)
         add(*_model.invisibleRootItem(), account);
     _model.setHorizontalHeaderLabels({QStringLiteral("Accounts")});
 
-    _tree = new QTreeView(this);
-    _tree->setModel(&_model);
-    _tree->setUniformRowHeights(true);
-    _tree->header()->setSectionResizeMode(QHeaderView::Stretch);
-    _tree->setMinimumWidth(190);
-
     auto* expand = new QToolButton(this);
     expand->setObjectName(QStringLiteral("expandAll"));
     expand->setText(QStringLiteral("Expand All"));
     auto* collapse = new QToolButton(this);
     collapse->setObjectName(QStringLiteral("collapseAll"));
     collapse->setText(QStringLiteral("Collapse All"));
+    expand->setToolTip(QStringLiteral("Show every account"));
+    collapse->setToolTip(QStringLiteral("Show the top-level accounts only"));
     connect(expand, &QToolButton::clicked, this, &AccountsPanel::expandAll);
     connect(collapse, &QToolButton::clicked, this, &AccountsPanel::collapseAll);
+
+    // Made after the buttons above it: Tab reads them first.
+    _tree = new QTreeView(this);
+    _tree->setObjectName(QStringLiteral("accountsTree"));
+    _tree->setAccessibleName(QStringLiteral("Accounts"));
+    _tree->setAccessibleDescription(QStringLiteral("The document's accounts; Right and Left open and close one"));
+    _tree->setModel(&_model);
+    _tree->setUniformRowHeights(true);
+    _tree->header()->setSectionResizeMode(QHeaderView::Stretch);
+    _tree->setMinimumWidth(190);
 
     _parent = new QLabel(this);
     _parent->setObjectName(QStringLiteral("parentLine"));

@@ -35,7 +35,9 @@ public:
         window.addFieldGroup(QStringLiteral("Cleared on"), laidOut, QString(), 1);
         QWidget* place = laidOut;
         _picker = wq::WQSetupDateField(place, true);
-        wq::setWQDateValue(*_picker, wq::WQDate(2026, 3, 15));
+        _picker->setToolTip(QStringLiteral("When the bank cleared the transaction; the arrows step the part "
+                                           "under the cursor"));
+        wq::setWQDateValue(*_picker, wq::WQDate::date().value_or(wq::WQDate(2026, 3, 15)));
 
         // A change of regional settings changes the order typed; the field
         // shows its date again by itself.

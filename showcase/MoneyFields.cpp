@@ -4,6 +4,7 @@
 
 #include "KeyTyping.h"
 #include "RegisterWindow.h"
+#include "ShowcaseController.h"
 #include "ShowcaseFeature.h"
 
 #include <WQGeneral/fields/WQLineEdit.h>
@@ -73,22 +74,23 @@ public:
         window.addFieldGroup(QStringLiteral("Amount"), _amount, QStringLiteral("Amount"));
 
         // Without the calculator "-" after a number flips the sign instead.
+        // One switch, shown alike here, in the View menu and in the toolbar.
         _calculate = new QCheckBox(QStringLiteral("On"), window.entryRow());
         _calculate->setObjectName(QStringLiteral("calculate"));
-        _calculate->setChecked(true);
-        QObject::connect(_calculate, &QCheckBox::toggled, _calculate, [this](bool on) {
-            _amount->validateEditing();
-            _amount->setFormatter(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, on));
-        });
+        _calculate->setToolTip(QStringLiteral("+ - * / in the amount open the calculator; off, \"-\" flips the "
+                                              "amount's sign"));
         window.addOption(QStringLiteral("Calculator"), _calculate);
 
         _atm = new QCheckBox(QStringLiteral("ATM typing"), window.entryRow());
         _atm->setObjectName(QStringLiteral("atm"));
+        _atm->setToolTip(QStringLiteral("Digits enter the amount from the right, as at a cash machine; the decimal "
+                                        "separator is never typed"));
         QObject::connect(_atm, &QCheckBox::toggled, _atm, [this](bool on) { _document.atm = on; });
         window.addOption(QStringLiteral("Typing"), _atm);
 
         _currency = new QComboBox(window.entryRow());
         _currency->setObjectName(QStringLiteral("currency"));
+        _currency->setToolTip(QStringLiteral("The currency amounts are typed and shown in"));
         _currency->addItems({QStringLiteral("System settings"), QStringLiteral("Swiss francs (CHF 1'234.50)")});
         QObject::connect(_currency, &QComboBox::currentIndexChanged, _currency, [this](int index) {
             _document.currency = index == 1 ? std::optional<QVariantMap>(swissFrancs()) : std::nullopt;
@@ -97,12 +99,27 @@ public:
         });
         window.addOption(QStringLiteral("Currency"), _currency);
 
+        // Made once the currency choice is there: the toolbar's pop-up follows it.
+        ShowcaseController& controller = ShowcaseController::of(window);
+        const auto calculate = [this](bool on) {
+            _calculate->setChecked(on);
+            if (_amount->formatter() == wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, on))
+                return;
+            _amount->validateEditing();
+            _amount->setFormatter(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, on));
+        };
+        calculate(controller.calculatorEnabled());
+        QObject::connect(&controller, &ShowcaseController::calculatorEnabledChanged, _calculate, calculate);
+        QObject::connect(_calculate, &QCheckBox::toggled, &controller, &ShowcaseController::setCalculatorEnabled);
+
         _count = new wq::WQLineEdit(std::make_shared<wq::WQPositiveIntegerFormatter>(), window.entryRow());
         _count->setObjectName(QStringLiteral("payments"));
+        _count->setToolTip(QStringLiteral("How many payments the transaction is split into (a whole number)"));
         _count->setMinimumWidth(_count->fontMetrics().horizontalAdvance(QStringLiteral("0.000.000.000")) + 12);
         window.addFieldGroup(QStringLiteral("Payments"), _count);
         _rate = new wq::WQLineEdit(std::make_shared<wq::WQDecimalFormatter>(), window.entryRow());
         _rate->setObjectName(QStringLiteral("rate"));
+        _rate->setToolTip(QStringLiteral("The interest rate, in percent (a decimal number)"));
         _rate->setMinimumWidth(_rate->fontMetrics().horizontalAdvance(QStringLiteral("000,0000")) + 12);
         window.addFieldGroup(QStringLiteral("Rate %"), _rate);
 

@@ -62,12 +62,18 @@ ShowcaseController& ShowcaseController::of(RegisterWindow& window)
 
 ShowcaseController::ShowcaseController(RegisterWindow& window)
     : wq::WQWindowController(window), _register(window),
-      _calculatorEnabled(QSettings().value(kCalculatorKey, false).toBool())
+      _calculatorEnabled(QSettings().value(kCalculatorKey, true).toBool())
 {
     _search = new QLineEdit(&window);
     _search->setObjectName(QStringLiteral("search"));
     _search->setPlaceholderText(QStringLiteral("Search payees"));
     _search->setClearButtonEnabled(true);
+    _search->setAccessibleName(QStringLiteral("Search payees"));
+    _search->setToolTip(QStringLiteral("Show only the transactions of matching payees"));
+    for (QToolButton* clear : _search->findChildren<QToolButton*>()) {
+        clear->setAccessibleName(QStringLiteral("Clear the search"));
+        clear->setToolTip(QStringLiteral("Show every transaction again"));
+    }
     _search->resize(180, _search->sizeHint().height());
     _search->hide();
     connect(_search, &QLineEdit::textChanged, this, &ShowcaseController::_filterRegister);
@@ -77,6 +83,8 @@ ShowcaseController::ShowcaseController(RegisterWindow& window)
     _currency->setObjectName(QStringLiteral("currencyMenu"));
     _currency->setPopupMode(QToolButton::InstantPopup);
     _currency->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    _currency->setAccessibleName(QStringLiteral("Currency"));
+    _currency->setToolTip(QStringLiteral("The currency amounts are typed in"));
     // The text carries its own arrow.
     _currency->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; width: 0px; }"));
     _currency->hide();
@@ -123,9 +131,10 @@ std::optional<QVariantMap> ShowcaseController::toolbarDictionary() const
         {QStringLiteral("Currency"),
          view("Currency", "Currency Menu", "The currency amounts are typed in", "currencyMenu")},
         {QStringLiteral("ExpandAccounts"),
-         button("Expand", "Expand All Accounts", "Show every account", "", "expandAllAccounts")},
+         button("Expand", "Expand All Accounts", "Show every account", "ExpandAccounts", "expandAllAccounts")},
         {QStringLiteral("CollapseAccounts"),
-         button("Collapse", "Collapse All Accounts", "Show the top-level accounts only", "", "collapseAllAccounts")},
+         button("Collapse", "Collapse All Accounts", "Show the top-level accounts only", "CollapseAccounts",
+                "collapseAllAccounts")},
     };
     return QVariantMap{
         {wq::kWQToolbarKey_ItemInfoByIdentifier, items},

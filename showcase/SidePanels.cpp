@@ -6,9 +6,17 @@
 #include <QDropEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QSettings>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace showcase {
+namespace {
+
+const QString kOrderKey = QStringLiteral("Showcase/panelOrder");
+
+} // namespace
 
 SidePanels::SidePanels(QWidget* parent)
     : QWidget(parent)
@@ -50,6 +58,8 @@ int SidePanels::addPanel(const QString& title, QWidget* content)
     area->setWidget(content);
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Its ring shows where the focus is inside; it is no stop of its own.
+    area->setFocusPolicy(Qt::NoFocus);
     // As tall as what it shows, up to a point; longer content scrolls.
     const int wanted = qMin(content->sizeHint().height(), content->maximumHeight());
     // The area's frame and the band round its viewport.
@@ -155,11 +165,35 @@ void SidePanels::dropEvent(QDropEvent* event)
     // Taking the panel out first moves the places below it up by one.
     if (place > _layout->indexOf(p->view))
         --place;
-    _layout->removeWidget(p->view);
-    _layout->insertWidget(place, p->view);
+    const QString title = p->title;
     event->setDropAction(Qt::MoveAction);
     event->accept();
-    emit panelMoved(p->title, place);
+    moveToPlace(title, place);
+}
+
+void SidePanels::moveToPlace(const QString& title, int place)
+{
+    wq::WQDragAndDropView* view = panel(title);
+    if (!view)
+        return;
+    place = std::clamp(place, 0, int(_panels.size()) - 1);
+    _moveTo(view, place);
+    QSettings().setValue(kOrderKey, order());
+    emit panelMoved(title, place);
+}
+
+void SidePanels::_moveTo(wq::WQDragAndDropView* view, int place)
+{
+    _layout->removeWidget(view);
+    _layout->insertWidget(place, view);
+}
+
+void SidePanels::restoreOrder()
+{
+    int place = 0;
+    for (const QString& title : QSettings().value(kOrderKey).toStringList())
+        if (wq::WQDragAndDropView* view = panel(title))
+            _moveTo(view, place++);
 }
 
 void SidePanels::_showDropPlace(int place)

@@ -34,6 +34,13 @@ public:
     int addPanel(const QString& title, QWidget* content);
     // The panels' titles, top to bottom.
     QStringList order() const;
+    // Puts the panels in the order the user last left them (kept in the
+    // settings whenever a panel is moved); panels not named there stay
+    // below in their own order.
+    void restoreOrder();
+    // Moves a panel to a place (0 = top), as a drop there does; the order is
+    // kept.
+    void moveToPlace(const QString& title, int place);
     wq::WQDragAndDropView* panel(const QString& title) const;
     wq::WQFocusableScrollView* scrollArea(const QString& title) const;
 
@@ -62,6 +69,7 @@ private:
         wq::WQFocusableScrollView* area;
     };
     const Panel* _find(int tag) const;
+    void _moveTo(wq::WQDragAndDropView* view, int place);
     void _showDropPlace(int place);
 
     QVBoxLayout* _layout = nullptr;

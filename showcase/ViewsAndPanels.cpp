@@ -29,6 +29,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QSet>
+#include <QSettings>
 #include <QTextDocument>
 #include <QTimer>
 
@@ -79,6 +80,17 @@ const QString kAbout = QStringLiteral(
     "<p>Read the <a href=\"https://example.com/wqgeneral/readme\">guide</a> or "
     "<a href=\"https://example.com/wqgeneral/issues\">report a problem</a>.</p>");
 
+const QString kBudgetKey = QStringLiteral("Showcase/budget/");
+
+// A hidden cell keeps its place but is no stop for Tab: nothing would show
+// where the focus went.
+template <typename Cell>
+void setCellShown(Cell& cell, bool shown)
+{
+    cell.setCellHidden(!shown);
+    cell.setFocusPolicy(shown ? Qt::StrongFocus : Qt::NoFocus);
+}
+
 class ViewsAndPanels : public ShowcaseFeature {
 public:
     void build(RegisterWindow& window) override
@@ -86,9 +98,9 @@ public:
         _window = &window;
         SidePanels& panels = window.sidePanels();
         panels.addPanel(QStringLiteral("Budget"), _makeBudget());
-        _note = _makeLinkText(kNote);
+        _note = _makeLinkText(QStringLiteral("Note"), QStringLiteral("A note on this account, with links"), kNote);
         panels.addPanel(QStringLiteral("Note"), _note);
-        _about = _makeLinkText(kAbout);
+        _about = _makeLinkText(QStringLiteral("About"), QStringLiteral("What this window is, with links"), kAbout);
         panels.addPanel(QStringLiteral("About"), _about);
 
         _buildContextMenu(window);
@@ -97,6 +109,7 @@ public:
         _clear->setObjectName(QStringLiteral("clear"));
         _clear->setAutoDefault(false);
         _clear->setToolTip(QStringLiteral("Empties the entry row"));
+        setCellShown(*_clear, false);
         window.addButton(_clear);
         QObject::connect(_clear, &QPushButton::clicked, _clear, [this] { _clearRow(); });
         _watchRow();
@@ -195,17 +208,36 @@ private:
         _groceries = money(QStringLiteral("groceries budget"));
         _utilities = money(QStringLiteral("utilities budget"));
         _period = new wq::WQHideablePopUpButtonCell(box);
+        _period->setObjectName(QStringLiteral("budget period"));
         _period->addItems({QStringLiteral("every month"), QStringLiteral("every quarter"), QStringLiteral("once")});
-        _period->setToolTip(QStringLiteral("Shown once a budget is typed"));
-        _period->setCellHidden(true);
+        _period->setToolTip(QStringLiteral("How often the budget repeats; shown once a budget is typed"));
+        setCellShown(*_period, false);
         _total = new QLabel(box);
         _total->setAlignment(Qt::AlignRight);
         form->addRow(QStringLiteral("Groceries"), _groceries);
         form->addRow(QStringLiteral("Utilities"), _utilities);
         form->addRow(QStringLiteral("Repeats"), _period);
         form->addRow(QStringLiteral("Total"), _total);
-        for (wq::WQLineEdit* field : {_groceries, _utilities})
+        _groceries->setToolTip(QStringLiteral("What March's groceries may cost"));
+        _utilities->setToolTip(QStringLiteral("What March's power, water and internet may cost"));
+        // The budget is kept between runs.
+        QSettings settings;
+        for (wq::WQLineEdit* field : {_groceries, _utilities}) {
+            const QString key = kBudgetKey + field->objectName();
+            if (const QVariant kept = settings.value(key); kept.isValid())
+                field->setObjectValue(kept.toDouble());
             QObject::connect(field, &wq::WQLineEdit::editedTextChanged, box, [this] { _updateBudget(); });
+            QObject::connect(field, &wq::WQLineEdit::objectValueChanged, box, [key](const QVariant& value) {
+                if (value.isValid())
+                    QSettings().setValue(key, value.toDouble());
+                else
+                    QSettings().remove(key);
+            });
+        }
+        _period->setCurrentIndex(settings.value(kBudgetKey + _period->objectName(), 0).toInt());
+        QObject::connect(_period, &QComboBox::currentIndexChanged, box, [key = kBudgetKey + _period->objectName()](int index) {
+            QSettings().setValue(key, index);
+        });
         _updateBudget();
         return box;
     }
@@ -224,13 +256,16 @@ private:
             if (formatter->getObjectValue(&value, field->text(), &error))
                 total += value.toDouble();
         }
-        _period->setCellHidden(!any);
+        setCellShown(*_period, any);
         _total->setText(formatter->stringForObjectValue(total).value_or(QString()));
     }
 
-    wq::WQURLTextView* _makeLinkText(const QString& html)
+    static wq::WQURLTextView* _makeLinkText(const QString& name, const QString& description, const QString& html)
     {
         auto* text = new wq::WQURLTextView;
+        text->setObjectName(name);
+        text->setAccessibleName(name);
+        text->setAccessibleDescription(description);
         text->setHtml(html);
         text->setFrameShape(QFrame::NoFrame);
         // Tall enough for its text at the panels' width, in the font it will
@@ -261,13 +296,24 @@ private:
                 rows.removeRow(*it);
         });
         QObject::connect(duplicate, &QAction::triggered, &table, [&table, &rows] {
-            const QList<int> selected = table.selectedRows();
+            QList<int> selected = table.selectedRows();
+            std::sort(selected.begin(), selected.end());
             for (auto it = selected.rbegin(); it != selected.rend(); ++it) {
                 QList<QStandardItem*> copy;
                 for (int c = 0; c < rows.columnCount(); ++c)
                     copy << (rows.item(*it, c) ? rows.item(*it, c)->clone() : new QStandardItem);
                 rows.insertRow(*it + 1, copy);
             }
+            // The copies are what the user goes on with: each sits below
+            // its original, pushed down by the copies above it.
+            QItemSelection copies;
+            for (qsizetype k = 0; k < selected.size(); ++k) {
+                const int row = selected[k] + int(k) + 1;
+                copies.select(rows.index(row, 0), rows.index(row, rows.columnCount() - 1));
+            }
+            table.selectionModel()->select(copies, QItemSelectionModel::ClearAndSelect);
+            if (!selected.isEmpty())
+                table.selectionModel()->setCurrentIndex(rows.index(selected.first() + 1, 0), QItemSelectionModel::NoUpdate);
         });
         QObject::connect(_markCleared, &QAction::triggered, &table, [&table, &rows] {
             for (int r : table.selectedRows())
@@ -301,7 +347,7 @@ private:
     void _updateClear()
     {
         const QList<wq::WQLineEdit*> fields = _rowFields();
-        _clear->setCellHidden(std::all_of(fields.begin(), fields.end(), [](const wq::WQLineEdit* f) { return f->text().isEmpty(); }));
+        setCellShown(*_clear, std::any_of(fields.begin(), fields.end(), [](const wq::WQLineEdit* f) { return !f->text().isEmpty(); }));
     }
 
     void _clearRow()

@@ -42,7 +42,12 @@ public:
             return -1;
         };
         return {
-            {QStringLiteral("toolbar: calculator on"), nullptr,
+            {QStringLiteral("toolbar: calculator off (the check box and the View menu follow)"), nullptr,
+             [toolbar] {
+                 if (wq::WQToolbarItem* item = toolbar->itemWithIdentifier(QStringLiteral("Calculator")))
+                     item->trigger();
+             }},
+            {QStringLiteral("toolbar: calculator on again"), nullptr,
              [toolbar] {
                  if (wq::WQToolbarItem* item = toolbar->itemWithIdentifier(QStringLiteral("Calculator")))
                      item->trigger();

@@ -6,13 +6,22 @@
 #include "RegisterStore.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
+#include "SidePanels.h"
 
 #include "WQTestSupport.h"
 
+#include <WQGeneral/calculator/WQCalcWindow.h>
 #include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/menus/WQMenuExtensions.h>
+#include <WQGeneral/toolbar/WQToolbar.h>
+#include <WQGeneral/toolbar/WQToolbarItem.h>
 
+#include <QAbstractScrollArea>
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
+#include <QMenuBar>
+#include <QGuiApplication>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
@@ -130,24 +139,51 @@ TEST_F(Register, BalanceRunsDownTheRowsAndNegativesShowInTheNegativeColour)
     EXPECT_EQ(window->rows().index(0, RegisterBook::BalanceColumn).data(Qt::ForegroundRole).value<QColor>(), negative);
 }
 
-TEST_F(Register, TabFollowsTheEntryRowAndEveryFieldHasALabelNameAndDescription)
+// Tab from the focused widget, as the keyboard sends it, until it comes back
+// where it started: the names of the stops, each checked to be one a user
+// can see and a screen reader can name.
+QStringList tabRound(int limit = 60)
 {
-    field("date")->setFocus();
     QStringList names;
-    for (int i = 0; i < 7; ++i) {
-        QWidget* focus = QApplication::focusWidget();
-        ASSERT_NE(focus, nullptr);
+    QWidget* start = QApplication::focusWidget();
+    for (QWidget* focus = start; focus && names.size() < limit;) {
         QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(focus);
-        ASSERT_NE(accessible, nullptr);
-        names << accessible->text(QAccessible::Name);
-        EXPECT_FALSE(accessible->text(QAccessible::Description).isEmpty()) << names.back().toStdString();
-        QTest::keyClick(focus, Qt::Key_Tab);
+        const QString name = accessible ? accessible->text(QAccessible::Name) : QString();
+        names << name;
+        EXPECT_TRUE(focus->isVisible() && accessible && !accessible->state().invisible)
+            << "an invisible stop after " << names.join(u", ").toStdString();
+        EXPECT_FALSE(name.isEmpty() || accessible->text(QAccessible::Description).isEmpty())
+            << focus->metaObject()->className() << " after " << names.join(u", ").toStdString();
+        QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_Tab);
+        focus = QApplication::focusWidget();
+        if (focus == start)
+            break;
     }
-    // Clear stands before Enter while the row has something to clear.
-    QStringList expected = {u"Date"_qs, u"Cleared on"_qs, u"Payee"_qs, u"Amount"_qs, u"Payments"_qs, u"Rate %"_qs};
-    const QWidget* clear = window->findChild<QWidget*>(u"clear"_qs);
-    expected << (clear && clear->isVisible() ? u"Clear"_qs : u"Enter"_qs);
-    EXPECT_EQ(names, expected);
+    return names;
+}
+
+TEST_F(Register, TabGoesRoundTheWindowAsItReadsAndStopsOnlyWhereSomethingShows)
+{
+    // The window opens on the date, ready for a new transaction.
+    EXPECT_EQ(QApplication::focusWidget(), field("date"));
+    // The register is one stop, the hidden Clear and budget period none; a
+    // text with links stops at it and at each link. (A pop-up's name is its
+    // choice; its caption is its label.)
+    const QStringList entryRow = {u"Date"_qs, u"Cleared on"_qs, u"Payee"_qs, u"Amount"_qs, u"Payments"_qs, u"Rate %"_qs};
+    const QStringList rest = {u"Currency"_qs,     u"Search payees"_qs, u"Calculator"_qs, u"Typing"_qs,
+                              u"System settings"_qs, u"Register"_qs,  u"Expand All"_qs, u"Collapse All"_qs,
+                              u"Accounts"_qs,     u"Groceries"_qs,     u"Utilities"_qs,  u"Note"_qs,
+                              u"Note"_qs,         u"Note"_qs,          u"About"_qs,      u"About"_qs,
+                              u"About"_qs};
+    EXPECT_EQ(tabRound(), entryRow + QStringList({u"Enter"_qs}) + rest);
+
+    // Clear stands before Enter while the row has something to clear; a
+    // panel moved up is reached sooner.
+    type("payee", u"Bakery"_qs);
+    window->sidePanels().moveToPlace(u"About"_qs, 0);
+    field("date")->setFocus();
+    QStringList moved = rest.mid(0, 6) + rest.mid(14) + rest.mid(6, 8);
+    EXPECT_EQ(tabRound(), entryRow + QStringList({u"Clear"_qs, u"Enter"_qs}) + moved);
 
     // Each caption answers to its own Alt-letter and leads to its field.
     QSet<QChar> letters;
@@ -163,21 +199,99 @@ TEST_F(Register, TabFollowsTheEntryRowAndEveryFieldHasALabelNameAndDescription)
     EXPECT_EQ(QApplication::focusWidget(), field("amount"));
 }
 
-TEST_F(Register, NothingIsClippedAtTheMinimumSize)
+// Widgets a layout squeezed below what they need, or pushed out of their
+// parent (what a scroll area holds scrolls and is left out, and composite
+// widgets place their own parts).
+QStringList clipped(QWidget& window)
+{
+    QStringList found;
+    for (QWidget* w : window.findChildren<QWidget*>()) {
+        if (!w->isVisibleTo(&window) || w->isWindow() || !w->parentWidget() || !w->parentWidget()->layout())
+            continue;
+        bool scrolled = false;
+        for (QWidget* up = w->parentWidget(); up && up != &window; up = up->parentWidget())
+            scrolled = scrolled || qobject_cast<QAbstractScrollArea*>(up);
+        if (scrolled)
+            continue;
+        const QSize needed = w->minimumSizeHint();
+        const bool squeezed = needed.isValid() && w->sizePolicy().horizontalPolicy() != QSizePolicy::Ignored
+                              && (w->width() < needed.width() || w->height() < needed.height());
+        if (squeezed || !w->parentWidget()->rect().contains(w->geometry()))
+            found << QStringLiteral("%1 '%2' %3x%4").arg(w->metaObject()->className(), w->objectName())
+                         .arg(w->width()).arg(w->height());
+    }
+    return found;
+}
+
+TEST_F(Register, FitsALaptopScreenWithNothingClipped)
 {
     type("payee", u"City Power & Light"_qs);
     type("amount", u"1234567.89"_qs);
     type("payments", u"1234567890"_qs);
     type("rate", u"100.25"_qs);
-    window->resize(window->minimumSize());
-    QApplication::processEvents();
-    EXPECT_LE(window->width(), 1000);
-    for (const char* name : {"date", "payee", "amount", "payments", "rate"}) {
-        const wq::WQLineEdit* f = field(name);
-        // The frame and the text margins take about 6 points.
-        EXPECT_LE(f->fontMetrics().horizontalAdvance(f->text()) + 6, f->width())
-            << name << " \"" << f->text().toStdString() << "\" in " << f->width();
+    // 1024 x 600, less a title bar; and the smallest the window goes.
+    for (const QSize size : {QSize(1024, 560), window->minimumSize()}) {
+        SCOPED_TRACE(size.height());
+        ASSERT_LE(window->minimumWidth(), size.width());
+        ASSERT_LE(window->minimumHeight(), size.height());
+        window->resize(size);
+        QApplication::processEvents();
+        EXPECT_EQ(clipped(*window), QStringList());
+        for (const char* name : {"date", "payee", "amount", "payments", "rate"}) {
+            const wq::WQLineEdit* f = field(name);
+            // The frame and the text margins take about 6 points.
+            EXPECT_LE(f->fontMetrics().horizontalAdvance(f->text()) + 6, f->width())
+                << name << " \"" << f->text().toStdString() << "\" in " << f->width();
+        }
     }
+}
+
+TEST_F(Register, TheCalculatorSwitchIsOneStateShownAlikeEverywhereAndKept)
+{
+    auto* box = window->findChild<QCheckBox*>(u"calculate"_qs);
+    const auto menuItems = wq::itemsWithAction(*window->findChild<QMenuBar*>(), "toggleCalculator", true);
+    QAction* menuItem = menuItems ? menuItems->value(0) : nullptr;
+    wq::WQToolbar* toolbar = window->findChild<wq::WQToolbar*>();
+    ASSERT_TRUE(box && menuItem && toolbar);
+    QWidget* toolButton = toolbar->widgetForAction(toolbar->itemWithIdentifier(u"Calculator"_qs));
+    ASSERT_NE(toolButton, nullptr);
+    const auto shown = [&] {
+        return QList<bool>{box->isChecked(), menuItem->isChecked(),
+                           toolbar->itemWithIdentifier(u"Calculator"_qs)->isChecked()};
+    };
+    // Whether "-" after a number opens the calculator (or flips the sign).
+    const auto calculates = [&] {
+        type("amount", u"2-"_qs);
+        const bool open = wq::test::spinUntil([] {
+            for (QWidget* top : QApplication::topLevelWidgets())
+                if (qobject_cast<wq::WQCalcWindow*>(top) && top->isVisible())
+                    return true;
+            return false;
+        }, 300);
+        if (open)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        return open;
+    };
+
+    EXPECT_EQ(shown(), QList<bool>({true, true, true}));
+    EXPECT_TRUE(calculates());
+    // Off from the toolbar, on from the check box, off from the menu.
+    QTest::mouseClick(toolButton, Qt::LeftButton);
+    EXPECT_EQ(shown(), QList<bool>({false, false, false}));
+    EXPECT_FALSE(calculates());
+    QTest::mouseClick(box, Qt::LeftButton);
+    EXPECT_EQ(shown(), QList<bool>({true, true, true}));
+    EXPECT_TRUE(calculates());
+    menuItem->trigger();
+    EXPECT_EQ(shown(), QList<bool>({false, false, false}));
+
+    // Kept for the next start.
+    close();
+    open();
+    box = window->findChild<QCheckBox*>(u"calculate"_qs);
+    EXPECT_FALSE(box->isChecked());
+    EXPECT_FALSE(calculates());
+    QTest::mouseClick(box, Qt::LeftButton);
 }
 
 TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)
