@@ -285,6 +285,17 @@ void RegisterWindow::finishEntryRow()
     _sidePanels->restoreOrder();
     _panelsArea->setVisible(!_sidePanels->order().isEmpty());
     updateTabOrder();
+    // Screen readers take a window's parts in the order they were made;
+    // raising each in reading order makes that the order they are read in.
+    QList<QWidget*> reading{layout()->menuBar(), findChild<wq::WQToolbar*>()};
+    for (int i = 0; i < _options->count(); ++i)
+        reading << _options->itemAt(i)->widget();
+    reading << _table << _panelsArea << _entryRow;
+    for (int i = 0; i < _buttons->count(); ++i)
+        reading << _buttons->itemAt(i)->widget();
+    for (QWidget* part : std::as_const(reading))
+        if (part && part->parentWidget() == this)
+            part->raise();
     if (auto* toolbar = findChild<wq::WQToolbar*>())
         connect(toolbar, &wq::WQToolbar::itemIdentifiersChanged, this, &RegisterWindow::updateTabOrder,
                 Qt::UniqueConnection);

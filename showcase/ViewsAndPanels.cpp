@@ -98,9 +98,9 @@ public:
         _window = &window;
         SidePanels& panels = window.sidePanels();
         panels.addPanel(QStringLiteral("Budget"), _makeBudget());
-        _note = _makeLinkText(QStringLiteral("Note"), QStringLiteral("A note on this account, with links"), kNote);
+        _note = _makeLinkText(QStringLiteral("Note"), kNote);
         panels.addPanel(QStringLiteral("Note"), _note);
-        _about = _makeLinkText(QStringLiteral("About"), QStringLiteral("What this window is, with links"), kAbout);
+        _about = _makeLinkText(QStringLiteral("About"), kAbout);
         panels.addPanel(QStringLiteral("About"), _about);
 
         _buildContextMenu(window);
@@ -260,13 +260,14 @@ private:
         _total->setText(formatter->stringForObjectValue(total).value_or(QString()));
     }
 
-    static wq::WQURLTextView* _makeLinkText(const QString& name, const QString& description, const QString& html)
+    static wq::WQURLTextView* _makeLinkText(const QString& name, const QString& html)
     {
         auto* text = new wq::WQURLTextView;
         text->setObjectName(name);
-        text->setAccessibleName(name);
-        text->setAccessibleDescription(description);
         text->setHtml(html);
+        // A text view reads as a label: its name, then its text.
+        text->setAccessibleName(name);
+        text->setAccessibleDescription(text->toPlainText());
         text->setFrameShape(QFrame::NoFrame);
         // Tall enough for its text at the panels' width, in the font it will
         // have on screen.

@@ -248,5 +248,9 @@ The date must be entered as a day, month, and year.  The order of the three valu
         <source>Total %@</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Type a number and an operator for the next; = or Return writes the total into the field, Escape leaves the field as it was</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -250,5 +250,9 @@ Das Datum besteht aus Tag, Monat und Jahr.  In welcher Reihenfolge sie eingegebe
         <source>Total %@</source>
         <translation>Summe %@</translation>
     </message>
+    <message>
+        <source>Type a number and an operator for the next; = or Return writes the total into the field, Escape leaves the field as it was</source>
+        <translation>Eine Zahl und ein Rechenzeichen für die nächste eingeben; = oder die Eingabetaste schreibt die Summe ins Feld, Escape lässt das Feld, wie es war</translation>
+    </message>
 </context>
 </TS>

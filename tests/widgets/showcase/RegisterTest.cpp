@@ -25,6 +25,8 @@
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -292,6 +294,71 @@ TEST_F(Register, TheCalculatorSwitchIsOneStateShownAlikeEverywhereAndKept)
     EXPECT_FALSE(box->isChecked());
     EXPECT_FALSE(calculates());
     QTest::mouseClick(box, Qt::LeftButton);
+}
+
+// Every control under an accessible node, depth first, as a screen reader
+// walks it: "role name" for each, and the controls without a name.
+void walkAccessible(QAccessibleInterface* node, QStringList& order, QStringList& unnamed)
+{
+    if (!node || node->state().invisible)
+        return;
+    static const QSet<QAccessible::Role> controls = {
+        QAccessible::PushButton, QAccessible::CheckBox,  QAccessible::RadioButton, QAccessible::ComboBox,
+        QAccessible::EditableText, QAccessible::SpinBox, QAccessible::Slider,      QAccessible::List,
+        QAccessible::Tree,       QAccessible::Table,     QAccessible::ButtonMenu,  QAccessible::ButtonDropDown,
+        QAccessible::MenuItem,   QAccessible::Link,      QAccessible::Graphic,     QAccessible::Document};
+    const QString name = node->text(QAccessible::Name);
+    const QAccessible::Role role = node->role();
+    if (controls.contains(role) || role == QAccessible::StaticText || role == QAccessible::Grouping) {
+        order << QStringLiteral("%1 %2").arg(int(role)).arg(name);
+        if (controls.contains(role) && name.trimmed().isEmpty())
+            unnamed << QStringLiteral("role %1 (%2) in %3")
+                           .arg(int(role))
+                           .arg(node->object() ? node->object()->metaObject()->className() : "")
+                           .arg(node->parent() ? node->parent()->text(QAccessible::Name) : QString());
+    }
+    // Rows and cells of views are their data; the view's own name counts.
+    if (role == QAccessible::Table || role == QAccessible::Tree || role == QAccessible::List)
+        return;
+    for (int i = 0; i < node->childCount(); ++i)
+        walkAccessible(node->child(i), order, unnamed);
+}
+
+TEST_F(Register, EveryControlHasANameAndIsReadInOrder)
+{
+    QStringList order;
+    QStringList unnamed;
+    walkAccessible(QAccessible::queryAccessibleInterface(window.get()), order, unnamed);
+    EXPECT_EQ(unnamed, QStringList());
+    // The window reads top to bottom, left to right.
+    qsizetype last = -1;
+    for (const QString& name : {u"Transactions"_qs, u"New"_qs, u"Calculator:"_qs, u"Register"_qs, u"Accounts"_qs,
+                                u"Note"_qs, u"Date"_qs, u"Rate %"_qs, u"Enter"_qs}) {
+        const qsizetype at = order.indexOf(QRegularExpression(u"^\\d+ "_qs + QRegularExpression::escape(name) + u'$'));
+        EXPECT_GT(at, last) << name.toStdString() << " in\n" << order.join(u'\n').toStdString();
+        last = at;
+    }
+
+    // The calculator's tape: each number and the operator before the next,
+    // the number being typed, the total.
+    type("amount", u"2+"_qs);
+    QWidget* calculator = nullptr;
+    ASSERT_TRUE(wq::test::spinUntil([&] {
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (qobject_cast<wq::WQCalcWindow*>(top) && top->isVisible())
+                calculator = top;
+        return calculator != nullptr;
+    }));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_3);
+    QAccessibleInterface* tape = QAccessible::queryAccessibleInterface(calculator);
+    EXPECT_EQ(tape->text(QAccessible::Name), u"Calculator");
+    EXPECT_FALSE(tape->text(QAccessible::Description).isEmpty());
+    QStringList read;
+    for (int i = 0; i < tape->childCount(); ++i)
+        if (QAccessibleInterface* row = tape->child(i); row->role() == QAccessible::EditableText)
+            read << row->text(QAccessible::Name) + u": "_qs + row->text(QAccessible::Value);
+    EXPECT_EQ(read, QStringList({u"Number 1: $2.00"_qs, u"Operator +: +"_qs, u"Next number: $3"_qs, u"Total: $5.00"_qs}));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
 }
 
 TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)
