@@ -1,4 +1,5 @@
 #include "RegisterWindow.h"
+#include "ShowcaseText.h"
 
 #include "RegisterStore.h"
 #include "SidePanels.h"
@@ -61,7 +62,7 @@ RegisterWindow::RegisterWindow()
     : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
       _amounts(wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2))
 {
-    setWindowTitle(QStringLiteral("WQGeneral showcase: Checking"));
+    setWindowTitle(Text::tr("WQGeneral showcase: Checking"));
     auto* layout = new QVBoxLayout(this);
     _message = new QLabel(this);
     _message->setStyleSheet(QStringLiteral("color: #b00020;"));
@@ -72,9 +73,11 @@ RegisterWindow::RegisterWindow()
         [this](double amount) { return _amounts->stringForObjectValue(amount).value_or(QString()); }, this);
     _table = new wq::WQTableView(this);
     _table->setObjectName(QStringLiteral("register"));
-    _table->setAccessibleName(QStringLiteral("Register"));
-    _table->setAccessibleDescription(QStringLiteral("The transactions in date order, with the running balance"));
+    _table->setAccessibleName(Text::tr("Register"));
+    _table->setAccessibleDescription(Text::tr("The transactions in date order, with the running balance"));
     _table->setModel(&_book->model());
+    _book->model().setHorizontalHeaderLabels(
+        {Text::tr("Date"), Text::tr("Payee"), Text::tr("Amount"), Text::tr("Balance")});
     // The payee takes what the window gives; the others fit their texts.
     QHeaderView* header = _table->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -124,17 +127,17 @@ RegisterWindow::RegisterWindow()
 
     auto* payee = new wq::WQLineEdit(_entryRow);
     payee->setObjectName(QStringLiteral("payee"));
-    payee->setPlaceholderText(QStringLiteral("Payee"));
-    payee->setToolTip(QStringLiteral("Who was paid, or who paid"));
+    payee->setPlaceholderText(Text::tr("Payee"));
+    payee->setToolTip(Text::tr("Who was paid, or who paid"));
     payee->setMinimumWidth(payee->fontMetrics().horizontalAdvance(QStringLiteral("City Power & Light")) + 12);
-    addFieldGroup(QStringLiteral("Payee"), payee, QStringLiteral("Payee"));
+    addFieldGroup(Text::tr("Payee"), payee, QStringLiteral("Payee"));
 
     _buttons = new QHBoxLayout;
     _buttons->addWidget(_message, 1);
-    _enter = new QPushButton(QStringLiteral("&Enter"), this);
+    _enter = new QPushButton(Text::tr("&Enter"), this);
     _enter->setObjectName(QStringLiteral("enter"));
     _enter->setAutoDefault(false);
-    _enter->setAccessibleDescription(QStringLiteral("Records the transaction of the entry row"));
+    _enter->setAccessibleDescription(Text::tr("Records the transaction of the entry row"));
     connect(_enter, &QPushButton::clicked, this, &RegisterWindow::enterTransaction);
     _buttons->addWidget(_enter);
     layout->addLayout(_buttons);
@@ -280,7 +283,8 @@ void RegisterWindow::finishEntryRow()
         if (field->accessibleDescription().isEmpty())
             field->setAccessibleDescription(!group.field->toolTip().isEmpty()
                                                 ? group.field->toolTip()
-                                                : QStringLiteral("%1 of the transaction; Return records it").arg(group.label));
+                                                : Text::tr("%1 of the transaction; Return records it")
+                                                      .arg(group.label));
     }
     _sidePanels->restoreOrder();
     _panelsArea->setVisible(!_sidePanels->order().isEmpty());
@@ -318,8 +322,8 @@ void RegisterWindow::updateTabOrder()
     for (int i = 0; i < _options->count(); ++i)
         chain << tabStopsIn(_options->itemAt(i)->widget());
     chain << _table;
-    for (const QString& title : _sidePanels->order())
-        chain << tabStopsIn(_sidePanels->panel(title));
+    for (const QString& key : _sidePanels->order())
+        chain << tabStopsIn(_sidePanels->panel(key));
     for (int i = 0; i < _entryLayout->count(); ++i) {
         QWidget* container = _entryLayout->itemAt(i)->widget();
         for (const Group& group : std::as_const(_groups))
@@ -434,14 +438,14 @@ bool RegisterWindow::enterTransaction()
 
     QStringList missing;
     if (!date)
-        missing << QStringLiteral("date");
+        missing << Text::tr("date");
     if (payee.isEmpty())
-        missing << QStringLiteral("payee");
+        missing << Text::tr("payee");
     // A typed $0.00 is an amount (a note in the register, say); a blank one is not.
     if (noAmount || !amount.isValid())
-        missing << QStringLiteral("amount");
+        missing << Text::tr("amount");
     if (!missing.isEmpty()) {
-        showMessage(QStringLiteral("To record a transaction, fill in the %1.").arg(missing.join(QStringLiteral(" and "))));
+        showMessage(Text::tr("To record a transaction, fill in the %1.").arg(missing.join(Text::tr(" and "))));
         return false;
     }
 
@@ -496,10 +500,10 @@ bool RegisterWindow::keepIn(const QString& path)
     if (QMenuBar* bar = findChild<QMenuBar*>()) {
         QMenu* settings = nullptr;
         for (QAction* action : bar->actions())
-            if (action->menu() && action->text().remove(u'&') == QStringLiteral("Settings"))
+            if (action->menu() && action->text() == Text::tr("&Settings"))
                 settings = action->menu();
         if (!settings)
-            settings = bar->addMenu(QStringLiteral("&Settings"));
+            settings = bar->addMenu(Text::tr("&Settings"));
         settings->addSeparator();
         QAction* password = settings->addAction(QStringLiteral("Register &Password\u2026"));
         password->setObjectName(QStringLiteral("registerPassword"));

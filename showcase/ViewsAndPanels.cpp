@@ -5,6 +5,7 @@
 // that is hidden, keeping its place, while the row is empty.
 
 #include "RegisterWindow.h"
+#include "ShowcaseText.h"
 #include "ShowcaseFeature.h"
 #include "SidePanels.h"
 
@@ -71,14 +72,19 @@ void closePopups()
         popup->close();
 }
 
-const QString kNote = QStringLiteral(
-    "<p>Reconcile against the <a href=\"https://example.com/statements/2026-03\">March statement</a> "
-    "before the 20th.</p><p>The <a href=\"https://example.com/rates\">savings rates</a> changed on the 1st.</p>");
+QString noteText()
+{
+    return Text::tr("<p>Reconcile against the <a href=\"https://example.com/statements/2026-03\">March statement</a> "
+                    "before the 20th.</p><p>The <a href=\"https://example.com/rates\">savings rates</a> changed on "
+                    "the 1st.</p>");
+}
 
-const QString kAbout = QStringLiteral(
-    "<p><b>WQGeneral showcase</b> 0.1: a register window built only from the framework's public API.</p>"
-    "<p>Read the <a href=\"https://example.com/wqgeneral/readme\">guide</a> or "
-    "<a href=\"https://example.com/wqgeneral/issues\">report a problem</a>.</p>");
+QString aboutText()
+{
+    return Text::tr("<p><b>WQGeneral showcase</b> 0.1: a register window built only from the framework's public "
+                    "API.</p><p>Read the <a href=\"https://example.com/wqgeneral/readme\">guide</a> or "
+                    "<a href=\"https://example.com/wqgeneral/issues\">report a problem</a>.</p>");
+}
 
 const QString kBudgetKey = QStringLiteral("Showcase/budget/");
 
@@ -97,18 +103,18 @@ public:
     {
         _window = &window;
         SidePanels& panels = window.sidePanels();
-        panels.addPanel(QStringLiteral("Budget"), _makeBudget());
-        _note = _makeLinkText(QStringLiteral("Note"), kNote);
-        panels.addPanel(QStringLiteral("Note"), _note);
-        _about = _makeLinkText(QStringLiteral("About"), kAbout);
-        panels.addPanel(QStringLiteral("About"), _about);
+        panels.addPanel(QStringLiteral("Budget"), Text::tr("Budget"), _makeBudget());
+        _note = _makeLinkText(QStringLiteral("Note"), Text::tr("Note"), noteText());
+        panels.addPanel(QStringLiteral("Note"), Text::tr("Note"), _note);
+        _about = _makeLinkText(QStringLiteral("About"), Text::tr("About"), aboutText());
+        panels.addPanel(QStringLiteral("About"), Text::tr("About"), _about);
 
         _buildContextMenu(window);
 
-        _clear = new wq::WQHideableButtonCell(QStringLiteral("Clear"), window.entryRow());
+        _clear = new wq::WQHideableButtonCell(Text::tr("Clear"), window.entryRow());
         _clear->setObjectName(QStringLiteral("clear"));
         _clear->setAutoDefault(false);
-        _clear->setToolTip(QStringLiteral("Empties the entry row"));
+        _clear->setToolTip(Text::tr("Empties the entry row"));
         setCellShown(*_clear, false);
         window.addButton(_clear);
         QObject::connect(_clear, &QPushButton::clicked, _clear, [this] { _clearRow(); });
@@ -197,7 +203,7 @@ public:
 private:
     QWidget* _makeBudget()
     {
-        auto* box = new wq::WQFlippedBox(QStringLiteral("March"));
+        auto* box = new wq::WQFlippedBox(Text::tr("March"));
         auto* form = new QFormLayout(box);
         const auto money = [box](const QString& name) {
             auto* field = new wq::WQLineEdit(wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2), box);
@@ -209,17 +215,17 @@ private:
         _utilities = money(QStringLiteral("utilities budget"));
         _period = new wq::WQHideablePopUpButtonCell(box);
         _period->setObjectName(QStringLiteral("budget period"));
-        _period->addItems({QStringLiteral("every month"), QStringLiteral("every quarter"), QStringLiteral("once")});
-        _period->setToolTip(QStringLiteral("How often the budget repeats; shown once a budget is typed"));
+        _period->addItems({Text::tr("every month"), Text::tr("every quarter"), Text::tr("once")});
+        _period->setToolTip(Text::tr("How often the budget repeats; shown once a budget is typed"));
         setCellShown(*_period, false);
         _total = new QLabel(box);
         _total->setAlignment(Qt::AlignRight);
-        form->addRow(QStringLiteral("Groceries"), _groceries);
-        form->addRow(QStringLiteral("Utilities"), _utilities);
-        form->addRow(QStringLiteral("Repeats"), _period);
-        form->addRow(QStringLiteral("Total"), _total);
-        _groceries->setToolTip(QStringLiteral("What March's groceries may cost"));
-        _utilities->setToolTip(QStringLiteral("What March's power, water and internet may cost"));
+        form->addRow(Text::tr("Groceries"), _groceries);
+        form->addRow(Text::tr("Utilities"), _utilities);
+        form->addRow(Text::tr("Repeats"), _period);
+        form->addRow(Text::tr("Total"), _total);
+        _groceries->setToolTip(Text::tr("What March's groceries may cost"));
+        _utilities->setToolTip(Text::tr("What March's power, water and internet may cost"));
         // The budget is kept between runs.
         QSettings settings;
         for (wq::WQLineEdit* field : {_groceries, _utilities}) {
@@ -260,10 +266,10 @@ private:
         _total->setText(formatter->stringForObjectValue(total).value_or(QString()));
     }
 
-    static wq::WQURLTextView* _makeLinkText(const QString& name, const QString& html)
+    static wq::WQURLTextView* _makeLinkText(const QString& key, const QString& name, const QString& html)
     {
         auto* text = new wq::WQURLTextView;
-        text->setObjectName(name);
+        text->setObjectName(key);
         text->setHtml(html);
         // A text view reads as a label: its name, then its text.
         text->setAccessibleName(name);
@@ -285,10 +291,10 @@ private:
         wq::WQTableView& table = window.table();
         QStandardItemModel& rows = window.rows();
         auto* menu = new QMenu(&table);
-        QAction* remove = menu->addAction(QStringLiteral("Delete"));
-        QAction* duplicate = menu->addAction(QStringLiteral("Duplicate"));
+        QAction* remove = menu->addAction(Text::tr("Delete"));
+        QAction* duplicate = menu->addAction(Text::tr("Duplicate"));
         menu->addSeparator();
-        _markCleared = menu->addAction(QStringLiteral("Mark cleared"));
+        _markCleared = menu->addAction(Text::tr("Mark cleared"));
         table.setMenu(menu);
 
         QObject::connect(remove, &QAction::triggered, &table, [&table, &rows] {

@@ -9,6 +9,7 @@
 #include "KeyScript.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
+#include "ShowcaseText.h"
 #include "Tour.h"
 
 #include <WQGeneral/platform/WQLocaleChangeRelay.h>
@@ -99,6 +100,9 @@ int main(int argc, char** argv)
         !parser.value(language).startsWith(QStringLiteral("en")))
         std::fprintf(stderr, "wq-showcase: no translation for \"%s\"; the texts stay English\n",
                      qPrintable(parser.value(language)));
+    // The showcase's own texts in the same language as the framework's.
+    showcase::installShowcaseTranslations(parser.isSet(language) ? QStringList{parser.value(language)}
+                                                                 : QLocale().uiLanguages());
     // The tour silences warnings and customizes the toolbar, and both it and
     // the keys mode start from the defaults: in settings of their own, which
     // start empty and go when they end.

@@ -6,6 +6,7 @@
 #include "RegisterStore.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
+#include "ShowcaseText.h"
 #include "SidePanels.h"
 
 #include "WQTestSupport.h"
@@ -359,6 +360,21 @@ TEST_F(Register, EveryControlHasANameAndIsReadInOrder)
             read << row->text(QAccessible::Name) + u": "_qs + row->text(QAccessible::Value);
     EXPECT_EQ(read, QStringList({u"Number 1: $2.00"_qs, u"Operator +: +"_qs, u"Next number: $3"_qs, u"Total: $5.00"_qs}));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+}
+
+TEST_F(Register, SpeaksGermanToAGermanUser)
+{
+    close();
+    ASSERT_EQ(installShowcaseTranslations({u"de-DE"_qs}), u"de");
+    open();
+    EXPECT_EQ(window->findChild<QMenuBar*>()->actions().value(0)->text(), u"&Buchungen");
+    EXPECT_EQ(window->findChild<wq::WQToolbar*>()->itemWithIdentifier(u"NewTransaction"_qs)->label(), u"Neu");
+    EXPECT_EQ(window->rows().headerData(RegisterBook::AmountColumn, Qt::Horizontal).toString(), u"Betrag");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(field("payee"))->text(QAccessible::Name), u"Empfänger");
+    close();
+    EXPECT_EQ(installShowcaseTranslations({u"en-US"_qs}), u"");
+    open();
+    EXPECT_EQ(window->findChild<QMenuBar*>()->actions().value(0)->text(), u"&Transactions");
 }
 
 TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)
