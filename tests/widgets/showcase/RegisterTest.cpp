@@ -20,7 +20,9 @@
 #include <QAbstractScrollArea>
 #include <QAccessible>
 #include <QApplication>
+#include <QHeaderView>
 #include <QCheckBox>
+#include <QMenu>
 #include <QMenuBar>
 #include <QGuiApplication>
 #include <QDir>
@@ -28,6 +30,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSet>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -43,7 +46,12 @@ namespace {
 
 class Register : public ::testing::Test {
 protected:
-    void SetUp() override { open(); }
+    void SetUp() override
+    {
+        // Each test starts as a first start does.
+        QSettings().remove(u"Showcase"_qs);
+        open();
+    }
 
     void open(const QString& file = QString())
     {
@@ -360,6 +368,45 @@ TEST_F(Register, EveryControlHasANameAndIsReadInOrder)
             read << row->text(QAccessible::Name) + u": "_qs + row->text(QAccessible::Value);
     EXPECT_EQ(read, QStringList({u"Number 1: $2.00"_qs, u"Operator +: +"_qs, u"Next number: $3"_qs, u"Total: $5.00"_qs}));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+}
+
+TEST_F(Register, TheRowMenuActsOnWhatTheUserSees)
+{
+    wq::WQTableView& table = window->table();
+    const auto choose = [&table](const QString& text) {
+        for (QAction* item : table.findChild<QMenu*>()->actions())
+            if (item->text() == text)
+                item->trigger();
+        QApplication::processEvents();
+    };
+    // A row marked cleared gains a check box; its date (the longest) still
+    // shows whole.
+    table.selectRow(3);
+    choose(u"Mark cleared"_qs);
+    EXPECT_GE(table.horizontalHeader()->sectionSize(RegisterBook::DateColumn),
+              static_cast<QAbstractItemView&>(table).sizeHintForColumn(RegisterBook::DateColumn));
+    // Duplicate leaves the copies selected, each below its original.
+    table.selectionModel()->select(QItemSelection(window->rows().index(1, 0), window->rows().index(2, 3)),
+                                   QItemSelectionModel::ClearAndSelect);
+    choose(u"Duplicate"_qs);
+    EXPECT_EQ(table.selectedRows(), QList<int>({2, 4}));
+    EXPECT_EQ(cell(4, RegisterBook::PayeeColumn), cell(3, RegisterBook::PayeeColumn));
+    // A typed zero is an amount.
+    const int rows = window->rows().rowCount();
+    record(u"3/20/26"_qs, u"Note to self"_qs, u"0"_qs);
+    ASSERT_EQ(window->rows().rowCount(), rows + 1);
+    EXPECT_EQ(cell(rows, RegisterBook::AmountColumn), u"$0.00");
+}
+
+TEST_F(Register, ThePanelsOrderAndTheBudgetAreKeptForTheNextStart)
+{
+    window->sidePanels().moveToPlace(u"Budget"_qs, 0);
+    type("groceries budget", u"400"_qs);
+    QTest::keyClick(field("groceries budget"), Qt::Key_Tab);
+    close();
+    open();
+    EXPECT_EQ(window->sidePanels().order().value(0), u"Budget");
+    EXPECT_EQ(field("groceries budget")->text(), u"$400.00");
 }
 
 TEST_F(Register, SpeaksGermanToAGermanUser)
