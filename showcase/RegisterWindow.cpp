@@ -278,13 +278,16 @@ void RegisterWindow::finishEntryRow()
         if (field != group.field)
             field->installEventFilter(this);
         field->setAccessibleName(group.label);
-        // Options say what they switch (their tool tips); the entry row's
-        // fields are parts of the transaction.
-        if (field->accessibleDescription().isEmpty())
-            field->setAccessibleDescription(!group.field->toolTip().isEmpty()
-                                                ? group.field->toolTip()
-                                                : Text::tr("%1 of the transaction; Return records it")
-                                                      .arg(group.label));
+        // Fields and options say what they are in their tool tips; a field
+        // without one is a part of the transaction.
+        if (field->accessibleDescription().isEmpty()) {
+            QString description = field->toolTip();
+            if (description.isEmpty())
+                description = group.field->toolTip();
+            if (description.isEmpty())
+                description = Text::tr("%1 of the transaction; Return records it").arg(group.label);
+            field->setAccessibleDescription(description);
+        }
     }
     _sidePanels->restoreOrder();
     _panelsArea->setVisible(!_sidePanels->order().isEmpty());
@@ -300,6 +303,9 @@ void RegisterWindow::finishEntryRow()
     for (QWidget* part : std::as_const(reading))
         if (part && part->parentWidget() == this)
             part->raise();
+    for (int i = 0; i < _entryLayout->count(); ++i)
+        if (QWidget* group = _entryLayout->itemAt(i)->widget())
+            group->raise();
     if (auto* toolbar = findChild<wq::WQToolbar*>())
         connect(toolbar, &wq::WQToolbar::itemIdentifiersChanged, this, &RegisterWindow::updateTabOrder,
                 Qt::UniqueConnection);

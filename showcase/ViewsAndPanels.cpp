@@ -224,6 +224,11 @@ private:
         form->addRow(Text::tr("Utilities"), _utilities);
         form->addRow(Text::tr("Repeats"), _period);
         form->addRow(Text::tr("Total"), _total);
+        // Read row by row, each caption before its field.
+        for (int row = 0; row < form->rowCount(); ++row)
+            for (const QFormLayout::ItemRole role : {QFormLayout::LabelRole, QFormLayout::FieldRole})
+                if (QLayoutItem* item = form->itemAt(row, role); item && item->widget())
+                    item->widget()->raise();
         _groceries->setToolTip(Text::tr("What March's groceries may cost"));
         _utilities->setToolTip(Text::tr("What March's power, water and internet may cost"));
         // The budget is kept between runs.

@@ -351,6 +351,18 @@
         <source>&amp;Show All Warnings Again</source>
         <translation>Alle Warnungen wieder &amp;zeigen</translation>
     </message>
+    <message>
+        <source>Toolbar</source>
+        <translation>Symbolleiste</translation>
+    </message>
+    <message>
+        <source>More toolbar items</source>
+        <translation>Weitere Symbole</translation>
+    </message>
+    <message>
+        <source>The toolbar items the window is too narrow for</source>
+        <translation>Die Symbole, für die das Fenster zu schmal ist</translation>
+    </message>
 </context>
 <context>
     <name>ToolbarStrings</name>
