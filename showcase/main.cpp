@@ -133,7 +133,7 @@ int main(int argc, char** argv)
                       : QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
                             .filePath(QStringLiteral("register.xml")));
     // As large as it was made to be, within the screen it opens on.
-    const QSize room = window.screen() ? window.screen()->availableSize() - QSize(16, 48) : QSize(1000, 560);
+    const QSize room = window.screen() ? window.screen()->availableSize() - QSize(24, 64) : QSize(1000, 560);
     window.resize(window.minimumSize().expandedTo(QSize(1000, 560).boundedTo(room)));
     window.show();
     return app.exec();
