@@ -15,3 +15,14 @@ mapfile -t catalogues < <(find "$dir" -maxdepth 1 -name 'WQGeneral_*.ts' | LC_AL
   -tr-function-alias Q_DECLARE_TR_FUNCTIONS+=WQ_DECLARE_STRING_TABLE \
   -locations none -no-obsolete -source-language en \
   "${sources[@]}" -ts "$dir/WQGeneral.ts" "${catalogues[@]}"
+
+# The showcase's own catalogues, beside its sources (only when refreshing the
+# framework's own folder).
+if [ "$dir" = "$root/translations" ]; then
+  mapfile -t showcase_sources < <(find showcase \( -name '*.cpp' -o -name '*.h' \) | LC_ALL=C sort)
+  mapfile -t showcase_catalogues < <(find showcase -maxdepth 1 -name 'wq-showcase_*.ts' | LC_ALL=C sort)
+  if [ "${#showcase_catalogues[@]}" -gt 0 ]; then
+    "$lupdate" -silent -locations none -no-obsolete -source-language en \
+      "${showcase_sources[@]}" -ts "${showcase_catalogues[@]}"
+  fi
+fi

@@ -1,4 +1,5 @@
 #include "AccountsPanel.h"
+#include "ShowcaseText.h"
 
 #include <WQGeneral/menus/WQTreeViewExtensions.h>
 
@@ -40,26 +41,34 @@ AccountsPanel::AccountsPanel(QWidget* parent) : QWidget(parent)
     };
     for (const Account& account : chart)
         add(*_model.invisibleRootItem(), account);
-    _model.setHorizontalHeaderLabels({QStringLiteral("Accounts")});
+    _model.setHorizontalHeaderLabels({Text::tr("Accounts")});
 
+    auto* expand = new QToolButton(this);
+    expand->setObjectName(QStringLiteral("expandAll"));
+    expand->setText(Text::tr("Expand All"));
+    auto* collapse = new QToolButton(this);
+    collapse->setObjectName(QStringLiteral("collapseAll"));
+    collapse->setText(Text::tr("Collapse All"));
+    expand->setToolTip(Text::tr("Show every account"));
+    collapse->setToolTip(Text::tr("Show the top-level accounts only"));
+    connect(expand, &QToolButton::clicked, this, &AccountsPanel::expandAll);
+    connect(collapse, &QToolButton::clicked, this, &AccountsPanel::collapseAll);
+
+    // Made after the buttons above it: Tab reads them first.
     _tree = new QTreeView(this);
+    _tree->setObjectName(QStringLiteral("accountsTree"));
+    _tree->setAccessibleName(Text::tr("Accounts"));
+    _tree->setAccessibleDescription(Text::tr("The document's accounts; Right and Left open and close one"));
     _tree->setModel(&_model);
     _tree->setUniformRowHeights(true);
     _tree->header()->setSectionResizeMode(QHeaderView::Stretch);
     _tree->setMinimumWidth(190);
 
-    auto* expand = new QToolButton(this);
-    expand->setObjectName(QStringLiteral("expandAll"));
-    expand->setText(QStringLiteral("Expand All"));
-    auto* collapse = new QToolButton(this);
-    collapse->setObjectName(QStringLiteral("collapseAll"));
-    collapse->setText(QStringLiteral("Collapse All"));
-    connect(expand, &QToolButton::clicked, this, &AccountsPanel::expandAll);
-    connect(collapse, &QToolButton::clicked, this, &AccountsPanel::collapseAll);
-
     _parent = new QLabel(this);
     _parent->setObjectName(QStringLiteral("parentLine"));
     _parent->setStyleSheet(QStringLiteral("color: #555;"));
+    // Long names (and other languages) wrap rather than run out of the panel.
+    _parent->setWordWrap(true);
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(expand);
@@ -107,7 +116,7 @@ void AccountsPanel::_showParent()
 {
     const QModelIndex current = _tree->currentIndex();
     if (!current.isValid()) {
-        _parent->setText(QStringLiteral("Select an account to see where it belongs."));
+        _parent->setText(Text::tr("Select an account to see where it belongs."));
         return;
     }
     // Found the way the outline shows it: the nearest row above at a lower level.
@@ -115,11 +124,11 @@ void AccountsPanel::_showParent()
     const int parentRow = wq::parentRowForRow(*_tree, row);
     const QString name = current.data().toString();
     if (row < 0)
-        _parent->setText(QStringLiteral("%1 is inside a collapsed account.").arg(name));
+        _parent->setText(Text::tr("%1 is inside a collapsed account.").arg(name));
     else if (parentRow < 0)
-        _parent->setText(QStringLiteral("%1 is a top-level account (row %2).").arg(name).arg(row));
+        _parent->setText(Text::tr("%1 is a top-level account (row %2).").arg(name).arg(row));
     else
-        _parent->setText(QStringLiteral("%1 (row %2) belongs to %3 (row %4).")
+        _parent->setText(Text::tr("%1 (row %2) belongs to %3 (row %4).")
                              .arg(name)
                              .arg(row)
                              .arg(wq::itemAtRow(*_tree, parentRow).data().toString())

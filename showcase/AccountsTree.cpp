@@ -2,6 +2,7 @@
 // header shows which was done last) and each account's parent.
 
 #include "AccountsPanel.h"
+#include "ShowcaseText.h"
 #include "RegisterWindow.h"
 #include "ShowcaseController.h"
 #include "ShowcaseFeature.h"
@@ -17,7 +18,7 @@ public:
     {
         // First of the side panels beside the register.
         _panel = new AccountsPanel;
-        window.sidePanels().addPanel(QStringLiteral("Accounts"), _panel);
+        window.sidePanels().addPanel(QStringLiteral("Accounts"), Text::tr("Accounts"), _panel);
         ShowcaseController::of(window).setAccountsPanel(_panel);
     }
 

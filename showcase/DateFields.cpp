@@ -2,6 +2,7 @@
 // with the increment keys, and a date picker set up in place of a text field.
 
 #include "KeyTyping.h"
+#include "ShowcaseText.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
 
@@ -25,17 +26,19 @@ public:
         _field->setObjectName(QStringLiteral("date"));
         // Room for the longest short date of any regional settings.
         _field->setMinimumWidth(_field->fontMetrics().horizontalAdvance(QStringLiteral("00.00.0000")) + 12);
-        _field->setToolTip(QStringLiteral("+ or = next day, - previous day, Alt for months, t today"));
+        _field->setToolTip(Text::tr("+ or = next day, - previous day, Alt for months, t today"));
         wq::setWQDateValue(*_field, wq::WQDate::date().value_or(wq::WQDate(2026, 3, 15)));
-        window.addFieldGroup(QStringLiteral("Date"), _field, QStringLiteral("Date"), 0);
+        window.addFieldGroup(Text::tr("Date"), _field, QStringLiteral("Date"), 0);
 
         // The picker takes the place of a text field laid out for it.
         auto* laidOut = new wq::WQLineEdit(window.entryRow());
         laidOut->setObjectName(QStringLiteral("cleared"));
-        window.addFieldGroup(QStringLiteral("Cleared on"), laidOut, QString(), 1);
+        window.addFieldGroup(Text::tr("Cleared on"), laidOut, QString(), 1);
         QWidget* place = laidOut;
         _picker = wq::WQSetupDateField(place, true);
-        wq::setWQDateValue(*_picker, wq::WQDate(2026, 3, 15));
+        _picker->setToolTip(
+            Text::tr("When the bank cleared the transaction; the arrows step the part under the cursor"));
+        wq::setWQDateValue(*_picker, wq::WQDate::date().value_or(wq::WQDate(2026, 3, 15)));
 
         // A change of regional settings changes the order typed; the field
         // shows its date again by itself.

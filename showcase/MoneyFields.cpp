@@ -3,7 +3,9 @@
 // and a decimal field.
 
 #include "KeyTyping.h"
+#include "ShowcaseText.h"
 #include "RegisterWindow.h"
+#include "ShowcaseController.h"
 #include "ShowcaseFeature.h"
 
 #include <WQGeneral/fields/WQLineEdit.h>
@@ -49,44 +51,60 @@ public:
         // A calculating field: + - * / open the calculator, = finishes it.
         _amount = new wq::WQLineEdit(_document.moneyFormatter(2, true), window.entryRow());
         _amount->setObjectName(QStringLiteral("amount"));
-        _amount->setToolTip(QStringLiteral("+ - * / open the calculator and = finishes it (without the calculator "
-                                           "\"-\" flips the sign); in ATM typing digits enter from the right"));
+        _amount->setToolTip(Text::tr("+ - * / open the calculator and = finishes it (without the calculator \"-\" "
+                                     "flips the sign); in ATM typing digits enter from the right"));
         // Room for a large amount in the widest currency the showcase offers.
         _amount->setMinimumWidth(_amount->fontMetrics().horizontalAdvance(QStringLiteral("-CHF 000'000'000.00")) + 16);
         _amount->setAlignment(Qt::AlignRight);
-        window.addFieldGroup(QStringLiteral("Amount"), _amount, QStringLiteral("Amount"));
+        window.addFieldGroup(Text::tr("Amount"), _amount, QStringLiteral("Amount"));
 
         // Without the calculator "-" after a number flips the sign instead.
-        _calculate = new QCheckBox(QStringLiteral("On"), window.entryRow());
+        // One switch, shown alike here, in the View menu and in the toolbar.
+        _calculate = new QCheckBox(Text::tr("On"), window.entryRow());
         _calculate->setObjectName(QStringLiteral("calculate"));
-        _calculate->setChecked(true);
-        QObject::connect(_calculate, &QCheckBox::toggled, _calculate, [this](bool on) {
-            _amount->validateEditing();
-            _amount->setFormatter(_document.moneyFormatter(2, on));
-        });
-        window.addOption(QStringLiteral("Calculator"), _calculate);
+        _calculate->setToolTip(
+            Text::tr("+ - * / in the amount open the calculator; off, \"-\" flips the amount's sign"));
+        window.addOption(Text::tr("Calculator"), _calculate);
 
-        _atm = new QCheckBox(QStringLiteral("ATM typing"), window.entryRow());
+        _atm = new QCheckBox(Text::tr("ATM typing"), window.entryRow());
         _atm->setObjectName(QStringLiteral("atm"));
+        _atm->setToolTip(Text::tr("Digits enter the amount from the right, as at a cash machine; the decimal "
+                                  "separator is never typed"));
         QObject::connect(_atm, &QCheckBox::toggled, _atm, [this](bool on) { _document.setUserInputLikeATM(on); });
-        window.addOption(QStringLiteral("Typing"), _atm);
+        window.addOption(Text::tr("Typing"), _atm);
 
         _currency = new QComboBox(window.entryRow());
         _currency->setObjectName(QStringLiteral("currency"));
-        _currency->addItems({QStringLiteral("System settings"), QStringLiteral("Swiss francs (CHF 1'234.50)")});
+        _currency->setToolTip(Text::tr("The currency amounts are typed and shown in"));
+        _currency->addItems({Text::tr("System settings"), Text::tr("Swiss francs (CHF 1'234.50)")});
         QObject::connect(_currency, &QComboBox::currentIndexChanged, _currency, [this](int index) {
             _document.setCurrencySymbolDict(index == 1 ? std::optional<QVariantMap>(swissFrancs()) : std::nullopt);
         });
-        window.addOption(QStringLiteral("Currency"), _currency);
+        window.addOption(Text::tr("Currency"), _currency);
+
+        // Made once the currency choice is there: the toolbar's pop-up follows it.
+        ShowcaseController& controller = ShowcaseController::of(window);
+        const auto calculate = [this](bool on) {
+            _calculate->setChecked(on);
+            if (_amount->formatter() == _document.moneyFormatter(2, on))
+                return;
+            _amount->validateEditing();
+            _amount->setFormatter(_document.moneyFormatter(2, on));
+        };
+        calculate(controller.calculatorEnabled());
+        QObject::connect(&controller, &ShowcaseController::calculatorEnabledChanged, _calculate, calculate);
+        QObject::connect(_calculate, &QCheckBox::toggled, &controller, &ShowcaseController::setCalculatorEnabled);
 
         _count = new wq::WQLineEdit(std::make_shared<wq::WQPositiveIntegerFormatter>(), window.entryRow());
         _count->setObjectName(QStringLiteral("payments"));
+        _count->setToolTip(Text::tr("How many payments the transaction is split into (a whole number)"));
         _count->setMinimumWidth(_count->fontMetrics().horizontalAdvance(QStringLiteral("0.000.000.000")) + 12);
-        window.addFieldGroup(QStringLiteral("Payments"), _count);
+        window.addFieldGroup(Text::tr("Payments"), _count);
         _rate = new wq::WQLineEdit(std::make_shared<wq::WQDecimalFormatter>(), window.entryRow());
         _rate->setObjectName(QStringLiteral("rate"));
+        _rate->setToolTip(Text::tr("The interest rate, in percent (a decimal number)"));
         _rate->setMinimumWidth(_rate->fontMetrics().horizontalAdvance(QStringLiteral("000,0000")) + 12);
-        window.addFieldGroup(QStringLiteral("Rate %"), _rate);
+        window.addFieldGroup(Text::tr("Rate %"), _rate);
 
         // Integer and decimal formatters read the numeric locale when made.
         _locale.observe(wq::kWQNotif_AppleNumberPreferencesChanged, nullptr, [this](const wq::WQNotification&) {

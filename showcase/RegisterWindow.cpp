@@ -1,4 +1,5 @@
 #include "RegisterWindow.h"
+#include "ShowcaseText.h"
 
 #include "RegisterStore.h"
 #include "SidePanels.h"
@@ -9,8 +10,11 @@
 #include <WQGeneral/money/WQMoneyConstants.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
+#include <WQGeneral/toolbar/WQToolbar.h>
+#include <WQGeneral/views/WQHideableCells.h>
 
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDateEdit>
 #include <QFile>
@@ -22,6 +26,8 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSet>
+#include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -56,7 +62,7 @@ RegisterWindow::RegisterWindow()
     : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
       _amounts(wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2))
 {
-    setWindowTitle(QStringLiteral("WQGeneral showcase: Checking"));
+    setWindowTitle(Text::tr("WQGeneral showcase: Checking"));
     auto* layout = new QVBoxLayout(this);
     _message = new QLabel(this);
     _message->setStyleSheet(QStringLiteral("color: #b00020;"));
@@ -67,9 +73,11 @@ RegisterWindow::RegisterWindow()
         [this](double amount) { return _amounts->stringForObjectValue(amount).value_or(QString()); }, this);
     _table = new wq::WQTableView(this);
     _table->setObjectName(QStringLiteral("register"));
-    _table->setAccessibleName(QStringLiteral("Register"));
-    _table->setAccessibleDescription(QStringLiteral("The transactions in date order, with the running balance"));
+    _table->setAccessibleName(Text::tr("Register"));
+    _table->setAccessibleDescription(Text::tr("The transactions in date order, with the running balance"));
     _table->setModel(&_book->model());
+    _book->model().setHorizontalHeaderLabels(
+        {Text::tr("Date"), Text::tr("Payee"), Text::tr("Amount"), Text::tr("Balance")});
     // The payee takes what the window gives; the others fit their texts.
     QHeaderView* header = _table->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -77,16 +85,39 @@ RegisterWindow::RegisterWindow()
     _table->verticalHeader()->hide();
     _table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     _table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    // One tab stop: the arrows walk the rows, Tab leaves the register.
+    _table->setTabKeyNavigation(false);
     _table->setMinimumWidth(320);
+    // A header fits its columns only when sections come and go; a row
+    // marked cleared (a check box beside its date) or a longer amount needs
+    // it as much.
+    const auto fitColumns = [header] { QMetaObject::invokeMethod(header, "resizeSections", Qt::QueuedConnection); };
+    connect(&_book->model(), &QAbstractItemModel::dataChanged, header, fitColumns);
+    connect(&_book->model(), &QAbstractItemModel::rowsInserted, header, fitColumns);
 
     _options = new QHBoxLayout;
     _options->addStretch(1);
     layout->addLayout(_options);
 
-    _sidePanels = new SidePanels(this);
+    // The panels scroll when the window is too short for all of them.
+    _sidePanels = new SidePanels;
+    _panelsArea = new QScrollArea(this);
+    _panelsArea->setObjectName(QStringLiteral("sidePanelsArea"));
+    _panelsArea->setFrameShape(QFrame::NoFrame);
+    _panelsArea->setFocusPolicy(Qt::NoFocus);
+    _panelsArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    _panelsArea->setWidgetResizable(true);
+    _panelsArea->setWidget(_sidePanels);
+    _panelsArea->setFixedWidth(SidePanels::kWidth + _panelsArea->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2);
+    _panelsArea->hide();
+    connect(qApp, &QApplication::focusChanged, _panelsArea, [this](QWidget*, QWidget* now) {
+        if (now && _sidePanels->isAncestorOf(now))
+            _panelsArea->ensureWidgetVisible(now, 0, 8);
+    });
+    connect(_sidePanels, &SidePanels::panelMoved, this, &RegisterWindow::updateTabOrder);
     auto* registerRow = new QHBoxLayout;
     registerRow->addWidget(_table, 1);
-    registerRow->addWidget(_sidePanels);
+    registerRow->addWidget(_panelsArea);
     layout->addLayout(registerRow, 1);
 
     _entryRow = new QWidget(this);
@@ -96,17 +127,17 @@ RegisterWindow::RegisterWindow()
 
     auto* payee = new wq::WQLineEdit(_entryRow);
     payee->setObjectName(QStringLiteral("payee"));
-    payee->setPlaceholderText(QStringLiteral("Payee"));
-    payee->setToolTip(QStringLiteral("Who was paid, or who paid"));
+    payee->setPlaceholderText(Text::tr("Payee"));
+    payee->setToolTip(Text::tr("Who was paid, or who paid"));
     payee->setMinimumWidth(payee->fontMetrics().horizontalAdvance(QStringLiteral("City Power & Light")) + 12);
-    addFieldGroup(QStringLiteral("Payee"), payee, QStringLiteral("Payee"));
+    addFieldGroup(Text::tr("Payee"), payee, QStringLiteral("Payee"));
 
     _buttons = new QHBoxLayout;
     _buttons->addWidget(_message, 1);
-    _enter = new QPushButton(QStringLiteral("&Enter"), this);
+    _enter = new QPushButton(Text::tr("&Enter"), this);
     _enter->setObjectName(QStringLiteral("enter"));
     _enter->setAutoDefault(false);
-    _enter->setAccessibleDescription(QStringLiteral("Records the transaction of the entry row"));
+    _enter->setAccessibleDescription(Text::tr("Records the transaction of the entry row"));
     connect(_enter, &QPushButton::clicked, this, &RegisterWindow::enterTransaction);
     _buttons->addWidget(_enter);
     layout->addLayout(_buttons);
@@ -134,6 +165,11 @@ RegisterWindow::RegisterWindow()
 
 RegisterWindow::~RegisterWindow()
 {
+    // The children go after this: nothing they announce on the way reaches
+    // the half-gone window.
+    if (auto* toolbar = findChild<wq::WQToolbar*>())
+        toolbar->disconnect(this);
+    QObject::disconnect(qApp, nullptr, _panelsArea, nullptr);
     if (_saveSoon.isActive())
         _save();
 }
@@ -185,6 +221,41 @@ void RegisterWindow::addButton(QWidget* button)
     _buttons->insertWidget(_buttons->count() - 1, button);
 }
 
+namespace {
+
+// The focusable widget a group's field stands for now (a date picker may
+// have taken its field's place).
+QWidget* shownWidget(QWidget* field)
+{
+    if (field->isHidden())
+        if (auto* picker = qobject_cast<QDateEdit*>(field->parentWidget()))
+            return picker;
+    return field;
+}
+
+// What Tab stops at inside a widget, in its own order: everything that
+// takes Tab, and the hideable cells, which take it only while shown.
+QList<QWidget*> tabStopsIn(QWidget* region)
+{
+    QList<QWidget*> stops;
+    if (!region)
+        return stops;
+    const auto isStop = [](QWidget* w) {
+        return !w->focusProxy() && !w->isWindow()
+               && ((w->focusPolicy() & Qt::TabFocus) || qobject_cast<wq::WQHideableButtonCell*>(w)
+                   || qobject_cast<wq::WQHideablePopUpButtonCell*>(w));
+    };
+    if (isStop(region))
+        stops << region;
+    // The chain as the widgets were made; a region's own parts follow it.
+    for (QWidget* w = region->nextInFocusChain(); w != region; w = w->nextInFocusChain())
+        if (region->isAncestorOf(w) && isStop(w) && !stops.contains(w))
+            stops << w;
+    return stops;
+}
+
+} // namespace
+
 void RegisterWindow::finishEntryRow()
 {
     QSet<QChar> taken;
@@ -193,35 +264,6 @@ void RegisterWindow::finishEntryRow()
             takeMnemonics(menu->text(), taken);
     for (const QAbstractButton* button : findChildren<QAbstractButton*>())
         takeMnemonics(button->text(), taken);
-
-    // The focusable widget of each group as it stands now (a date picker may
-    // have taken its field's place).
-    const auto shownWidget = [](QWidget* field) -> QWidget* {
-        if (field->isHidden())
-            if (auto* picker = qobject_cast<QDateEdit*>(field->parentWidget()))
-                return picker;
-        return field;
-    };
-
-    // The options above the register, then the entry row left to right,
-    // then the buttons: the order the eye reads them.
-    QList<QWidget*> chain;
-    for (int i = 0; i < _options->count(); ++i)
-        if (QWidget* w = _options->itemAt(i)->widget(); w && w->focusPolicy() & Qt::TabFocus)
-            chain << w;
-    for (int i = 0; i < _entryLayout->count(); ++i) {
-        QWidget* container = _entryLayout->itemAt(i)->widget();
-        for (const Group& group : std::as_const(_groups))
-            if (group.field->parentWidget() == container || (group.field->parentWidget()
-                                                             && group.field->parentWidget()->parentWidget() == container))
-                chain << shownWidget(group.field);
-    }
-    for (int i = 0; i < _buttons->count(); ++i)
-        if (QWidget* w = _buttons->itemAt(i)->widget(); w && w->focusPolicy() & Qt::TabFocus)
-            chain << w;
-    for (qsizetype i = 1; i < chain.size(); ++i)
-        QWidget::setTabOrder(chain[i - 1], chain[i]);
-    _tabChain = chain;
 
     for (const Group& group : std::as_const(_groups)) {
         QWidget* field = shownWidget(group.field);
@@ -236,13 +278,71 @@ void RegisterWindow::finishEntryRow()
         if (field != group.field)
             field->installEventFilter(this);
         field->setAccessibleName(group.label);
-        if (field->accessibleDescription().isEmpty())
-            field->setAccessibleDescription(!group.field->toolTip().isEmpty()
-                                                ? group.field->toolTip()
-                                                : QStringLiteral("%1 of the transaction; Return records it").arg(group.label));
+        // Fields and options say what they are in their tool tips; a field
+        // without one is a part of the transaction.
+        if (field->accessibleDescription().isEmpty()) {
+            QString description = field->toolTip();
+            if (description.isEmpty())
+                description = group.field->toolTip();
+            if (description.isEmpty())
+                description = Text::tr("%1 of the transaction; Return records it").arg(group.label);
+            field->setAccessibleDescription(description);
+        }
     }
+    _sidePanels->restoreOrder();
+    _panelsArea->setVisible(!_sidePanels->order().isEmpty());
+    updateTabOrder();
+    // Screen readers take a window's parts in the order they were made;
+    // raising each in reading order makes that the order they are read in.
+    QList<QWidget*> reading{layout()->menuBar(), findChild<wq::WQToolbar*>()};
+    for (int i = 0; i < _options->count(); ++i)
+        reading << _options->itemAt(i)->widget();
+    reading << _table << _panelsArea << _entryRow;
+    for (int i = 0; i < _buttons->count(); ++i)
+        reading << _buttons->itemAt(i)->widget();
+    for (QWidget* part : std::as_const(reading))
+        if (part && part->parentWidget() == this)
+            part->raise();
+    for (int i = 0; i < _entryLayout->count(); ++i)
+        if (QWidget* group = _entryLayout->itemAt(i)->widget())
+            group->raise();
+    if (auto* toolbar = findChild<wq::WQToolbar*>())
+        connect(toolbar, &wq::WQToolbar::itemIdentifiersChanged, this, &RegisterWindow::updateTabOrder,
+                Qt::UniqueConnection);
+    // A new transaction starts with its date.
+    if (QWidget* date = _fieldFor(QStringLiteral("Date")))
+        date->setFocus(Qt::OtherFocusReason);
     // Nothing narrower than what the fields need.
     setMinimumSize(layout()->totalMinimumSize());
+}
+
+void RegisterWindow::updateTabOrder()
+{
+    // The order the eye reads the window: the toolbar, the options above
+    // the register, the register and the panels beside it, the entry row
+    // left to right, the buttons.
+    QList<QWidget*> chain;
+    if (auto* toolbar = findChild<wq::WQToolbar*>())
+        for (QAction* item : toolbar->actions())
+            chain << tabStopsIn(toolbar->widgetForAction(item));
+    for (int i = 0; i < _options->count(); ++i)
+        chain << tabStopsIn(_options->itemAt(i)->widget());
+    chain << _table;
+    for (const QString& key : _sidePanels->order())
+        chain << tabStopsIn(_sidePanels->panel(key));
+    for (int i = 0; i < _entryLayout->count(); ++i) {
+        QWidget* container = _entryLayout->itemAt(i)->widget();
+        for (const Group& group : std::as_const(_groups))
+            if (group.field->parentWidget() == container
+                || (group.field->parentWidget() && group.field->parentWidget()->parentWidget() == container))
+                chain << shownWidget(group.field);
+    }
+    for (int i = 0; i < _buttons->count(); ++i)
+        chain << tabStopsIn(_buttons->itemAt(i)->widget());
+    chain.removeAll(nullptr);
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        QWidget::setTabOrder(chain[i - 1], chain[i]);
+    _tabChain = chain;
 }
 
 bool RegisterWindow::eventFilter(QObject* watched, QEvent* event)
@@ -256,7 +356,7 @@ bool RegisterWindow::eventFilter(QObject* watched, QEvent* event)
         const bool back = key->key() == Qt::Key_Backtab || (key->modifiers() & Qt::ShiftModifier);
         const qsizetype at = _tabChain.indexOf(static_cast<QWidget*>(watched));
         for (qsizetype i = at + (back ? -1 : 1); at >= 0 && i >= 0 && i < _tabChain.size(); i += back ? -1 : 1)
-            if (_tabChain[i]->isVisible() && _tabChain[i]->isEnabled()) {
+            if (_tabChain[i]->isVisible() && _tabChain[i]->isEnabled() && (_tabChain[i]->focusPolicy() & Qt::TabFocus)) {
                 _tabChain[i]->setFocus(back ? Qt::BacktabFocusReason : Qt::TabFocusReason);
                 return true;
             }
@@ -329,6 +429,9 @@ bool RegisterWindow::enterTransaction()
     const bool noAmount = !amountField
                           || std::none_of(amountField->text().cbegin(), amountField->text().cend(),
                                           [](QChar c) { return c.isDigit(); });
+    // A blank amount stays blank (committing it would show $0.00).
+    if (noAmount && amountField)
+        amountField->setObjectValue(QVariant());
     for (const Group& group : _groups) {
         if (auto* lineEdit = qobject_cast<wq::WQLineEdit*>(group.field); lineEdit && !lineEdit->validateEditing()) {
             lineEdit->setFocus();
@@ -341,14 +444,14 @@ bool RegisterWindow::enterTransaction()
 
     QStringList missing;
     if (!date)
-        missing << QStringLiteral("date");
+        missing << Text::tr("date");
     if (payee.isEmpty())
-        missing << QStringLiteral("payee");
-    // A zero amount records nothing either.
-    if (noAmount || !amount.isValid() || amount.toDouble() == 0)
-        missing << QStringLiteral("amount");
+        missing << Text::tr("payee");
+    // A typed $0.00 is an amount (a note in the register, say); a blank one is not.
+    if (noAmount || !amount.isValid())
+        missing << Text::tr("amount");
     if (!missing.isEmpty()) {
-        showMessage(QStringLiteral("To record a transaction, fill in the %1.").arg(missing.join(QStringLiteral(" and "))));
+        showMessage(Text::tr("To record a transaction, fill in the %1.").arg(missing.join(Text::tr(" and "))));
         return false;
     }
 
@@ -403,10 +506,10 @@ bool RegisterWindow::keepIn(const QString& path)
     if (QMenuBar* bar = findChild<QMenuBar*>()) {
         QMenu* settings = nullptr;
         for (QAction* action : bar->actions())
-            if (action->menu() && action->text().remove(u'&') == QStringLiteral("Settings"))
+            if (action->menu() && action->text() == Text::tr("&Settings"))
                 settings = action->menu();
         if (!settings)
-            settings = bar->addMenu(QStringLiteral("&Settings"));
+            settings = bar->addMenu(Text::tr("&Settings"));
         settings->addSeparator();
         QAction* password = settings->addAction(QStringLiteral("Register &Password\u2026"));
         password->setObjectName(QStringLiteral("registerPassword"));

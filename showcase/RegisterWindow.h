@@ -20,6 +20,7 @@
 
 class QHBoxLayout;
 class QPushButton;
+class QScrollArea;
 
 namespace wq {
 class WQLineEdit;
@@ -50,7 +51,8 @@ public:
     void addOption(const QString& label, QWidget* control);
     // Once every feature has added its fields: tab order in visual order,
     // labels with Alt-letter shortcuts tied to their fields, accessible
-    // names and descriptions, and the window's minimum size.
+    // names and descriptions, the focus on the date, and the window's
+    // minimum size.
     void finishEntryRow();
     // Keeps the register in the file at path between runs; asks for the
     // password of an encrypted one. False when it cannot be written (another
@@ -75,6 +77,9 @@ public:
     static QString shownText(const QWidget* field);
 
 public slots:
+    // Tab in the order the window reads (again after the toolbar or the
+    // panels change).
+    void updateTabOrder();
     // Reads every field and, when all are valid and the date, payee and
     // amount are there, records the transaction in date order, empties the
     // payee and amount and puts the focus back on the date.
@@ -103,6 +108,7 @@ private:
     QTimer _saveSoon;
     QList<QWidget*> _tabChain;
     SidePanels* _sidePanels = nullptr;
+    QScrollArea* _panelsArea = nullptr;
     QWidget* _entryRow = nullptr;
     QHBoxLayout* _entryLayout = nullptr;
     QHBoxLayout* _buttons = nullptr;

@@ -1,4 +1,5 @@
 #include "ShowcaseController.h"
+#include "ShowcaseText.h"
 
 #include "AccountsPanel.h"
 #include "RegisterWindow.h"
@@ -62,12 +63,18 @@ ShowcaseController& ShowcaseController::of(RegisterWindow& window)
 
 ShowcaseController::ShowcaseController(RegisterWindow& window)
     : wq::WQWindowController(window), _register(window),
-      _calculatorEnabled(QSettings().value(kCalculatorKey, false).toBool())
+      _calculatorEnabled(QSettings().value(kCalculatorKey, true).toBool())
 {
     _search = new QLineEdit(&window);
     _search->setObjectName(QStringLiteral("search"));
-    _search->setPlaceholderText(QStringLiteral("Search payees"));
+    _search->setPlaceholderText(Text::tr("Search payees"));
     _search->setClearButtonEnabled(true);
+    _search->setAccessibleName(Text::tr("Search payees"));
+    _search->setToolTip(Text::tr("Show only the transactions of matching payees"));
+    for (QToolButton* clear : _search->findChildren<QToolButton*>()) {
+        clear->setAccessibleName(Text::tr("Clear the search"));
+        clear->setToolTip(Text::tr("Show every transaction again"));
+    }
     _search->resize(180, _search->sizeHint().height());
     _search->hide();
     connect(_search, &QLineEdit::textChanged, this, &ShowcaseController::_filterRegister);
@@ -77,12 +84,14 @@ ShowcaseController::ShowcaseController(RegisterWindow& window)
     _currency->setObjectName(QStringLiteral("currencyMenu"));
     _currency->setPopupMode(QToolButton::InstantPopup);
     _currency->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    _currency->setAccessibleName(Text::tr("Currency"));
+    _currency->setToolTip(Text::tr("The currency amounts are typed in"));
     // The text carries its own arrow.
     _currency->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; width: 0px; }"));
     _currency->hide();
     auto* menu = new QMenu(_currency);
     auto* choices = new QActionGroup(menu);
-    const QStringList names = {QStringLiteral("System currency"), QStringLiteral("Swiss francs")};
+    const QStringList names = {Text::tr("System currency"), Text::tr("Swiss francs")};
     for (int index = 0; index < names.size(); ++index) {
         QAction* choice = menu->addAction(names[index]);
         choice->setCheckable(true);
@@ -108,24 +117,43 @@ ShowcaseController::ShowcaseController(RegisterWindow& window)
 
 std::optional<QVariantMap> ShowcaseController::toolbarDictionary() const
 {
+    // The texts are keys the toolbar looks up in its table, "ToolbarStrings".
     const QVariantMap items{
         {QStringLiteral("NewTransaction"),
-         button("New", "New Transaction", "Record the entry row as a new transaction", "NewTransaction",
-                "newTransaction")},
+         button(QT_TRANSLATE_NOOP("ToolbarStrings", "New"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "New Transaction"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Record the entry row as a new transaction"),
+                "NewTransaction", "newTransaction")},
         {QStringLiteral("DeleteTransaction"),
-         button("Delete", "Delete Transaction", "Delete the selected transactions", "DeleteTransaction",
-                "deleteTransaction")},
+         button(QT_TRANSLATE_NOOP("ToolbarStrings", "Delete"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Delete Transaction"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Delete the selected transactions"),
+                "DeleteTransaction", "deleteTransaction")},
         {QStringLiteral("Calculator"),
-         button("Calculator", "Calculator On/Off", "Open the calculator when an operator is typed in an amount",
+         button(QT_TRANSLATE_NOOP("ToolbarStrings", "Calculator"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Calculator On/Off"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Open the calculator when an operator is typed in an amount"),
                 "Calculator", "toggleCalculator")},
-        {QStringLiteral("Search"), view("Search", "Search Field", "Show only the transactions of matching payees",
-                                        "searchField")},
+        {QStringLiteral("Search"),
+         view(QT_TRANSLATE_NOOP("ToolbarStrings", "Search"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Search Field"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Show only the transactions of matching payees"),
+                "searchField")},
         {QStringLiteral("Currency"),
-         view("Currency", "Currency Menu", "The currency amounts are typed in", "currencyMenu")},
+         view(QT_TRANSLATE_NOOP("ToolbarStrings", "Currency"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Currency Menu"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "The currency amounts are typed in"),
+                "currencyMenu")},
         {QStringLiteral("ExpandAccounts"),
-         button("Expand", "Expand All Accounts", "Show every account", "", "expandAllAccounts")},
+         button(QT_TRANSLATE_NOOP("ToolbarStrings", "Expand"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Expand All Accounts"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Show every account"),
+                "ExpandAccounts", "expandAllAccounts")},
         {QStringLiteral("CollapseAccounts"),
-         button("Collapse", "Collapse All Accounts", "Show the top-level accounts only", "", "collapseAllAccounts")},
+         button(QT_TRANSLATE_NOOP("ToolbarStrings", "Collapse"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Collapse All Accounts"),
+                QT_TRANSLATE_NOOP("ToolbarStrings", "Show the top-level accounts only"),
+                "CollapseAccounts", "collapseAllAccounts")},
     };
     return QVariantMap{
         {wq::kWQToolbarKey_ItemInfoByIdentifier, items},
@@ -185,7 +213,7 @@ void ShowcaseController::newTransaction()
 {
     auto* payee = _register.findChild<wq::WQLineEdit*>(QStringLiteral("payee"));
     if (payee && payee->text().trimmed().isEmpty()) {
-        sheetForBlankTextField(payee, QStringLiteral("Payee"));
+        sheetForBlankTextField(payee, Text::tr("Payee"));
         return;
     }
     _register.enterTransaction();
@@ -233,7 +261,7 @@ void ShowcaseController::showWarningSettings()
     }
     auto* dialog = new QDialog(&_register);
     dialog->setObjectName(QStringLiteral("warningSettings"));
-    dialog->setWindowTitle(QStringLiteral("Warnings"));
+    dialog->setWindowTitle(Text::tr("Warnings"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     auto* layout = new QVBoxLayout(dialog);
     layout->addWidget(new wq::WQWarningSettingsPage(dialog));

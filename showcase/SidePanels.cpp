@@ -1,4 +1,5 @@
 #include "SidePanels.h"
+#include "ShowcaseText.h"
 
 #include <WQGeneral/dragging/WQDragPayload.h>
 #include <WQGeneral/views/WQFocusableScrollView.h>
@@ -6,9 +7,17 @@
 #include <QDropEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QSettings>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace showcase {
+namespace {
+
+const QString kOrderKey = QStringLiteral("Showcase/panelOrder");
+
+} // namespace
 
 SidePanels::SidePanels(QWidget* parent)
     : QWidget(parent)
@@ -29,14 +38,14 @@ SidePanels::~SidePanels()
         p.view->setDelegate(nullptr);
 }
 
-int SidePanels::addPanel(const QString& title, QWidget* content)
+int SidePanels::addPanel(const QString& key, const QString& title, QWidget* content)
 {
     auto* view = new wq::WQDragAndDropView(this);
-    view->setObjectName(title);
+    view->setObjectName(key);
     view->setTag(_nextTag++);
     view->setDelegate(this);
     view->setCanDrag(true);
-    view->setToolTip(QStringLiteral("Drag the title to move the panel"));
+    view->setToolTip(Text::tr("Drag the title to move the panel"));
 
     auto* layout = new QVBoxLayout(view);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -50,6 +59,8 @@ int SidePanels::addPanel(const QString& title, QWidget* content)
     area->setWidget(content);
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Its ring shows where the focus is inside; it is no stop of its own.
+    area->setFocusPolicy(Qt::NoFocus);
     // As tall as what it shows, up to a point; longer content scrolls.
     const int wanted = qMin(content->sizeHint().height(), content->maximumHeight());
     // The area's frame and the band round its viewport.
@@ -58,32 +69,32 @@ int SidePanels::addPanel(const QString& title, QWidget* content)
     layout->addWidget(area);
 
     _layout->insertWidget(int(_panels.size()), view);
-    _panels.append({title, view, area});
+    _panels.append({key, title, view, area});
     show();
     return int(view->tag());
 }
 
 QStringList SidePanels::order() const
 {
-    QStringList titles;
+    QStringList keys;
     for (int i = 0; i < _layout->count(); ++i)
         if (auto* view = qobject_cast<wq::WQDragAndDropView*>(_layout->itemAt(i)->widget()))
-            titles << view->objectName();
-    return titles;
+            keys << view->objectName();
+    return keys;
 }
 
-wq::WQDragAndDropView* SidePanels::panel(const QString& title) const
+wq::WQDragAndDropView* SidePanels::panel(const QString& key) const
 {
     for (const Panel& p : _panels)
-        if (p.title == title)
+        if (p.key == key)
             return p.view;
     return nullptr;
 }
 
-wq::WQFocusableScrollView* SidePanels::scrollArea(const QString& title) const
+wq::WQFocusableScrollView* SidePanels::scrollArea(const QString& key) const
 {
     for (const Panel& p : _panels)
-        if (p.title == title)
+        if (p.key == key)
             return p.area;
     return nullptr;
 }
@@ -155,11 +166,35 @@ void SidePanels::dropEvent(QDropEvent* event)
     // Taking the panel out first moves the places below it up by one.
     if (place > _layout->indexOf(p->view))
         --place;
-    _layout->removeWidget(p->view);
-    _layout->insertWidget(place, p->view);
+    const QString key = p->key;
     event->setDropAction(Qt::MoveAction);
     event->accept();
-    emit panelMoved(p->title, place);
+    moveToPlace(key, place);
+}
+
+void SidePanels::moveToPlace(const QString& key, int place)
+{
+    wq::WQDragAndDropView* view = panel(key);
+    if (!view)
+        return;
+    place = std::clamp(place, 0, int(_panels.size()) - 1);
+    _moveTo(view, place);
+    QSettings().setValue(kOrderKey, order());
+    emit panelMoved(key, place);
+}
+
+void SidePanels::_moveTo(wq::WQDragAndDropView* view, int place)
+{
+    _layout->removeWidget(view);
+    _layout->insertWidget(place, view);
+}
+
+void SidePanels::restoreOrder()
+{
+    int place = 0;
+    for (const QString& key : QSettings().value(kOrderKey).toStringList())
+        if (wq::WQDragAndDropView* view = panel(key))
+            _moveTo(view, place++);
 }
 
 void SidePanels::_showDropPlace(int place)

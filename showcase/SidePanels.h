@@ -28,14 +28,23 @@ public:
 
     static constexpr int kWidth = 270;
 
-    // Adds a panel at the bottom; the column takes content over. The panel
-    // is as tall as content's size hint (or its maximum height if smaller),
-    // up to a limit past which it scrolls. Answers the panel's tag.
-    int addPanel(const QString& title, QWidget* content);
-    // The panels' titles, top to bottom.
+    // Adds a panel at the bottom under a title; key names it for the code
+    // and the settings (the title is translated). The column takes content
+    // over. The panel is as tall as content's size hint (or its maximum
+    // height if smaller), up to a limit past which it scrolls. Answers the
+    // panel's tag.
+    int addPanel(const QString& key, const QString& title, QWidget* content);
+    // The panels' keys, top to bottom.
     QStringList order() const;
-    wq::WQDragAndDropView* panel(const QString& title) const;
-    wq::WQFocusableScrollView* scrollArea(const QString& title) const;
+    // Puts the panels in the order the user last left them (kept in the
+    // settings whenever a panel is moved); panels not named there stay
+    // below in their own order.
+    void restoreOrder();
+    // Moves a panel to a place (0 = top), as a drop there does; the order is
+    // kept.
+    void moveToPlace(const QString& key, int place);
+    wq::WQDragAndDropView* panel(const QString& key) const;
+    wq::WQFocusableScrollView* scrollArea(const QString& key) const;
 
     // The place (0 = top) a drop at y (column coordinates) would give a panel.
     int placeAt(int y) const;
@@ -46,7 +55,7 @@ public:
     std::optional<QString> dragStringForWQDragAndDropView(const wq::WQDragAndDropView& view) override;
 
 signals:
-    void panelMoved(const QString& title, int place);
+    void panelMoved(const QString& key, int place);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -57,11 +66,13 @@ protected:
 
 private:
     struct Panel {
+        QString key;
         QString title;
         wq::WQDragAndDropView* view;
         wq::WQFocusableScrollView* area;
     };
     const Panel* _find(int tag) const;
+    void _moveTo(wq::WQDragAndDropView* view, int place);
     void _showDropPlace(int place);
 
     QVBoxLayout* _layout = nullptr;

@@ -5,6 +5,7 @@
 // that is hidden, keeping its place, while the row is empty.
 
 #include "RegisterWindow.h"
+#include "ShowcaseText.h"
 #include "ShowcaseFeature.h"
 #include "SidePanels.h"
 
@@ -29,6 +30,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QSet>
+#include <QSettings>
 #include <QTextDocument>
 #include <QTimer>
 
@@ -70,14 +72,30 @@ void closePopups()
         popup->close();
 }
 
-const QString kNote = QStringLiteral(
-    "<p>Reconcile against the <a href=\"https://example.com/statements/2026-03\">March statement</a> "
-    "before the 20th.</p><p>The <a href=\"https://example.com/rates\">savings rates</a> changed on the 1st.</p>");
+QString noteText()
+{
+    return Text::tr("<p>Reconcile against the <a href=\"https://example.com/statements/2026-03\">March statement</a> "
+                    "before the 20th.</p><p>The <a href=\"https://example.com/rates\">savings rates</a> changed on "
+                    "the 1st.</p>");
+}
 
-const QString kAbout = QStringLiteral(
-    "<p><b>WQGeneral showcase</b> 0.1: a register window built only from the framework's public API.</p>"
-    "<p>Read the <a href=\"https://example.com/wqgeneral/readme\">guide</a> or "
-    "<a href=\"https://example.com/wqgeneral/issues\">report a problem</a>.</p>");
+QString aboutText()
+{
+    return Text::tr("<p><b>WQGeneral showcase</b> 0.1: a register window built only from the framework's public "
+                    "API.</p><p>Read the <a href=\"https://example.com/wqgeneral/readme\">guide</a> or "
+                    "<a href=\"https://example.com/wqgeneral/issues\">report a problem</a>.</p>");
+}
+
+const QString kBudgetKey = QStringLiteral("Showcase/budget/");
+
+// A hidden cell keeps its place but is no stop for Tab: nothing would show
+// where the focus went.
+template <typename Cell>
+void setCellShown(Cell& cell, bool shown)
+{
+    cell.setCellHidden(!shown);
+    cell.setFocusPolicy(shown ? Qt::StrongFocus : Qt::NoFocus);
+}
 
 class ViewsAndPanels : public ShowcaseFeature {
 public:
@@ -85,18 +103,19 @@ public:
     {
         _window = &window;
         SidePanels& panels = window.sidePanels();
-        panels.addPanel(QStringLiteral("Budget"), _makeBudget());
-        _note = _makeLinkText(kNote);
-        panels.addPanel(QStringLiteral("Note"), _note);
-        _about = _makeLinkText(kAbout);
-        panels.addPanel(QStringLiteral("About"), _about);
+        panels.addPanel(QStringLiteral("Budget"), Text::tr("Budget"), _makeBudget());
+        _note = _makeLinkText(QStringLiteral("Note"), Text::tr("Note"), noteText());
+        panels.addPanel(QStringLiteral("Note"), Text::tr("Note"), _note);
+        _about = _makeLinkText(QStringLiteral("About"), Text::tr("About"), aboutText());
+        panels.addPanel(QStringLiteral("About"), Text::tr("About"), _about);
 
         _buildContextMenu(window);
 
-        _clear = new wq::WQHideableButtonCell(QStringLiteral("Clear"), window.entryRow());
+        _clear = new wq::WQHideableButtonCell(Text::tr("Clear"), window.entryRow());
         _clear->setObjectName(QStringLiteral("clear"));
         _clear->setAutoDefault(false);
-        _clear->setToolTip(QStringLiteral("Empties the entry row"));
+        _clear->setToolTip(Text::tr("Empties the entry row"));
+        setCellShown(*_clear, false);
         window.addButton(_clear);
         QObject::connect(_clear, &QPushButton::clicked, _clear, [this] { _clearRow(); });
         _watchRow();
@@ -184,7 +203,7 @@ public:
 private:
     QWidget* _makeBudget()
     {
-        auto* box = new wq::WQFlippedBox(QStringLiteral("March"));
+        auto* box = new wq::WQFlippedBox(Text::tr("March"));
         auto* form = new QFormLayout(box);
         const auto money = [box](const QString& name) {
             auto* field = new wq::WQLineEdit(wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2), box);
@@ -195,17 +214,41 @@ private:
         _groceries = money(QStringLiteral("groceries budget"));
         _utilities = money(QStringLiteral("utilities budget"));
         _period = new wq::WQHideablePopUpButtonCell(box);
-        _period->addItems({QStringLiteral("every month"), QStringLiteral("every quarter"), QStringLiteral("once")});
-        _period->setToolTip(QStringLiteral("Shown once a budget is typed"));
-        _period->setCellHidden(true);
+        _period->setObjectName(QStringLiteral("budget period"));
+        _period->addItems({Text::tr("every month"), Text::tr("every quarter"), Text::tr("once")});
+        _period->setToolTip(Text::tr("How often the budget repeats; shown once a budget is typed"));
+        setCellShown(*_period, false);
         _total = new QLabel(box);
         _total->setAlignment(Qt::AlignRight);
-        form->addRow(QStringLiteral("Groceries"), _groceries);
-        form->addRow(QStringLiteral("Utilities"), _utilities);
-        form->addRow(QStringLiteral("Repeats"), _period);
-        form->addRow(QStringLiteral("Total"), _total);
-        for (wq::WQLineEdit* field : {_groceries, _utilities})
+        form->addRow(Text::tr("Groceries"), _groceries);
+        form->addRow(Text::tr("Utilities"), _utilities);
+        form->addRow(Text::tr("Repeats"), _period);
+        form->addRow(Text::tr("Total"), _total);
+        // Read row by row, each caption before its field.
+        for (int row = 0; row < form->rowCount(); ++row)
+            for (const QFormLayout::ItemRole role : {QFormLayout::LabelRole, QFormLayout::FieldRole})
+                if (QLayoutItem* item = form->itemAt(row, role); item && item->widget())
+                    item->widget()->raise();
+        _groceries->setToolTip(Text::tr("What March's groceries may cost"));
+        _utilities->setToolTip(Text::tr("What March's power, water and internet may cost"));
+        // The budget is kept between runs.
+        QSettings settings;
+        for (wq::WQLineEdit* field : {_groceries, _utilities}) {
+            const QString key = kBudgetKey + field->objectName();
+            if (const QVariant kept = settings.value(key); kept.isValid())
+                field->setObjectValue(kept.toDouble());
             QObject::connect(field, &wq::WQLineEdit::editedTextChanged, box, [this] { _updateBudget(); });
+            QObject::connect(field, &wq::WQLineEdit::objectValueChanged, box, [key](const QVariant& value) {
+                if (value.isValid())
+                    QSettings().setValue(key, value.toDouble());
+                else
+                    QSettings().remove(key);
+            });
+        }
+        _period->setCurrentIndex(settings.value(kBudgetKey + _period->objectName(), 0).toInt());
+        QObject::connect(_period, &QComboBox::currentIndexChanged, box, [key = kBudgetKey + _period->objectName()](int index) {
+            QSettings().setValue(key, index);
+        });
         _updateBudget();
         return box;
     }
@@ -224,14 +267,18 @@ private:
             if (formatter->getObjectValue(&value, field->text(), &error))
                 total += value.toDouble();
         }
-        _period->setCellHidden(!any);
+        setCellShown(*_period, any);
         _total->setText(formatter->stringForObjectValue(total).value_or(QString()));
     }
 
-    wq::WQURLTextView* _makeLinkText(const QString& html)
+    static wq::WQURLTextView* _makeLinkText(const QString& key, const QString& name, const QString& html)
     {
         auto* text = new wq::WQURLTextView;
+        text->setObjectName(key);
         text->setHtml(html);
+        // A text view reads as a label: its name, then its text.
+        text->setAccessibleName(name);
+        text->setAccessibleDescription(text->toPlainText());
         text->setFrameShape(QFrame::NoFrame);
         // Tall enough for its text at the panels' width, in the font it will
         // have on screen.
@@ -249,10 +296,10 @@ private:
         wq::WQTableView& table = window.table();
         QStandardItemModel& rows = window.rows();
         auto* menu = new QMenu(&table);
-        QAction* remove = menu->addAction(QStringLiteral("Delete"));
-        QAction* duplicate = menu->addAction(QStringLiteral("Duplicate"));
+        QAction* remove = menu->addAction(Text::tr("Delete"));
+        QAction* duplicate = menu->addAction(Text::tr("Duplicate"));
         menu->addSeparator();
-        _markCleared = menu->addAction(QStringLiteral("Mark cleared"));
+        _markCleared = menu->addAction(Text::tr("Mark cleared"));
         table.setMenu(menu);
 
         QObject::connect(remove, &QAction::triggered, &table, [&table, &rows] {
@@ -261,13 +308,24 @@ private:
                 rows.removeRow(*it);
         });
         QObject::connect(duplicate, &QAction::triggered, &table, [&table, &rows] {
-            const QList<int> selected = table.selectedRows();
+            QList<int> selected = table.selectedRows();
+            std::sort(selected.begin(), selected.end());
             for (auto it = selected.rbegin(); it != selected.rend(); ++it) {
                 QList<QStandardItem*> copy;
                 for (int c = 0; c < rows.columnCount(); ++c)
                     copy << (rows.item(*it, c) ? rows.item(*it, c)->clone() : new QStandardItem);
                 rows.insertRow(*it + 1, copy);
             }
+            // The copies are what the user goes on with: each sits below
+            // its original, pushed down by the copies above it.
+            QItemSelection copies;
+            for (qsizetype k = 0; k < selected.size(); ++k) {
+                const int row = selected[k] + int(k) + 1;
+                copies.select(rows.index(row, 0), rows.index(row, rows.columnCount() - 1));
+            }
+            table.selectionModel()->select(copies, QItemSelectionModel::ClearAndSelect);
+            if (!selected.isEmpty())
+                table.selectionModel()->setCurrentIndex(rows.index(selected.first() + 1, 0), QItemSelectionModel::NoUpdate);
         });
         QObject::connect(_markCleared, &QAction::triggered, &table, [&table, &rows] {
             for (int r : table.selectedRows())
@@ -301,7 +359,7 @@ private:
     void _updateClear()
     {
         const QList<wq::WQLineEdit*> fields = _rowFields();
-        _clear->setCellHidden(std::all_of(fields.begin(), fields.end(), [](const wq::WQLineEdit* f) { return f->text().isEmpty(); }));
+        setCellShown(*_clear, std::any_of(fields.begin(), fields.end(), [](const wq::WQLineEdit* f) { return !f->text().isEmpty(); }));
     }
 
     void _clearRow()

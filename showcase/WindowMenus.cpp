@@ -2,6 +2,7 @@
 // the controller; Delete is enabled only with a selection.
 
 #include "RegisterWindow.h"
+#include "ShowcaseText.h"
 #include "ShowcaseController.h"
 #include "ShowcaseFeature.h"
 
@@ -26,30 +27,30 @@ public:
         // A plain window keeps its menu bar in its layout's menu-bar place.
         window.layout()->setMenuBar(bar);
 
-        QMenu* transactions = bar->addMenu(QStringLiteral("&Transactions"));
-        wq::wq_addItemWithTitle(*transactions, QStringLiteral("&New Transaction"), "newTransaction", &controller,
+        QMenu* transactions = bar->addMenu(Text::tr("&Transactions"));
+        wq::wq_addItemWithTitle(*transactions, Text::tr("&New Transaction"), "newTransaction", &controller,
                             QKeySequence(QStringLiteral("Ctrl+N")));
-        wq::wq_addItemWithTitle(*transactions, QStringLiteral("&Delete Transaction"), "deleteTransaction", &controller,
+        wq::wq_addItemWithTitle(*transactions, Text::tr("&Delete Transaction"), "deleteTransaction", &controller,
                             QKeySequence(QStringLiteral("Ctrl+Backspace")));
         transactions->addSeparator();
-        wq::wq_addItemWithTitle(*transactions, QStringLiteral("&Close Window"), "close", &window,
+        wq::wq_addItemWithTitle(*transactions, Text::tr("&Close Window"), "close", &window,
                             QKeySequence(QKeySequence::Close));
 
-        QMenu* view = bar->addMenu(QStringLiteral("&View"));
+        QMenu* view = bar->addMenu(Text::tr("&View"));
         QAction* calculator =
-            wq::wq_addItemWithTitle(*view, QStringLiteral("&Calculator in Amounts"), "toggleCalculator", &controller);
+            wq::wq_addItemWithTitle(*view, Text::tr("&Calculator in Amounts"), "toggleCalculator", &controller);
         calculator->setCheckable(true);
         calculator->setChecked(controller.calculatorEnabled());
         view->addSeparator();
-        QMenu* accounts = view->addMenu(QStringLiteral("&Accounts"));
-        wq::wq_addItemWithTitle(*accounts, QStringLiteral("&Expand All"), "expandAllAccounts", &controller);
-        wq::wq_addItemWithTitle(*accounts, QStringLiteral("&Collapse All"), "collapseAllAccounts", &controller);
+        QMenu* accounts = view->addMenu(Text::tr("&Accounts"));
+        wq::wq_addItemWithTitle(*accounts, Text::tr("&Expand All"), "expandAllAccounts", &controller);
+        wq::wq_addItemWithTitle(*accounts, Text::tr("&Collapse All"), "collapseAllAccounts", &controller);
         view->addSeparator();
-        wq::wq_addItemWithTitle(*view, QStringLiteral("Customize &Toolbar\u2026"), "customizeToolbar", &controller);
+        wq::wq_addItemWithTitle(*view, Text::tr("Customize &Toolbar\u2026"), "customizeToolbar", &controller);
 
-        QMenu* settings = bar->addMenu(QStringLiteral("&Settings"));
-        wq::wq_addItemWithTitle(*settings, QStringLiteral("&Warnings\u2026"), "showWarningSettings", &controller);
-        wq::wq_addItemWithTitle(*settings, QStringLiteral("&Show All Warnings Again"), "showAllWarningsAgain",
+        QMenu* settings = bar->addMenu(Text::tr("&Settings"));
+        wq::wq_addItemWithTitle(*settings, Text::tr("&Warnings\u2026"), "showWarningSettings", &controller);
+        wq::wq_addItemWithTitle(*settings, Text::tr("&Show All Warnings Again"), "showAllWarningsAgain",
                             &controller);
 
         // Found by what it sends, wherever it sits.

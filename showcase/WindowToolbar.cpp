@@ -5,6 +5,7 @@
 #include "RegisterWindow.h"
 #include "ShowcaseController.h"
 #include "ShowcaseFeature.h"
+#include "ShowcaseText.h"
 
 #include <WQGeneral/toolbar/WQToolbar.h>
 #include <WQGeneral/toolbar/WQToolbarCustomizationDialog.h>
@@ -16,6 +17,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
+#include <QToolButton>
 
 namespace showcase {
 namespace {
@@ -24,7 +26,15 @@ class WindowToolbar : public ShowcaseFeature {
 public:
     void build(RegisterWindow& window) override
     {
-        ShowcaseController::of(window).setUpToolbar(QStringLiteral("RegisterToolbar"));
+        wq::WQToolbar* toolbar = ShowcaseController::of(window).setUpToolbar(QStringLiteral("RegisterToolbar"));
+        if (!toolbar)
+            return;
+        toolbar->setAccessibleName(Text::tr("Toolbar"));
+        // The button that shows the items a narrow window has no room for.
+        if (auto* more = toolbar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+            more->setAccessibleName(Text::tr("More toolbar items"));
+            more->setToolTip(Text::tr("The toolbar items the window is too narrow for"));
+        }
     }
 
     QList<TourStep> tourSteps(RegisterWindow& window) override
@@ -42,7 +52,12 @@ public:
             return -1;
         };
         return {
-            {QStringLiteral("toolbar: calculator on"), nullptr,
+            {QStringLiteral("toolbar: calculator off (the check box and the View menu follow)"), nullptr,
+             [toolbar] {
+                 if (wq::WQToolbarItem* item = toolbar->itemWithIdentifier(QStringLiteral("Calculator")))
+                     item->trigger();
+             }},
+            {QStringLiteral("toolbar: calculator on again"), nullptr,
              [toolbar] {
                  if (wq::WQToolbarItem* item = toolbar->itemWithIdentifier(QStringLiteral("Calculator")))
                      item->trigger();

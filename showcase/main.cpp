@@ -9,6 +9,7 @@
 #include "KeyScript.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
+#include "ShowcaseText.h"
 #include "Tour.h"
 
 #include <WQGeneral/platform/WQLocaleChangeRelay.h>
@@ -18,6 +19,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -98,10 +100,14 @@ int main(int argc, char** argv)
         !parser.value(language).startsWith(QStringLiteral("en")))
         std::fprintf(stderr, "wq-showcase: no translation for \"%s\"; the texts stay English\n",
                      qPrintable(parser.value(language)));
-    // The tour silences warnings and customizes the toolbar: in settings of
-    // its own, which start empty and go when it ends.
+    // The showcase's own texts in the same language as the framework's.
+    showcase::installShowcaseTranslations(parser.isSet(language) ? QStringList{parser.value(language)}
+                                                                 : QLocale().uiLanguages());
+    // The tour silences warnings and customizes the toolbar, and both it and
+    // the keys mode start from the defaults: in settings of their own, which
+    // start empty and go when they end.
     QTemporaryDir tourSettings;
-    if (parser.isSet(tour))
+    if (parser.isSet(tour) || parser.isSet(keys))
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, tourSettings.path());
 
     showcase::RegisterWindow window;
@@ -126,7 +132,9 @@ int main(int argc, char** argv)
                       ? parser.value(registerFile)
                       : QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
                             .filePath(QStringLiteral("register.xml")));
-    window.resize(1000, 560);
+    // As large as it was made to be, within the screen it opens on.
+    const QSize room = window.screen() ? window.screen()->availableSize() - QSize(24, 64) : QSize(1000, 560);
+    window.resize(window.minimumSize().expandedTo(QSize(1000, 560).boundedTo(room)));
     window.show();
     return app.exec();
 }

@@ -19,7 +19,9 @@ namespace {
 
 std::atomic<bool> gAutomatic{true};
 
-// The file for the first language that has one; English stops the search.
+// The file for the first language that has one. English, the texts' own
+// language, stops the search: with its catalogue (which words a few texts
+// for this desktop) or with none.
 struct Catalogue {
     QString language;
     QString path;
@@ -31,8 +33,10 @@ Catalogue catalogueFor(const QStringList& uiLanguages)
     for (const QString& entry : uiLanguages) {
         QString language = entry;
         language.replace(u'-', u'_');
-        if (language == u"C" || language == u"en" || language.startsWith(u"en_"))
-            return {};
+        // The C locale's texts are English.
+        if (language == u"C" || language == u"POSIX")
+            language = QStringLiteral("en");
+        const bool english = language == u"en" || language.startsWith(u"en_");
         // de_Latn_DE, then de_Latn, then de.
         for (;;) {
             for (const QString& directory : directories) {
@@ -45,6 +49,8 @@ Catalogue catalogueFor(const QStringList& uiLanguages)
                 break;
             language.truncate(cut);
         }
+        if (english)
+            return {};
     }
     return {};
 }

@@ -5,13 +5,93 @@
 #include <WQGeneral/platform/WQLocalizedText.h>
 
 #include <QCheckBox>
-#include <QGuiApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
+#include <QTimer>
 
 namespace wq {
+
+namespace {
+
+// A message box that behaves as a sheet of its window: no title bar of its
+// own (so nothing to minimise or maximise apart from the window), a frame
+// drawn round it, at the top of the window and moving with it. While it is
+// up the keyboard is the sheet's: a click on the window behind it, which
+// the window manager answers by activating that window, hands the
+// activation straight back.
+class Sheet : public QMessageBox {
+public:
+    explicit Sheet(QWidget& window) : QMessageBox(&window), _window(window)
+    {
+        // (The box's own setWindowModality() sets its flags again.)
+        setWindowModality(Qt::WindowModal);
+        setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+        window.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == &_window && isVisible()) {
+            if (event->type() == QEvent::WindowActivate)
+                // After the window manager is done with the click.
+                QTimer::singleShot(0, this, [this] {
+                    if (isVisible()) {
+                        raise();
+                        activateWindow();
+                    }
+                });
+            else if (event->type() == QEvent::Move || event->type() == QEvent::Resize)
+                _place();
+        }
+        return QMessageBox::eventFilter(watched, event);
+    }
+
+    void showEvent(QShowEvent* event) override
+    {
+        QMessageBox::showEvent(event);
+        _place();
+        // Read in the order the eye takes: the title, the explanation, the
+        // check box, the buttons (the box makes them in another order).
+        for (const char* name : {"qt_msgboxex_icon_label", "qt_msgbox_label", "qt_msgbox_informativelabel"})
+            if (auto* part = findChild<QLabel*>(QLatin1StringView(name), Qt::FindDirectChildrenOnly))
+                part->raise();
+        if (checkBox())
+            checkBox()->raise();
+        if (auto* buttonBox = findChild<QWidget*>(QStringLiteral("qt_msgbox_buttonbox"), Qt::FindDirectChildrenOnly))
+            buttonBox->raise();
+        // The keyboard starts on the default button, as in any alert (the
+        // box would give it to the first control, the check box).
+        if (QPushButton* button = defaultButton())
+            button->setFocus(Qt::ActiveWindowFocusReason);
+        else if (!buttons().isEmpty())
+            buttons().constFirst()->setFocus(Qt::ActiveWindowFocusReason);
+    }
+
+    void paintEvent(QPaintEvent* event) override
+    {
+        QMessageBox::paintEvent(event);
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Dark));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+
+private:
+    // Centred under the top edge of the window's inside.
+    void _place()
+    {
+        const QRect inside(_window.mapToGlobal(QPoint(0, 0)), _window.size());
+        move(inside.center().x() - width() / 2, inside.top());
+    }
+
+    QWidget& _window;
+};
+
+} // namespace
 
 // --- The sheets (their texts are core's, shared with every toolkit) -----------
 
@@ -87,9 +167,9 @@ QMessageBox* WQWindowController::_wq_newSheet(const QString& title, const QStrin
         qWarning("WQGeneral: a window controller without a window cannot show \"%s\"", qUtf8Printable(title));
         return nullptr;
     }
-    auto* sheet = new QMessageBox(_wq_window);
-    sheet->setWindowModality(Qt::WindowModal);
-    sheet->setWindowTitle(QGuiApplication::applicationDisplayName());
+    auto* sheet = new Sheet(*_wq_window->window());
+    // What task lists and screen readers call it.
+    sheet->setWindowTitle(title);
     sheet->setIcon(QMessageBox::Warning);
     // The texts are shown as they are: no markup, no placeholders.
     sheet->setTextFormat(Qt::PlainText);

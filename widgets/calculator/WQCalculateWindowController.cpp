@@ -140,6 +140,8 @@ WQCalculateWindowController::WQCalculateWindowController(WQCalcWindow* window, Q
     _wq_tape.numbers = {initialNumber};
     _wq_tape.operators = {mathOperator};
     window->setAccessibleName(WQStrings::tr("Calculator"));
+    window->setAccessibleDescription(WQStrings::tr("Type a number and an operator for the next; = or Return "
+                                                   "writes the total into the field, Escape leaves the field as it was"));
     connect(window, &WQCalcWindow::resignedKey, this, &WQCalculateWindowController::_wq_resignedKey);
     // A field that goes away takes its calculation with it.
     // (It is only a QObject by now: the guard is cleared before anything

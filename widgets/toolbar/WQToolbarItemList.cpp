@@ -9,6 +9,8 @@
 #include <QMimeData>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace wq {
 
 WQToolbarItemList::WQToolbarItemList(Role role, QWidget* parent) : QListWidget(parent), _wq_role(role)
@@ -16,7 +18,9 @@ WQToolbarItemList::WQToolbarItemList(Role role, QWidget* parent) : QListWidget(p
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setDragEnabled(true);
     setAcceptDrops(true);
-    setDropIndicatorShown(role == Role::Toolbar);
+    // The toolbar list draws its own insertion line (the view's own shows
+    // only over an item, not in the gaps between items where drops land).
+    setDropIndicatorShown(false);
     setDragDropMode(QAbstractItemView::DragDrop);
     setDragDropOverwriteMode(false);
     setDefaultDropAction(Qt::MoveAction);
@@ -116,20 +120,52 @@ void WQToolbarItemList::dragMoveEvent(QDragMoveEvent* event)
     }
     QListWidget::dragMoveEvent(event);
     event->acceptProposedAction();
+    _wq_showInsertion(_wq_role == Role::Toolbar ? _wq_rowAt(event->position().toPoint()) : -1);
+}
+
+void WQToolbarItemList::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    _wq_showInsertion(-1);
+    QListWidget::dragLeaveEvent(event);
+}
+
+void WQToolbarItemList::_wq_showInsertion(int row)
+{
+    if (row == _wq_insertionRow)
+        return;
+    _wq_insertionRow = row;
+    viewport()->update();
+}
+
+void WQToolbarItemList::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (_wq_insertionRow < 0)
+        return;
+    // A line in the gap the dropped items would fill.
+    int y = 0;
+    if (_wq_insertionRow < count())
+        y = visualItemRect(item(_wq_insertionRow)).top() - spacing();
+    else if (count() > 0)
+        y = visualItemRect(item(count() - 1)).bottom() + spacing();
+    QPainter painter(viewport());
+    painter.fillRect(QRect(2, std::max(0, y - 1), viewport()->width() - 4, 2), palette().color(QPalette::Highlight));
 }
 
 int WQToolbarItemList::_wq_rowAt(QPoint position) const
 {
-    const QModelIndex index = indexAt(position);
-    if (!index.isValid())
-        return count();
-    const QRect rect = visualRect(index);
-    return index.row() + (position.y() > rect.center().y() ? 1 : 0);
+    // By height alone: a drop between two items (in the spacing, where no
+    // item is) or beside a short label still lands where it points.
+    for (int row = 0; row < count(); ++row)
+        if (position.y() <= visualItemRect(item(row)).center().y())
+            return row;
+    return count();
 }
 
 void WQToolbarItemList::dropEvent(QDropEvent* event)
 {
     const std::optional<Payload> payload = decode(event->mimeData());
+    _wq_showInsertion(-1);
     stopAutoScroll();
     setState(NoState);
     viewport()->update();

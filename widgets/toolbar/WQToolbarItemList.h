@@ -40,12 +40,16 @@ protected:
     void startDrag(Qt::DropActions supportedActions) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     int _wq_rowAt(QPoint position) const;
+    void _wq_showInsertion(int row);
     Role _wq_role;
+    int _wq_insertionRow = -1;  // where the insertion line is drawn, -1 for none
 };
 
 } // namespace wq

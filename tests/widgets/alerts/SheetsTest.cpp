@@ -1,7 +1,9 @@
 #include "AlertTesting.h"
 #include "DateFormatterTesting.h"
 
+#include <QAccessible>
 #include <QCheckBox>
+#include <QWindow>
 #include <QLabel>
 #include <QPushButton>
 #include <QTranslator>
@@ -15,12 +17,20 @@ namespace {
 
 using Sheets = AlertTest;
 
-const QString kDateMessage = QStringLiteral(
+// The date sheet's text is its key; the English catalogue words it for this
+// desktop, and that is what an English user reads.
+const QString kDateKey = QStringLiteral(
     "The Date text field accepts any of the digits \"0\" through \"9\" and the separator \"/\".  You can also use the "
     "\"+\" and \"=\" keys to increment the day; \"-\" key to decrement the day; \"option +\" and \"option =\" to "
     "increment the month; \"option -\" to decrement the month; \"t\" sets the date to today.\n\nThe date must be "
     "entered as a day, month, and year.  The order of the three values depends on your Short Date settings in the "
     "International pane of System Preferences.");
+const QString kDateMessage = QStringLiteral(
+    "The Date text field accepts any of the digits \"0\" through \"9\" and the separator \"/\".  You can also use the "
+    "\"+\" and \"=\" keys to increment the day; \"-\" key to decrement the day; \"Alt +\" and \"Alt =\" to "
+    "increment the month; \"Alt -\" to decrement the month; \"t\" sets the date to today.\n\nThe date must be "
+    "entered as a day, month, and year.  The order of the three values depends on the short date format in your "
+    "desktop's regional settings.");
 
 TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAndAnswersNo)
 {
@@ -175,6 +185,55 @@ TEST_F(Sheets, OneSheetShowsAtATimeAndTheNextFollows)
     EXPECT_EQ(second->text(), u"Second");
 }
 
+// Keys go where the keyboard sends them: to the window that has the focus.
+void pressKey(Qt::Key key)
+{
+    QWindow* focus = QGuiApplication::focusWindow();
+    ASSERT_NE(focus, nullptr);
+    QTest::keyClick(focus, key);
+}
+
+TEST_F(Sheets, KeepTheKeyboardWhenTheWindowBehindIsClicked)
+{
+    controller->sheetForIntegerTextFieldValidationFailure(field, QStringLiteral("Payments"), "Digits only");
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(box));
+    // A sheet: no title bar of its own to minimise or maximise it by, at
+    // the top of its window, named by what it says.
+    EXPECT_TRUE(box->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(box->geometry().top(), window.geometry().top());
+    EXPECT_EQ(box->windowTitle(), u"Digits only");
+
+    // A click on the window behind: the window manager activates it.
+    QTest::mouseClick(field, Qt::LeftButton);
+    window.activateWindow();
+    spinFor(200);
+    ASSERT_EQ(QGuiApplication::focusWindow(), box->windowHandle());
+
+    // A screen reader reads it as the eye does: title, message, check box, OK.
+    QStringList read;
+    QAccessibleInterface* alert = QAccessible::queryAccessibleInterface(box);
+    for (int i = 0; i < alert->childCount(); ++i) {
+        QAccessibleInterface* part = alert->child(i);
+        for (int j = 0; part->role() == QAccessible::Grouping && j < part->childCount(); ++j)
+            read << part->child(j)->text(QAccessible::Name);
+        if (part->role() != QAccessible::Grouping && !part->text(QAccessible::Name).isEmpty())
+            read << part->text(QAccessible::Name);
+    }
+    EXPECT_EQ(read, QStringList({u"Digits only"_qs, box->informativeText(), u"Don't show again"_qs, u"OK"_qs}));
+
+    // The keyboard starts on OK; Tab goes round the sheet's own controls.
+    EXPECT_EQ(QApplication::focusWidget(), box->buttons().value(0));
+    pressKey(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), box->checkBox());
+    pressKey(Qt::Key_Space);
+    EXPECT_TRUE(box->checkBox()->isChecked());
+    pressKey(Qt::Key_Return);
+    ASSERT_TRUE(spinUntil([&] { return !controller->attachedSheet(); }));
+    EXPECT_TRUE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning));
+}
+
 // German for some of the texts; the others stay English.
 class GermanTexts : public QTranslator {
 public:
@@ -215,9 +274,25 @@ TEST_F(Sheets, TextsGoThroughTheApplicationsTranslations)
     QCoreApplication::removeTranslator(&german);
 }
 
-// The framework's own German catalogue, with a real refusal as the title.
-TEST_F(Sheets, ShowGermanWithTheGermanCatalogue)
+// The framework's own catalogues: German, with a real refusal as the title;
+// English, which an English user gets by default; none, and the keys show.
+TEST_F(Sheets, ShowTheShippedCatalogues)
 {
+    const auto dateMessage = [this] {
+        controller->sheetForDateField(nullptr, QString(), QStringLiteral("Date"), QStringLiteral("/"), "Bad");
+        QMessageBox* box = sheet();
+        const QString message = box ? box->informativeText() : QString();
+        if (box)
+            click(box, box->buttons().first()->text());
+        return message;
+    };
+    for (const char* english : {"en-US", "en-GB", "C"}) {
+        ASSERT_EQ(WQLoadTranslations({QString::fromLatin1(english)}), u"en");
+        EXPECT_EQ(dateMessage(), kDateMessage) << english;
+    }
+    ASSERT_EQ(WQLoadTranslations({QStringLiteral("fr-FR")}), u"");
+    EXPECT_EQ(dateMessage(), kDateKey);
+
     ScopedLocale locale(QStringLiteral("de_DE"));
     ASSERT_EQ(WQLoadTranslations({QStringLiteral("de-DE")}), u"de");
     QString refusal;
@@ -247,6 +322,7 @@ TEST_F(Sheets, ShowGermanWithTheGermanCatalogue)
     EXPECT_EQ(buttonTexts(*box), QStringList({"Abbrechen", "Bearbeiten"}));
     click(box, QStringLiteral("Abbrechen"));
     WQLoadTranslations({QStringLiteral("en")});
+    EXPECT_EQ(dateMessage(), kDateMessage);
 }
 
 } // namespace

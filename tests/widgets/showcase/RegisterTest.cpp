@@ -6,16 +6,31 @@
 #include "RegisterStore.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
+#include "ShowcaseText.h"
+#include "SidePanels.h"
 
 #include "WQTestSupport.h"
 
+#include <WQGeneral/calculator/WQCalcWindow.h>
 #include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/menus/WQMenuExtensions.h>
+#include <WQGeneral/toolbar/WQToolbar.h>
+#include <WQGeneral/toolbar/WQToolbarItem.h>
 
+#include <QAbstractScrollArea>
 #include <QAccessible>
 #include <QApplication>
+#include <QHeaderView>
+#include <QCheckBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QGuiApplication>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -31,7 +46,12 @@ namespace {
 
 class Register : public ::testing::Test {
 protected:
-    void SetUp() override { open(); }
+    void SetUp() override
+    {
+        // Each test starts as a first start does.
+        QSettings().remove(u"Showcase"_qs);
+        open();
+    }
 
     void open(const QString& file = QString())
     {
@@ -130,24 +150,51 @@ TEST_F(Register, BalanceRunsDownTheRowsAndNegativesShowInTheNegativeColour)
     EXPECT_EQ(window->rows().index(0, RegisterBook::BalanceColumn).data(Qt::ForegroundRole).value<QColor>(), negative);
 }
 
-TEST_F(Register, TabFollowsTheEntryRowAndEveryFieldHasALabelNameAndDescription)
+// Tab from the focused widget, as the keyboard sends it, until it comes back
+// where it started: the names of the stops, each checked to be one a user
+// can see and a screen reader can name.
+QStringList tabRound(int limit = 60)
 {
-    field("date")->setFocus();
     QStringList names;
-    for (int i = 0; i < 7; ++i) {
-        QWidget* focus = QApplication::focusWidget();
-        ASSERT_NE(focus, nullptr);
+    QWidget* start = QApplication::focusWidget();
+    for (QWidget* focus = start; focus && names.size() < limit;) {
         QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(focus);
-        ASSERT_NE(accessible, nullptr);
-        names << accessible->text(QAccessible::Name);
-        EXPECT_FALSE(accessible->text(QAccessible::Description).isEmpty()) << names.back().toStdString();
-        QTest::keyClick(focus, Qt::Key_Tab);
+        const QString name = accessible ? accessible->text(QAccessible::Name) : QString();
+        names << name;
+        EXPECT_TRUE(focus->isVisible() && accessible && !accessible->state().invisible)
+            << "an invisible stop after " << names.join(u", ").toStdString();
+        EXPECT_FALSE(name.isEmpty() || accessible->text(QAccessible::Description).isEmpty())
+            << focus->metaObject()->className() << " after " << names.join(u", ").toStdString();
+        QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_Tab);
+        focus = QApplication::focusWidget();
+        if (focus == start)
+            break;
     }
-    // Clear stands before Enter while the row has something to clear.
-    QStringList expected = {u"Date"_qs, u"Cleared on"_qs, u"Payee"_qs, u"Amount"_qs, u"Payments"_qs, u"Rate %"_qs};
-    const QWidget* clear = window->findChild<QWidget*>(u"clear"_qs);
-    expected << (clear && clear->isVisible() ? u"Clear"_qs : u"Enter"_qs);
-    EXPECT_EQ(names, expected);
+    return names;
+}
+
+TEST_F(Register, TabGoesRoundTheWindowAsItReadsAndStopsOnlyWhereSomethingShows)
+{
+    // The window opens on the date, ready for a new transaction.
+    EXPECT_EQ(QApplication::focusWidget(), field("date"));
+    // The register is one stop, the hidden Clear and budget period none; a
+    // text with links stops at it and at each link. (A pop-up's name is its
+    // choice; its caption is its label.)
+    const QStringList entryRow = {u"Date"_qs, u"Cleared on"_qs, u"Payee"_qs, u"Amount"_qs, u"Payments"_qs, u"Rate %"_qs};
+    const QStringList rest = {u"Currency"_qs,     u"Search payees"_qs, u"Calculator"_qs, u"Typing"_qs,
+                              u"System settings"_qs, u"Register"_qs,  u"Expand All"_qs, u"Collapse All"_qs,
+                              u"Accounts"_qs,     u"Groceries"_qs,     u"Utilities"_qs,  u"Note"_qs,
+                              u"Note"_qs,         u"Note"_qs,          u"About"_qs,      u"About"_qs,
+                              u"About"_qs};
+    EXPECT_EQ(tabRound(), entryRow + QStringList({u"Enter"_qs}) + rest);
+
+    // Clear stands before Enter while the row has something to clear; a
+    // panel moved up is reached sooner.
+    type("payee", u"Bakery"_qs);
+    window->sidePanels().moveToPlace(u"About"_qs, 0);
+    field("date")->setFocus();
+    QStringList moved = rest.mid(0, 6) + rest.mid(14) + rest.mid(6, 8);
+    EXPECT_EQ(tabRound(), entryRow + QStringList({u"Clear"_qs, u"Enter"_qs}) + moved);
 
     // Each caption answers to its own Alt-letter and leads to its field.
     QSet<QChar> letters;
@@ -163,21 +210,218 @@ TEST_F(Register, TabFollowsTheEntryRowAndEveryFieldHasALabelNameAndDescription)
     EXPECT_EQ(QApplication::focusWidget(), field("amount"));
 }
 
-TEST_F(Register, NothingIsClippedAtTheMinimumSize)
+// Widgets a layout squeezed below what they need, or pushed out of their
+// parent (what a scroll area holds scrolls and is left out, and composite
+// widgets place their own parts).
+QStringList clipped(QWidget& window)
+{
+    QStringList found;
+    for (QWidget* w : window.findChildren<QWidget*>()) {
+        if (!w->isVisibleTo(&window) || w->isWindow() || !w->parentWidget() || !w->parentWidget()->layout())
+            continue;
+        bool scrolled = false;
+        for (QWidget* up = w->parentWidget(); up && up != &window; up = up->parentWidget())
+            scrolled = scrolled || qobject_cast<QAbstractScrollArea*>(up);
+        if (scrolled)
+            continue;
+        const QSize needed = w->minimumSizeHint();
+        const bool squeezed = needed.isValid() && w->sizePolicy().horizontalPolicy() != QSizePolicy::Ignored
+                              && (w->width() < needed.width() || w->height() < needed.height());
+        if (squeezed || !w->parentWidget()->rect().contains(w->geometry()))
+            found << QStringLiteral("%1 '%2' %3x%4").arg(w->metaObject()->className(), w->objectName())
+                         .arg(w->width()).arg(w->height());
+    }
+    return found;
+}
+
+TEST_F(Register, FitsALaptopScreenWithNothingClipped)
 {
     type("payee", u"City Power & Light"_qs);
     type("amount", u"1234567.89"_qs);
     type("payments", u"1234567890"_qs);
     type("rate", u"100.25"_qs);
-    window->resize(window->minimumSize());
-    QApplication::processEvents();
-    EXPECT_LE(window->width(), 1000);
-    for (const char* name : {"date", "payee", "amount", "payments", "rate"}) {
-        const wq::WQLineEdit* f = field(name);
-        // The frame and the text margins take about 6 points.
-        EXPECT_LE(f->fontMetrics().horizontalAdvance(f->text()) + 6, f->width())
-            << name << " \"" << f->text().toStdString() << "\" in " << f->width();
+    // 1024 x 600, less a title bar; and the smallest the window goes.
+    for (const QSize size : {QSize(1024, 560), window->minimumSize()}) {
+        SCOPED_TRACE(size.height());
+        ASSERT_LE(window->minimumWidth(), size.width());
+        ASSERT_LE(window->minimumHeight(), size.height());
+        window->resize(size);
+        QApplication::processEvents();
+        EXPECT_EQ(clipped(*window), QStringList());
+        for (const char* name : {"date", "payee", "amount", "payments", "rate"}) {
+            const wq::WQLineEdit* f = field(name);
+            // The frame and the text margins take about 6 points.
+            EXPECT_LE(f->fontMetrics().horizontalAdvance(f->text()) + 6, f->width())
+                << name << " \"" << f->text().toStdString() << "\" in " << f->width();
+        }
     }
+}
+
+TEST_F(Register, TheCalculatorSwitchIsOneStateShownAlikeEverywhereAndKept)
+{
+    auto* box = window->findChild<QCheckBox*>(u"calculate"_qs);
+    const auto menuItems = wq::itemsWithAction(*window->findChild<QMenuBar*>(), "toggleCalculator", true);
+    QAction* menuItem = menuItems ? menuItems->value(0) : nullptr;
+    wq::WQToolbar* toolbar = window->findChild<wq::WQToolbar*>();
+    ASSERT_TRUE(box && menuItem && toolbar);
+    QWidget* toolButton = toolbar->widgetForAction(toolbar->itemWithIdentifier(u"Calculator"_qs));
+    ASSERT_NE(toolButton, nullptr);
+    const auto shown = [&] {
+        return QList<bool>{box->isChecked(), menuItem->isChecked(),
+                           toolbar->itemWithIdentifier(u"Calculator"_qs)->isChecked()};
+    };
+    // Whether "-" after a number opens the calculator (or flips the sign).
+    const auto calculates = [&] {
+        type("amount", u"2-"_qs);
+        const bool open = wq::test::spinUntil([] {
+            for (QWidget* top : QApplication::topLevelWidgets())
+                if (qobject_cast<wq::WQCalcWindow*>(top) && top->isVisible())
+                    return true;
+            return false;
+        }, 300);
+        if (open)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        return open;
+    };
+
+    EXPECT_EQ(shown(), QList<bool>({true, true, true}));
+    EXPECT_TRUE(calculates());
+    // Off from the toolbar, on from the check box, off from the menu.
+    QTest::mouseClick(toolButton, Qt::LeftButton);
+    EXPECT_EQ(shown(), QList<bool>({false, false, false}));
+    EXPECT_FALSE(calculates());
+    QTest::mouseClick(box, Qt::LeftButton);
+    EXPECT_EQ(shown(), QList<bool>({true, true, true}));
+    EXPECT_TRUE(calculates());
+    menuItem->trigger();
+    EXPECT_EQ(shown(), QList<bool>({false, false, false}));
+
+    // Kept for the next start.
+    close();
+    open();
+    box = window->findChild<QCheckBox*>(u"calculate"_qs);
+    EXPECT_FALSE(box->isChecked());
+    EXPECT_FALSE(calculates());
+    QTest::mouseClick(box, Qt::LeftButton);
+}
+
+// Every control under an accessible node, depth first, as a screen reader
+// walks it: "role name" for each, and the controls without a name.
+void walkAccessible(QAccessibleInterface* node, QStringList& order, QStringList& unnamed)
+{
+    if (!node || node->state().invisible)
+        return;
+    static const QSet<QAccessible::Role> controls = {
+        QAccessible::PushButton, QAccessible::CheckBox,  QAccessible::RadioButton, QAccessible::ComboBox,
+        QAccessible::EditableText, QAccessible::SpinBox, QAccessible::Slider,      QAccessible::List,
+        QAccessible::Tree,       QAccessible::Table,     QAccessible::ButtonMenu,  QAccessible::ButtonDropDown,
+        QAccessible::MenuItem,   QAccessible::Link,      QAccessible::Graphic,     QAccessible::Document};
+    const QString name = node->text(QAccessible::Name);
+    const QAccessible::Role role = node->role();
+    if (controls.contains(role) || role == QAccessible::StaticText || role == QAccessible::Grouping) {
+        order << QStringLiteral("%1 %2").arg(int(role)).arg(name);
+        if (controls.contains(role) && name.trimmed().isEmpty())
+            unnamed << QStringLiteral("role %1 (%2) in %3")
+                           .arg(int(role))
+                           .arg(node->object() ? node->object()->metaObject()->className() : "")
+                           .arg(node->parent() ? node->parent()->text(QAccessible::Name) : QString());
+    }
+    // Rows and cells of views are their data; the view's own name counts.
+    if (role == QAccessible::Table || role == QAccessible::Tree || role == QAccessible::List)
+        return;
+    for (int i = 0; i < node->childCount(); ++i)
+        walkAccessible(node->child(i), order, unnamed);
+}
+
+TEST_F(Register, EveryControlHasANameAndIsReadInOrder)
+{
+    QStringList order;
+    QStringList unnamed;
+    walkAccessible(QAccessible::queryAccessibleInterface(window.get()), order, unnamed);
+    EXPECT_EQ(unnamed, QStringList());
+    // The window reads top to bottom, left to right.
+    qsizetype last = -1;
+    for (const QString& name : {u"Transactions"_qs, u"New"_qs, u"Calculator:"_qs, u"Register"_qs, u"Accounts"_qs,
+                                u"Note"_qs, u"Date"_qs, u"Rate %"_qs, u"Enter"_qs}) {
+        const qsizetype at = order.indexOf(QRegularExpression(u"^\\d+ "_qs + QRegularExpression::escape(name) + u'$'));
+        EXPECT_GT(at, last) << name.toStdString() << " in\n" << order.join(u'\n').toStdString();
+        last = at;
+    }
+
+    // The calculator's tape: each number and the operator before the next,
+    // the number being typed, the total.
+    type("amount", u"2+"_qs);
+    QWidget* calculator = nullptr;
+    ASSERT_TRUE(wq::test::spinUntil([&] {
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (qobject_cast<wq::WQCalcWindow*>(top) && top->isVisible())
+                calculator = top;
+        return calculator != nullptr;
+    }));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_3);
+    QAccessibleInterface* tape = QAccessible::queryAccessibleInterface(calculator);
+    EXPECT_EQ(tape->text(QAccessible::Name), u"Calculator");
+    EXPECT_FALSE(tape->text(QAccessible::Description).isEmpty());
+    QStringList read;
+    for (int i = 0; i < tape->childCount(); ++i)
+        if (QAccessibleInterface* row = tape->child(i); row->role() == QAccessible::EditableText)
+            read << row->text(QAccessible::Name) + u": "_qs + row->text(QAccessible::Value);
+    EXPECT_EQ(read, QStringList({u"Number 1: $2.00"_qs, u"Operator +: +"_qs, u"Next number: $3"_qs, u"Total: $5.00"_qs}));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+}
+
+TEST_F(Register, TheRowMenuActsOnWhatTheUserSees)
+{
+    wq::WQTableView& table = window->table();
+    const auto choose = [&table](const QString& text) {
+        for (QAction* item : table.findChild<QMenu*>()->actions())
+            if (item->text() == text)
+                item->trigger();
+        QApplication::processEvents();
+    };
+    // A row marked cleared gains a check box; its date (the longest) still
+    // shows whole.
+    table.selectRow(3);
+    choose(u"Mark cleared"_qs);
+    EXPECT_GE(table.horizontalHeader()->sectionSize(RegisterBook::DateColumn),
+              static_cast<QAbstractItemView&>(table).sizeHintForColumn(RegisterBook::DateColumn));
+    // Duplicate leaves the copies selected, each below its original.
+    table.selectionModel()->select(QItemSelection(window->rows().index(1, 0), window->rows().index(2, 3)),
+                                   QItemSelectionModel::ClearAndSelect);
+    choose(u"Duplicate"_qs);
+    EXPECT_EQ(table.selectedRows(), QList<int>({2, 4}));
+    EXPECT_EQ(cell(4, RegisterBook::PayeeColumn), cell(3, RegisterBook::PayeeColumn));
+    // A typed zero is an amount.
+    const int rows = window->rows().rowCount();
+    record(u"3/20/26"_qs, u"Note to self"_qs, u"0"_qs);
+    ASSERT_EQ(window->rows().rowCount(), rows + 1);
+    EXPECT_EQ(cell(rows, RegisterBook::AmountColumn), u"$0.00");
+}
+
+TEST_F(Register, ThePanelsOrderAndTheBudgetAreKeptForTheNextStart)
+{
+    window->sidePanels().moveToPlace(u"Budget"_qs, 0);
+    type("groceries budget", u"400"_qs);
+    QTest::keyClick(field("groceries budget"), Qt::Key_Tab);
+    close();
+    open();
+    EXPECT_EQ(window->sidePanels().order().value(0), u"Budget");
+    EXPECT_EQ(field("groceries budget")->text(), u"$400.00");
+}
+
+TEST_F(Register, SpeaksGermanToAGermanUser)
+{
+    close();
+    ASSERT_EQ(installShowcaseTranslations({u"de-DE"_qs}), u"de");
+    open();
+    EXPECT_EQ(window->findChild<QMenuBar*>()->actions().value(0)->text(), u"&Buchungen");
+    EXPECT_EQ(window->findChild<wq::WQToolbar*>()->itemWithIdentifier(u"NewTransaction"_qs)->label(), u"Neu");
+    EXPECT_EQ(window->rows().headerData(RegisterBook::AmountColumn, Qt::Horizontal).toString(), u"Betrag");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(field("payee"))->text(QAccessible::Name), u"Empfänger");
+    close();
+    EXPECT_EQ(installShowcaseTranslations({u"en-US"_qs}), u"");
+    open();
+    EXPECT_EQ(window->findChild<QMenuBar*>()->actions().value(0)->text(), u"&Transactions");
 }
 
 TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)

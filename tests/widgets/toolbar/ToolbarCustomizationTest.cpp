@@ -33,8 +33,9 @@ void clickRow(QListWidget& list, int row, Qt::KeyboardModifiers modifiers = {})
     QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, rect.center());
 }
 
-// Drops what a drag from one of the lists carries onto a list, near the top
-// of a row (or below the last one).
+// Drops what a drag from one of the lists carries onto a list, where a user
+// aims: in the gap above a row (or below the last one), right of its label.
+// On the way, the toolbar list shows an insertion line in that gap.
 void drop(QListWidget& target, bool fromPalette, const QList<int>& rows, const QStringList& identifiers, int atRow)
 {
     QByteArray bytes;
@@ -42,12 +43,16 @@ void drop(QListWidget& target, bool fromPalette, const QList<int>& rows, const Q
     out << (fromPalette ? 0 : 1) << rows << identifiers;
     QMimeData data;
     data.setData(WQToolbarCustomizationDialog::kItemMimeType, bytes);
-    const QPoint at = atRow < target.count() ? target.visualItemRect(target.item(atRow)).topLeft() + QPoint(8, 3)
-                                             : QPoint(8, target.viewport()->height() - 3);
+    const int gap = atRow < target.count() ? target.visualItemRect(target.item(atRow)).top() - 1
+                                           : target.visualItemRect(target.item(target.count() - 1)).bottom() + 1;
+    const QPoint at(target.viewport()->width() - 6, gap);
     QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(target.viewport(), &enter);
     QDragMoveEvent move(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(target.viewport(), &move);
+    if (target.objectName() == u"toolbarItems")
+        EXPECT_EQ(target.viewport()->grab().toImage().pixelColor(target.viewport()->width() / 2, gap),
+                  target.palette().color(QPalette::Highlight));
     QDropEvent dropped(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(target.viewport(), &dropped);
     EXPECT_TRUE(dropped.isAccepted());
