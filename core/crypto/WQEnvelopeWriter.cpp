@@ -5,6 +5,8 @@
 #include "WQEnvelopeFormat.h"
 #include "WQLargeBuffers.h"
 #include "WQTextBytes.h"
+#include "WQXmlScanner.h"
+#include "detail/WQBase64Raw.h"
 
 #include <openssl/crypto.h>
 
@@ -85,7 +87,11 @@ public:
         std::copy(ascii.begin(), ascii.end(), _wq_at);
         _wq_at += ascii.size();
     }
-    void putBase64(QByteArrayView data) { put(base64EncodedBytes(data)); }
+    void putBase64(QByteArrayView data)
+    {
+        _wq_base64Encode(reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), _wq_at);
+        _wq_at += base64Length(data.size());
+    }
     Char* position() const { return _wq_at; }
 
 private:
@@ -180,6 +186,8 @@ Result classicEnvelope(QByteArrayView document, const std::uint8_t* key, QByteAr
 template <typename Result>
 Result passwordEnvelope(QByteArrayView document, const QString& password)
 {
+    if (!xml_isWellFormedDocumentUTF8(document))
+        return Result();
     const std::uint8_t saltLength = std::uint8_t(std::uint8_t(randomDataOfLength(1).at(0)) % 9 + 8);
     const QByteArray salt = randomDataOfLength(saltLength);
     const QByteArray iv = randomDataOfLength(16);
@@ -225,6 +233,11 @@ Result authenticatedEnvelope(QByteArrayView document, const QString& password, s
 
 } // namespace
 
+bool xml_isWellFormedDocumentUTF8(QByteArrayView document)
+{
+    return xml::isWellFormedDocument(document);
+}
+
 QString xml_encryptDocumentWithPassword(const QString& document, const QString& password)
 {
     return passwordEnvelope<QString>(_wq_toUTF8(document), password);
@@ -237,9 +250,12 @@ QByteArray xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QS
 
 QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, QByteArrayView salt, QByteArrayView iv)
 {
+    const QByteArray utf8 = _wq_toUTF8(document);
+    if (!xml_isWellFormedDocumentUTF8(utf8))
+        return QString();
     const WQAESKey aesKey(key);
     // The key variant writes nothing in place of a failed encryption.
-    return classicEnvelope<QString>(_wq_toUTF8(document), aesKey.isValid() ? aesKey.data() : nullptr, salt, iv, "");
+    return classicEnvelope<QString>(utf8, aesKey.isValid() ? aesKey.data() : nullptr, salt, iv, "");
 }
 
 QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, const QString& password,

@@ -89,6 +89,14 @@ int runEncrypt(const QStringList& list)
         err(QStringLiteral("%1 is not UTF-8 text").arg(paths[0]));
         return kExitUsage;
     }
+    // Its reader opens a classic envelope only to a well-formed document:
+    // anything else would be sealed for good.
+    if (classic && !wq::xml_isWellFormedDocumentUTF8(*document)) {
+        err(QStringLiteral("%1 is not a well-formed XML document, and the classic envelope takes nothing else "
+                           "(it could never be opened); the authenticated envelope, the default, takes any text")
+                .arg(paths[0]));
+        return kExitUsage;
+    }
     // An output that cannot be made is found before the password is asked for.
     Output output;
     if (!output.open(paths[1]))
@@ -193,7 +201,8 @@ const Registrar encryptRegistrar{
                    "all. By default the envelope is authenticated (AES-128-GCM, PBKDF2-HMAC-SHA256\n"
                    "with --iterations N, default and least %1): any change to it is found when it\n"
                    "is opened. --classic writes the classic envelope (AES-128-CBC, a fixed 1000\n"
-                   "iterations of PBKDF2-HMAC-SHA1) for older readers; it is weak.\n"
+                   "iterations of PBKDF2-HMAC-SHA1) for older readers; it is weak, and it takes\n"
+                   "only a well-formed XML document (its reader opens nothing else).\n"
                    "--insecure allows an empty password and fewer iterations.\n"
                    "\n").arg(kRecommendedIterations) + kPasswordHelp,
     &runEncrypt};
