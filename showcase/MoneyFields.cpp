@@ -8,6 +8,7 @@
 
 #include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/numbers/WQDecimalFormatter.h>
 #include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
@@ -20,15 +21,6 @@
 
 namespace showcase {
 namespace {
-
-// The document's currency settings and typing mode.
-class Document : public wq::WQMoneyFormatterDelegate {
-public:
-    std::optional<QVariantMap> currencySymbolDict() const override { return currency; }
-    bool user_input_like_ATM() const override { return atm; }
-    std::optional<QVariantMap> currency;
-    bool atm = false;
-};
 
 QVariantMap swissFrancs()
 {
@@ -52,18 +44,13 @@ void waitForSettings()
 
 class MoneyFields : public ShowcaseFeature {
 public:
-    ~MoneyFields() override
-    {
-        // The document closes: its formatters leave the registry.
-        wq::WQNotificationCenter::defaultCenter().postNotificationName(wq::kWQNotification_DelegateRemoved,
-                                                                      &_document);
-    }
-
     void build(RegisterWindow& window) override
     {
+        // The register is the document: it owns the currency (kept in its
+        // file) and the typing mode.
+        wq::WQMoneyFormatterOwner* document = &window.document();
         // A calculating field: + - * / open the calculator, = finishes it.
-        _amount = new wq::WQLineEdit(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, true),
-                                     window.entryRow());
+        _amount = new wq::WQLineEdit(document->moneyFormatter(2, true), window.entryRow());
         _amount->setObjectName(QStringLiteral("amount"));
         _amount->setToolTip(QStringLiteral("+ - * / open the calculator and = finishes it (without the calculator "
                                            "\"-\" flips the sign); in ATM typing digits enter from the right"));
@@ -76,24 +63,29 @@ public:
         _calculate = new QCheckBox(QStringLiteral("On"), window.entryRow());
         _calculate->setObjectName(QStringLiteral("calculate"));
         _calculate->setChecked(true);
-        QObject::connect(_calculate, &QCheckBox::toggled, _calculate, [this](bool on) {
+        QObject::connect(_calculate, &QCheckBox::toggled, _calculate, [this, document](bool on) {
             _amount->validateEditing();
-            _amount->setFormatter(wq::WQMoneyFormatter::moneyFormatterForDelegate(&_document, 2, on));
+            _amount->setFormatter(document->moneyFormatter(2, on));
         });
         window.addOption(QStringLiteral("Calculator"), _calculate);
 
         _atm = new QCheckBox(QStringLiteral("ATM typing"), window.entryRow());
         _atm->setObjectName(QStringLiteral("atm"));
-        QObject::connect(_atm, &QCheckBox::toggled, _atm, [this](bool on) { _document.atm = on; });
+        QObject::connect(_atm, &QCheckBox::toggled, _atm, [document](bool on) { document->setUserInputLikeATM(on); });
         window.addOption(QStringLiteral("Typing"), _atm);
 
         _currency = new QComboBox(window.entryRow());
         _currency->setObjectName(QStringLiteral("currency"));
         _currency->addItems({QStringLiteral("System settings"), QStringLiteral("Swiss francs (CHF 1'234.50)")});
-        QObject::connect(_currency, &QComboBox::currentIndexChanged, _currency, [this](int index) {
-            _document.currency = index == 1 ? std::optional<QVariantMap>(swissFrancs()) : std::nullopt;
-            wq::WQNotificationCenter::defaultCenter().postNotificationName(wq::kWQNotification_CurrencyChanged,
-                                                                          &_document);
+        QObject::connect(_currency, &QComboBox::currentIndexChanged, _currency, [this, &window](int index) {
+            if (!_following)
+                window.setCurrency(index == 1 ? std::optional<QVariantMap>(swissFrancs()) : std::nullopt);
+        });
+        // The register's own currency, as its file gave it: shown, not chosen again.
+        QObject::connect(&window, &RegisterWindow::currencyChanged, _currency, [this, document] {
+            _following = true;
+            _currency->setCurrentIndex(document->currencySymbolDict() == swissFrancs() ? 1 : 0);
+            _following = false;
         });
         window.addOption(QStringLiteral("Currency"), _currency);
 
@@ -221,7 +213,6 @@ public:
     }
 
 private:
-    Document _document;
     // The window owns the widgets; notifications may outlive them.
     QPointer<wq::WQLineEdit> _amount;
     QPointer<wq::WQLineEdit> _count;
@@ -229,6 +220,7 @@ private:
     QCheckBox* _atm = nullptr;
     QCheckBox* _calculate = nullptr;
     QComboBox* _currency = nullptr;
+    bool _following = false;
     wq::WQObservation _locale{wq::WQNotificationCenter::distributedCenter()};
 };
 

@@ -1,11 +1,13 @@
 #include "RegisterWindow.h"
 
+#include "RegisterPasswordDialog.h"
 #include "RegisterStore.h"
 #include "SidePanels.h"
 
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/datefields/WQDateFields.h>
 #include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/menus/WQActionMessage.h>
 #include <WQGeneral/money/WQMoneyConstants.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
@@ -16,7 +18,6 @@
 #include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QInputDialog>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -25,6 +26,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace showcase {
 namespace {
@@ -54,7 +56,7 @@ void takeMnemonics(const QString& text, QSet<QChar>& taken)
 
 RegisterWindow::RegisterWindow()
     : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
-      _amounts(wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2))
+      _amounts(_document.moneyFormatter(2))
 {
     setWindowTitle(QStringLiteral("WQGeneral showcase: Checking"));
     auto* layout = new QVBoxLayout(this);
@@ -78,6 +80,15 @@ RegisterWindow::RegisterWindow()
     _table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     _table->setSelectionBehavior(QAbstractItemView::SelectRows);
     _table->setMinimumWidth(320);
+
+    // Stays in view while the register cannot take changes.
+    _notice = new QLabel(this);
+    _notice->setObjectName(QStringLiteral("registerNotice"));
+    _notice->setAccessibleName(QStringLiteral("Register notice"));
+    _notice->setWordWrap(true);
+    _notice->setStyleSheet(QStringLiteral("background: #fff4ce; color: #3b2f00; padding: 4px;"));
+    _notice->hide();
+    layout->addWidget(_notice);
 
     _options = new QHBoxLayout;
     _options->addStretch(1);
@@ -103,6 +114,10 @@ RegisterWindow::RegisterWindow()
 
     _buttons = new QHBoxLayout;
     _buttons->addWidget(_message, 1);
+    _status = new QLabel(this);
+    _status->setObjectName(QStringLiteral("registerStatus"));
+    _status->setStyleSheet(QStringLiteral("color: #555;"));
+    _buttons->addWidget(_status);
     _enter = new QPushButton(QStringLiteral("&Enter"), this);
     _enter->setObjectName(QStringLiteral("enter"));
     _enter->setAutoDefault(false);
@@ -117,8 +132,8 @@ RegisterWindow::RegisterWindow()
         _dates->setDateFormat(wq::WQDateFormatter::shortDateFormat());
         _book->render();
     });
-    // The system money formatter re-reads its settings a moment after a
-    // change and then announces it.
+    // The register's money formatter re-reads its settings a moment after a
+    // change of the system's (or at once, of the register's) and announces it.
     _moneyObservation.observe(wq::kWQNotif_MoneyFormatterChanged, _amounts.get(),
                               [this](const wq::WQNotification&) { _book->render(); });
 
@@ -134,8 +149,10 @@ RegisterWindow::RegisterWindow()
 
 RegisterWindow::~RegisterWindow()
 {
-    if (_saveSoon.isActive())
-        _save();
+    _saveBeforeClosing();
+    // The fields hold formatters of the register's money owner, which goes
+    // before the base class deletes them: they go first.
+    delete _entryRow;
 }
 
 void RegisterWindow::_seed()
@@ -321,6 +338,8 @@ QString RegisterWindow::shownText(const QWidget* field)
 
 bool RegisterWindow::enterTransaction()
 {
+    if (_readOnly || _opening)
+        return false;
     auto* dateField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Date")));
     auto* payeeField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Payee")));
     auto* amountField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Amount")));
@@ -367,36 +386,80 @@ bool RegisterWindow::enterTransaction()
     return true;
 }
 
-bool RegisterWindow::keepIn(const QString& path)
+void RegisterWindow::keepIn(const QString& path)
 {
     _store = std::make_unique<RegisterStore>(path);
     _writable = _store->lock();
-    RegisterStore::Loaded loaded = _store->load();
-    for (int attempt = 0; !loaded.ok && loaded.encrypted && attempt < 3; ++attempt) {
-        bool given = false;
-        const QString password = QInputDialog::getText(this, QStringLiteral("Register password"),
-                                                       QStringLiteral("The register is encrypted. Password:"),
-                                                       QLineEdit::Password, QString(), &given);
-        if (!given)
-            break;
-        loaded = _store->load(password);
+    if (_store->isEncrypted())
+        _askPassword(QString());
+    else
+        _open(QString());
+}
+
+void RegisterWindow::_askPassword(const QString& problem)
+{
+    _opening = true;
+    _entryRow->setEnabled(false);
+    _setStatus(QStringLiteral("Opening the register\u2026"));
+    auto* dialog = new RegisterPasswordDialog(RegisterPasswordDialog::Purpose::Open, problem, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] { _open(dialog->password()); });
+    connect(dialog, &QDialog::rejected, this, [this] {
+        _opening = false;
+        _setStatus(QString());
+        // Never write over a file that could not be read.
+        _writable = false;
+        _setReadOnly(QStringLiteral("The register was not opened; the file was left as it is, and changes here "
+                                    "are not kept."));
+        emit opened();
+    });
+    dialog->open();
+}
+
+void RegisterWindow::_open(const QString& password)
+{
+    _opening = true;
+    _entryRow->setEnabled(false);
+    _setStatus(QStringLiteral("Opening the register\u2026"));
+    // An encrypted register is opened on the thread pool: the window stays
+    // alive while the key is derived.
+    _store->loadAsync(password).then(this, [this, password](const RegisterStore::Loaded& loaded) {
+        if (!loaded.ok && loaded.wrongPassword)
+            return _askPassword(loaded.error);
         if (loaded.ok)
             _password = password;
-    }
+        _show(loaded);
+    });
+}
+
+void RegisterWindow::_show(const RegisterStore::Loaded& loaded)
+{
+    _opening = false;
+    _setStatus(QString());
+    _entryRow->setEnabled(true);
     if (!loaded.ok) {
         // Never write over a file that could not be read.
         _writable = false;
-        showMessage((loaded.error.isEmpty() ? QStringLiteral("The register was not opened.") : loaded.error)
-                    + QStringLiteral(" Changes here are not kept."));
-        return false;
+        _setReadOnly(loaded.error + QStringLiteral(" Changes here are not kept."));
+        emit opened();
+        return;
     }
-    if (QFile::exists(path))
-        _book->setTransactions(loaded.transactions);
+    // The register keeps its currency; one written before it did opens in
+    // the currency of the day, recorded with the next save.
+    const bool recordCurrency = !loaded.contents.currency;
+    _document.setCurrencySymbolDict(loaded.contents.currency.value_or(RegisterStore::systemCurrency()));
+    emit currencyChanged();
+    if (loaded.exists)
+        _book->setTransactions(loaded.contents.transactions);
+    else
+        _book->render();
     if (!_writable) {
-        showMessage(QStringLiteral("The register is open in another window; changes here are not kept."));
-        return false;
+        _setReadOnly(QStringLiteral("The register is open in another window: this one shows it, and takes no "
+                                    "changes."));
+        emit opened();
+        return;
     }
-    if (!QFile::exists(path))
+    if (!loaded.exists || recordCurrency)
         _save();
 
     // Settings > Register Password…, when the window has menus.
@@ -411,16 +474,50 @@ bool RegisterWindow::keepIn(const QString& path)
         QAction* password = settings->addAction(QStringLiteral("Register &Password\u2026"));
         password->setObjectName(QStringLiteral("registerPassword"));
         connect(password, &QAction::triggered, this, [this] {
-            bool given = false;
-            const QString chosen = QInputDialog::getText(
-                this, QStringLiteral("Register password"),
-                QStringLiteral("Password for the register file (empty: not encrypted):"), QLineEdit::Password,
-                QString(), &given);
-            if (given)
-                setPassword(chosen);
+            auto* dialog = new RegisterPasswordDialog(RegisterPasswordDialog::Purpose::Choose, QString(), this);
+            dialog->setAttribute(Qt::WA_DeleteOnClose);
+            connect(dialog, &QDialog::accepted, this, [this, dialog] { setPassword(dialog->password()); });
+            dialog->open();
         });
     }
-    return true;
+    emit opened();
+}
+
+void RegisterWindow::_setReadOnly(const QString& notice)
+{
+    _notice->setText(notice);
+    _notice->show();
+    if (_readOnly)
+        return;
+    _readOnly = true;
+    _disableEditing();
+    // Other features enable their items again as the selection changes.
+    connect(_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &RegisterWindow::_disableEditing);
+    emit readOnlyChanged(true);
+}
+
+void RegisterWindow::_disableEditing()
+{
+    _entryRow->setEnabled(false);
+    for (int i = 0; i < _buttons->count(); ++i)
+        if (QWidget* button = qobject_cast<QAbstractButton*>(_buttons->itemAt(i)->widget()))
+            button->setEnabled(false);
+    _book->setReadOnly(true);
+    // What changes the rows, wherever it is: the menus, the toolbar, the
+    // table's own menu.
+    for (QAction* action : findChildren<QAction*>()) {
+        const QByteArray message = wq::wq_action(*action);
+        if (message == "newTransaction" || message == "deleteTransaction" || action->objectName() == u"registerPassword")
+            action->setEnabled(false);
+    }
+    if (QMenu* menu = _table->menu())
+        for (QAction* action : menu->actions())
+            action->setEnabled(false);
+}
+
+void RegisterWindow::_setStatus(const QString& status)
+{
+    _status->setText(status);
 }
 
 void RegisterWindow::setPassword(const QString& password)
@@ -430,20 +527,53 @@ void RegisterWindow::setPassword(const QString& password)
         _save();
 }
 
+void RegisterWindow::setCurrency(const std::optional<QVariantMap>& currency)
+{
+    _document.setCurrencySymbolDict(currency.value_or(RegisterStore::systemCurrency()));
+    emit currencyChanged();
+    if (_writable && !_opening)
+        _save();
+}
+
 void RegisterWindow::_save()
 {
     _saveSoon.stop();
-    if (!_store || !_writable)
+    if (!_store || !_writable || _opening)
         return;
+    if (_saving.isRunning()) {
+        _saveAgain = true;
+        return;
+    }
+    _setStatus(QStringLiteral("Saving\u2026"));
+    const RegisterStore::Contents contents{_book->transactions(), _document.currencySymbolDict()};
+    // Waited for on its own: the continuation below runs on this thread.
+    QFuture<QString> saving = _store->saveAsync(contents, _password);
+    _saving = QFuture<void>(saving);
+    saving.then(this, [this](const QString& error) {
+        _setStatus(QString());
+        if (!error.isEmpty())
+            showMessage(error);
+        if (std::exchange(_saveAgain, false))
+            _save();
+    });
+}
+
+void RegisterWindow::_saveBeforeClosing()
+{
+    // The final save may wait for the one under way; what changed since is
+    // written here, on this thread.
+    _saving.waitForFinished();
+    if (!_store || !_writable || _opening || (!_saveSoon.isActive() && !_saveAgain))
+        return;
+    _saveSoon.stop();
+    _saveAgain = false;
     QString error;
-    if (!_store->save(_book->transactions(), _password, &error))
-        showMessage(error);
+    _store->save({_book->transactions(), _document.currencySymbolDict()}, _password, &error);
 }
 
 void RegisterWindow::closeEvent(QCloseEvent* event)
 {
-    if (_saveSoon.isActive())
-        _save();
+    _saveBeforeClosing();
     QWidget::closeEvent(event);
 }
 

@@ -121,12 +121,13 @@ int main(int argc, char** argv)
         return showcase::runKeys(window, parser.value(keys), parser.positionalArguments().front());
     }
     // The register is kept between runs (the tour and keys modes start from
-    // the sample rows and keep nothing).
+    // the sample rows and keep nothing). The window shows first: opening an
+    // encrypted register asks for its password over it and takes a moment.
+    window.resize(1000, 560);
+    window.show();
     window.keepIn(parser.isSet(registerFile)
                       ? parser.value(registerFile)
                       : QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
                             .filePath(QStringLiteral("register.xml")));
-    window.resize(1000, 560);
-    window.show();
     return app.exec();
 }
