@@ -52,6 +52,8 @@ RegisterPasswordDialog::RegisterPasswordDialog(Purpose purpose, const QString& p
     connect(_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(_buttons);
     _check();
+    // Wide enough for its title and the longest problem on two lines.
+    setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("The password is wrong, or the encrypted")) + 80);
 }
 
 QString RegisterPasswordDialog::password() const

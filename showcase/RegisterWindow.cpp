@@ -92,6 +92,11 @@ RegisterWindow::RegisterWindow()
 
     _options = new QHBoxLayout;
     _options->addStretch(1);
+    // Opening, saving: at the top, where it is seen whatever the window's height.
+    _status = new QLabel(this);
+    _status->setObjectName(QStringLiteral("registerStatus"));
+    _status->setStyleSheet(QStringLiteral("color: #555;"));
+    _options->addWidget(_status);
     layout->addLayout(_options);
 
     _sidePanels = new SidePanels(this);
@@ -114,10 +119,6 @@ RegisterWindow::RegisterWindow()
 
     _buttons = new QHBoxLayout;
     _buttons->addWidget(_message, 1);
-    _status = new QLabel(this);
-    _status->setObjectName(QStringLiteral("registerStatus"));
-    _status->setStyleSheet(QStringLiteral("color: #555;"));
-    _buttons->addWidget(_status);
     _enter = new QPushButton(QStringLiteral("&Enter"), this);
     _enter->setObjectName(QStringLiteral("enter"));
     _enter->setAutoDefault(false);
@@ -189,9 +190,11 @@ void RegisterWindow::addOption(const QString& label, QWidget* control)
     auto* caption = new QLabel(label + u':', this);
     caption->setObjectName(QStringLiteral("caption"));
     control->setParent(this);
-    _options->insertWidget(_options->count() - 1, caption);
-    _options->insertWidget(_options->count() - 1, control);
-    _options->insertSpacing(_options->count() - 1, 12);
+    // Before the stretch that keeps the status at the right.
+    const auto beforeStretch = [this] { return _options->indexOf(_status) - 1; };
+    _options->insertWidget(beforeStretch(), caption);
+    _options->insertWidget(beforeStretch(), control);
+    _options->insertSpacing(beforeStretch(), 12);
     _groups.append({control, QString(), label});
 }
 
@@ -390,6 +393,10 @@ void RegisterWindow::keepIn(const QString& path)
 {
     _store = std::make_unique<RegisterStore>(path);
     _writable = _store->lock();
+    // The sample rows are no part of a register that exists: none are shown
+    // while it opens (or if it is not opened at all).
+    if (QFile::exists(path))
+        _book->setTransactions({});
     if (_store->isEncrypted())
         _askPassword(QString());
     else
@@ -513,6 +520,10 @@ void RegisterWindow::_disableEditing()
     if (QMenu* menu = _table->menu())
         for (QAction* action : menu->actions())
             action->setEnabled(false);
+    // The currency is the register's too: the choice and the toolbar's menu.
+    for (const char* name : {"currency", "currencyMenu"})
+        if (QWidget* choice = findChild<QWidget*>(QString::fromLatin1(name)))
+            choice->setEnabled(false);
 }
 
 void RegisterWindow::_setStatus(const QString& status)
@@ -529,6 +540,8 @@ void RegisterWindow::setPassword(const QString& password)
 
 void RegisterWindow::setCurrency(const std::optional<QVariantMap>& currency)
 {
+    if (_readOnly)
+        return;
     _document.setCurrencySymbolDict(currency.value_or(RegisterStore::systemCurrency()));
     emit currencyChanged();
     if (_writable && !_opening)

@@ -185,7 +185,7 @@ struct Reference {
     QByteArrayView name;
 };
 
-Reference readReference(const char*& p, const char* end)
+[[gnu::always_inline]] inline Reference readReference(const char*& p, const char* end)
 {
     Reference ref;
     const char* q = p + 1;
@@ -383,7 +383,7 @@ bool Scanner::skipDocumentType()
 
 bool Scanner::distinctAttributes()
 {
-    const size_t n = _attributes.size();
+    const size_t n = size_t(_attributeCount);
     if (n < 2)
         return true;
     if (n <= 8) {
@@ -394,7 +394,7 @@ bool Scanner::distinctAttributes()
         return true;
     }
     _sorted.clear();
-    for (const Attribute& attribute : _attributes)
+    for (const Attribute& attribute : attributes())
         _sorted.push_back(attribute.name);
     std::sort(_sorted.begin(), _sorted.end(), [](QByteArrayView a, QByteArrayView b) { return a.compare(b) < 0; });
     return std::adjacent_find(_sorted.begin(), _sorted.end()) == _sorted.end();
@@ -412,7 +412,7 @@ bool Scanner::distinctAttributes()
     p = nameEnd(p + 1, end);
     const qsizetype nameSize = p - name;
     setName(name, nameSize);
-    _attributes.clear();
+    _attributeCount = 0;
     bool empty = false;
     for (;;) {
         const char* beforeSpace = p;
@@ -433,7 +433,7 @@ bool Scanner::distinctAttributes()
         }
         if (p == beforeSpace || !(classOf(c) & kNameStart))
             return fail(Failure::Malformed);
-        if (qsizetype(_attributes.size()) >= _limits.maximumAttributes)
+        if (_attributeCount >= _limits.maximumAttributes)
             return fail(Failure::LimitExceeded);
         const char* attributeName = p;
         p = nameEnd(p + 1, end);
@@ -448,11 +448,16 @@ bool Scanner::distinctAttributes()
         const char* valueEnd = attributeValue(value, *p);
         if (!valueEnd)
             return fail(Failure::Malformed);
-        _attributes.emplace_back(attribute.data(), attribute.size(), value, valueEnd - value);
+        // Like the stack of names, the list only grows; entries past the count are stale.
+        if (_attributeCount == qsizetype(_attributes.size()))
+            _attributes.resize(_attributes.size() * 2 + 8);
+        Attribute& entry = _attributes[size_t(_attributeCount++)];
+        entry.name = attribute;
+        entry.value = QByteArrayView(value, valueEnd - value);
         p = valueEnd + 1;
     }
     at = p;
-    if (_attributes.size() > 1 && !distinctAttributes())
+    if (_attributeCount > 1 && !distinctAttributes())
         return fail(Failure::Malformed);
     ++_elements;
     _sawRoot = true;

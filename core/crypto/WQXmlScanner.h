@@ -11,15 +11,12 @@
 #include <QByteArrayView>
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace wq::xml {
 
 struct Attribute {
-    Attribute(const char* nameData, qsizetype nameSize, const char* valueData, qsizetype valueSize)
-        : name(nameData, nameSize), value(valueData, valueSize)
-    {
-    }
     QByteArrayView name;
     QByteArrayView value;   // as written between the quotes
 };
@@ -49,7 +46,7 @@ public:
     // The qualified name of the element just started or ended.
     QByteArrayView name() const { return QByteArrayView(_nameData, _nameSize); }
     // The attributes of the element just started.
-    const std::vector<Attribute>& attributes() const { return _attributes; }
+    std::span<const Attribute> attributes() const { return {_attributes.data(), size_t(_attributeCount)}; }
     // Character data as written: references and line ends not yet decoded
     // unless isLiteral (a CDATA section, whose line ends are still raw).
     QByteArrayView text() const { return QByteArrayView(_textData, _textSize); }
@@ -85,7 +82,8 @@ private:
     ScannerLimits _limits;
     std::vector<QByteArrayView> _open;   // the open elements' names, _depth of them
     qsizetype _depth = 0;
-    std::vector<Attribute> _attributes;
+    std::vector<Attribute> _attributes;   // _attributeCount of them are the element's
+    qsizetype _attributeCount = 0;
     std::vector<QByteArrayView> _sorted;
     // Views kept as their two halves: a view built in a register pair and
     // stored whole is read back by the next token before the store is done,

@@ -323,6 +323,7 @@ TEST_F(Register, ASecondWindowShowsTheRegisterButTakesNoChanges)
     ASSERT_NE(notice, nullptr);
     EXPECT_TRUE(notice->isVisible());
     EXPECT_TRUE(notice->text().contains(u"another window"));
+    EXPECT_FALSE(window->entryRow()->isEnabled());
 
     // A user tries every way in: the entry row and Return, the menu's
     // shortcuts, the table's own menu after picking a row.
@@ -343,6 +344,7 @@ TEST_F(Register, ASecondWindowShowsTheRegisterButTakesNoChanges)
     for (const QAction* action : table.menu()->actions())
         EXPECT_FALSE(action->isEnabled()) << action->text().toStdString();
     EXPECT_FALSE(window->entryRow()->isEnabled());
+    EXPECT_FALSE(window->findChild<QWidget*>(u"currency"_qs)->isEnabled());
     EXPECT_EQ(window->rows().rowCount(), 2);
     EXPECT_TRUE(notice->isVisible());
     QTest::qWait(400);   // past the moment a save would have come
