@@ -141,6 +141,10 @@ TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
         EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(text, password, 1), password, text));
     }
     EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<?xml version='1.0'?><a b='1'>\xc3\xa9</a>"));
+    // Valid UTF-8 only, wherever a byte above 127 stands.
+    for (const char* bad : {"<a>\xff</a>", "<a>\xc0\x80</a>", "<a>\xed\xa0\x80</a>", "<a b='\xe2\x82'/>", "<a><!-- \xff --></a>"})
+        EXPECT_FALSE(xml_isWellFormedDocumentUTF8(bad)) << bad;
+    EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<\xc3\xa9 \xc3\xa9='\xe2\x82\xac'>\xf0\x9f\x98\x80<!--\xc3\xa9--></\xc3\xa9>"));
 }
 
 TEST(EncryptedDocument, AsynchronousVariantsAnswerWhatTheOthersDo)
