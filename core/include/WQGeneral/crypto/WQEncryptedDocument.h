@@ -174,6 +174,7 @@ WQDecryptedDocumentUTF8 xml_decryptDocumentUTF8WithPassword(QByteArrayView envel
 /// of the same name without "Async" answers; the arguments are copied, so
 /// the caller may let its own go. Nothing else is shared with the caller.
 /// @{
+
 /// xml_encryptDocumentWithPassword on the thread pool.
 WQ_CORE_EXPORT QFuture<QString> xml_encryptDocumentWithPasswordAsync(const QString& document, const QString& password);
 /// xml_encryptDocumentUTF8WithPassword on the thread pool.
