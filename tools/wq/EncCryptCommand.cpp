@@ -89,14 +89,18 @@ int runEncrypt(const QStringList& list)
         err(QStringLiteral("%1 is not UTF-8 text").arg(paths[0]));
         return kExitUsage;
     }
-    // Its reader opens a classic envelope only to a well-formed document:
-    // anything else would be sealed for good.
-    if (classic && !wq::xml_isWellFormedDocumentUTF8(*document)) {
+    // Its reader opens a classic envelope only to a well-formed document, so
+    // its writer refuses anything else. A person is told before typing a
+    // password; otherwise the writer's own check is the only pass.
+    const auto refuse = [&paths] {
         err(QStringLiteral("%1 is not a well-formed XML document, and the classic envelope takes nothing else "
                            "(it could never be opened); the authenticated envelope, the default, takes any text")
                 .arg(paths[0]));
         return kExitUsage;
-    }
+    };
+    const bool prompting = source.file.isEmpty() && !source.standardInput;
+    if (classic && prompting && !wq::xml_isWellFormedDocumentUTF8(*document))
+        return refuse();
     // An output that cannot be made is found before the password is asked for.
     Output output;
     if (!output.open(paths[1]))
@@ -111,6 +115,8 @@ int runEncrypt(const QStringList& list)
         : wq::xml_encryptDocumentUTF8AuthenticatedWithPassword(*document, *password, iterations);
     forget(*password);
     if (envelope.isEmpty()) {
+        if (classic && !wq::xml_isWellFormedDocumentUTF8(*document))
+            return refuse();
         err(QStringLiteral("the document could not be encrypted"));
         return kExitFailure;
     }

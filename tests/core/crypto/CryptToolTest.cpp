@@ -175,6 +175,11 @@ TEST(CryptTool, ClassicEnvelopeRefusesWhatCouldNeverBeOpened)
         EXPECT_EQ(r.out, text);
         QFile::remove(sealed);
     }
+    // A person at the terminal is told before typing a password.
+    const ToolRun asked = runOnTerminal({"encrypt", "--classic", plain, sealed}, {});
+    EXPECT_EQ(asked.exitCode, 2);
+    EXPECT_TRUE(asked.out.contains("is not a well-formed XML document"));
+    EXPECT_FALSE(asked.out.contains("Password"));
 }
 
 TEST(CryptTool, InspectAndTheSmallCommands)
