@@ -397,6 +397,7 @@ void RegisterWindow::keepIn(const QString& path)
     // while it opens (or if it is not opened at all).
     if (QFile::exists(path))
         _book->setTransactions({});
+    _saveSoon.stop();   // nothing to keep from that
     if (_store->isEncrypted())
         _askPassword(QString());
     else
@@ -460,6 +461,8 @@ void RegisterWindow::_show(const RegisterStore::Loaded& loaded)
         _book->setTransactions(loaded.contents.transactions);
     else
         _book->render();
+    // What was just read needs no writing back (unless said below).
+    _saveSoon.stop();
     if (!_writable) {
         _setReadOnly(QStringLiteral("The register is open in another window: this one shows it, and takes no "
                                     "changes."));
