@@ -11,6 +11,8 @@
 
 #include <WQGeneral/crypto/WQEncryptedDocument.h>
 
+#include <QFileDevice>
+
 namespace {
 
 using namespace wq::tool;
@@ -110,17 +112,22 @@ int runEncrypt(const QStringList& list)
         insecure ? QString() : QStringLiteral("anyone could open the document (give --insecure to use it anyway)"));
     if (!password)
         return kExitUsage;
-    const QByteArray envelope = classic
-        ? wq::xml_encryptDocumentUTF8WithPassword(*document, *password)
-        : wq::xml_encryptDocumentUTF8AuthenticatedWithPassword(*document, *password, iterations);
+    // Streamed into the output as it is made: the envelope is never held whole.
+    const bool sealed = classic
+        ? wq::xml_encryptDocumentUTF8WithPassword(*document, *password, output.device())
+        : wq::xml_encryptDocumentUTF8AuthenticatedWithPassword(*document, *password, output.device(), iterations);
     forget(*password);
-    if (envelope.isEmpty()) {
+    if (!sealed) {
         if (classic && !wq::xml_isWellFormedDocumentUTF8(*document))
             return refuse();
-        err(QStringLiteral("the document could not be encrypted"));
+        // Not committed: the part written goes with the temporary file.
+        const auto* file = qobject_cast<const QFileDevice*>(&output.device());
+        err(file && file->error() != QFileDevice::NoError
+                ? QStringLiteral("cannot write %1: %2").arg(paths[1], file->errorString())
+                : QStringLiteral("the document could not be encrypted"));
         return kExitFailure;
     }
-    return output.write(envelope) && output.commit() ? kExitOK : kExitFailure;
+    return output.commit() ? kExitOK : kExitFailure;
 }
 
 // Reads an envelope file and checks its shape; otherwise says why and

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QRegularExpression>
 
 #include "WQTextBytes.h"
@@ -147,13 +148,22 @@ TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
     EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<\xc3\xa9 \xc3\xa9='\xe2\x82\xac'>\xf0\x9f\x98\x80<!--\xc3\xa9--></\xc3\xa9>"));
 }
 
-TEST(EncryptedDocument, AsynchronousVariantsAnswerWhatTheOthersDo)
+TEST(EncryptedDocument, AsynchronousAndStreamingVariantsAnswerWhatTheOthersDo)
 {
     // Envelopes differ by their random salt and IV: what must agree is what
     // each opens to, and what a reader makes of the same envelope.
     const QString document = QStringLiteral("<a>Gr\u00fc\u00dfe</a>");
     const QString password = QStringLiteral("pw");
+    const auto streamed = [&](bool classic) {
+        QBuffer device;
+        device.open(QIODevice::WriteOnly);
+        const bool written = classic ? xml_encryptDocumentUTF8WithPassword(document.toUtf8(), password, device)
+                                     : xml_encryptDocumentUTF8AuthenticatedWithPassword(document.toUtf8(), password, device, 1);
+        return written ? QString::fromUtf8(device.data()) : QString();
+    };
     const QString envelopes[] = {
+        streamed(true),
+        streamed(false),
         xml_encryptDocumentWithPasswordAsync(document, password).result(),
         QString::fromUtf8(xml_encryptDocumentUTF8WithPasswordAsync(document.toUtf8(), password).result()),
         xml_encryptDocumentAuthenticatedWithPasswordAsync(document, password, 1).result(),
@@ -170,6 +180,10 @@ TEST(EncryptedDocument, AsynchronousVariantsAnswerWhatTheOthersDo)
         }
     }
     EXPECT_TRUE(xml_encryptDocumentWithPasswordAsync(QStringLiteral("not XML"), password).result().isEmpty());
+    QBuffer refused;
+    refused.open(QIODevice::WriteOnly);
+    EXPECT_FALSE(xml_encryptDocumentUTF8WithPassword("not XML", password, refused));
+    EXPECT_TRUE(refused.data().isEmpty());
 }
 
 TEST(EncryptedDocument, TenMebibyteDocuments)

@@ -36,6 +36,8 @@
 
 #include <cstdint>
 
+class QIODevice;
+
 namespace wq {
 
 /// \addtogroup crypto
@@ -82,6 +84,20 @@ QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, co
 /// The authenticated envelope over the document's UTF-8 bytes, answered as UTF-8 bytes.
 QByteArray xml_encryptDocumentUTF8AuthenticatedWithPassword(QByteArrayView document, const QString& password,
                                                             std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
+
+/// The classic envelope of the document's UTF-8 bytes written to device as
+/// it is made, never held whole (a large document's envelope costs no
+/// memory of its own). False when the document is not well-formed XML
+/// (nothing is written then), or the cipher or the device failed (the
+/// device may then hold part of an envelope: write to a QSaveFile and
+/// commit only on success).
+WQ_CORE_EXPORT bool xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password,
+                                                       QIODevice& device);
+/// The authenticated envelope written to device as it is made; false when
+/// the cipher or the device failed.
+WQ_CORE_EXPORT bool xml_encryptDocumentUTF8AuthenticatedWithPassword(
+    QByteArrayView document, const QString& password, QIODevice& device,
+    std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
 
 /// Why an envelope could not be read or opened.
 enum class WQEnvelopeError {
