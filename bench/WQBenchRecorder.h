@@ -43,8 +43,9 @@ struct WQBenchTarget {
     Bound bound = Bound::AtLeast;
     double limit = 0;
     std::string detail;   // the figures behind a ratio
+    bool measured = true; // false: its benchmark did not run, so it cannot hold
 
-    bool holds() const { return bound == Bound::AtLeast ? value >= limit : value <= limit; }
+    bool holds() const { return measured && (bound == Bound::AtLeast ? value >= limit : value <= limit); }
     const char* boundText() const { return bound == Bound::AtLeast ? ">=" : "<="; }
 };
 
@@ -86,27 +87,69 @@ public:
 
     void addTarget(WQBenchTarget target) { _targets.push_back(std::move(target)); }
 
-    // ours must be at least `limit` times as fast as peer (CPU time).
-    void targetSpeedup(const std::string& target, const std::string& ours, const std::string& peer, double limit)
+    // Which time a target reads: CPU time of this process (the default, as
+    // neighbours on a shared machine barely change it) or wall time, for
+    // what runs partly elsewhere (an event loop, another process).
+    enum class Clock { CPU, Real };
+
+    // Time per call; nothing when the benchmark did not run (filtered out).
+    std::optional<double> time(const std::string& name, Clock clock) const
     {
-        const auto a = cpu(ours), b = cpu(peer);
+        const auto& times = clock == Clock::CPU ? cpuNanoseconds : realNanoseconds;
+        const auto it = times.find(name);
+        return it == times.end() ? std::nullopt : std::optional<double>(it->second);
+    }
+
+    // ours must be at least `limit` times as fast as peer.
+    void targetSpeedup(const std::string& target, const std::string& ours, const std::string& peer, double limit,
+                       Clock clock = Clock::CPU)
+    {
+        const auto a = time(ours, clock), b = time(peer, clock);
         if (!a || !b)
-            return;
+            return missing(target, "x", WQBenchTarget::Bound::AtLeast, limit);
         addTarget({target, *b / *a, "x", WQBenchTarget::Bound::AtLeast, limit,
                    timeText(*a) + " vs " + timeText(*b) + " (" + peer + ")"});
     }
 
-    // ours must take at most `limitNs` per call (CPU time); `bound`, when
-    // given, is a benchmark of what the machine needs at least, shown beside.
-    void targetTime(const std::string& target, const std::string& ours, double limitNs,
-                    const std::string& bound = std::string())
+    // ours may take at most `limit` times as long as peer.
+    void targetSlowdown(const std::string& target, const std::string& ours, const std::string& peer, double limit,
+                        Clock clock = Clock::CPU)
     {
-        const auto a = cpu(ours);
-        if (!a)
-            return;
+        const auto a = time(ours, clock), b = time(peer, clock);
+        if (!a || !b)
+            return missing(target, "x", WQBenchTarget::Bound::AtMost, limit);
+        addTarget({target, *a / *b, "x", WQBenchTarget::Bound::AtMost, limit,
+                   timeText(*a) + " vs " + timeText(*b) + " (" + peer + ")"});
+    }
+
+    // The benchmark's "MB/s" counter must reach `limit`.
+    void targetRate(const std::string& target, const std::string& ours, double limit, const std::string& detail = {})
+    {
+        const auto rates = counterValues("MB/s");
+        const auto it = rates.find(ours);
+        if (it == rates.end())
+            return missing(target, " MB/s", WQBenchTarget::Bound::AtLeast, limit);
+        addTarget({target, it->second, " MB/s", WQBenchTarget::Bound::AtLeast, limit, detail});
+    }
+
+    // A target whose benchmark did not run is still a row, and a missed one:
+    // a table that leaves it out would claim more than was measured.
+    void missing(const std::string& target, const std::string& unit, WQBenchTarget::Bound bound, double limit)
+    {
+        addTarget({target, 0, unit, bound, limit, "its benchmark did not run", false});
+    }
+
+    // ours must take at most `limitNs` per call; `bound`, when given, is a
+    // benchmark of what the machine needs at least, shown beside.
+    void targetTime(const std::string& target, const std::string& ours, double limitNs,
+                    const std::string& bound = std::string(), Clock clock = Clock::CPU)
+    {
         const bool micro = limitNs >= 1000;
+        const auto a = time(ours, clock);
+        if (!a)
+            return missing(target, micro ? "us" : "ns", WQBenchTarget::Bound::AtMost, micro ? limitNs / 1000 : limitNs);
         std::string detail;
-        if (const auto b = bound.empty() ? std::nullopt : cpu(bound))
+        if (const auto b = bound.empty() ? std::nullopt : time(bound, clock))
             detail = timeText(*a) + "; " + bound + " " + timeText(*b) + ", ratio " + number(*a / *b, 2);
         addTarget({target, micro ? *a / 1000 : *a, micro ? "us" : "ns", WQBenchTarget::Bound::AtMost,
                    micro ? limitNs / 1000 : limitNs, detail});
@@ -118,7 +161,8 @@ public:
         if (!_targets.empty()) {
             std::printf("\nTargets:\n");
             for (const WQBenchTarget& t : _targets)
-                std::printf("  %-58s %10s %s %-8s %s  %s\n", t.target.c_str(), (number(t.value, 2) + t.unit).c_str(),
+                std::printf("  %-58s %10s %s %-8s %s  %s\n", t.target.c_str(),
+                            t.measured ? (number(t.value, 2) + t.unit).c_str() : "-",
                             t.boundText(), (number(t.limit, 2) + t.unit).c_str(), t.holds() ? "holds " : "MISSED",
                             t.detail.c_str());
         }
@@ -146,6 +190,7 @@ public:
                                        {"bound", t.boundText()},
                                        {"limit", t.limit},
                                        {"holds", t.holds()},
+                                       {"measured", t.measured},
                                        {"detail", QString::fromStdString(t.detail)}});
         const QJsonObject results{{"program", program}, {"benchmarks", benchmarks}, {"targets", targets}};
         QFile file(QString::fromLocal8Bit(folder) + u'/' + QString::fromLocal8Bit(program) + QStringLiteral(".json"));

@@ -9,6 +9,11 @@
 //   wq_bench_report add <results folder> <program> <target> <value> <unit> <">=" or "<="> <limit> [detail]
 //       appends one target row to <program>.json in the folder (made when
 //       missing), for measurements taken outside a benchmark program.
+//   wq_bench_report time <runs> <command> [arguments...]
+//       runs the command that many times, its output thrown away, and
+//       prints "<cpu ms> <wall ms> <peak KiB>": the least CPU time (user and
+//       system, to the microsecond) and wall time of a run, and the largest
+//       resident size. Status 1 when a run fails.
 
 #include <QCoreApplication>
 #include <QDir>
@@ -19,7 +24,18 @@
 #include <QStringList>
 #include <QThread>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
+#include <limits>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <time.h>
+#include <unistd.h>
 
 namespace {
 
@@ -99,12 +115,14 @@ int table(const QString& folder, const QString& output, bool strict)
         const bool holds = t.value(u"holds").toBool();
         missed += holds ? 0 : 1;
         const QString unit = t.value(u"unit").toString();
+        const bool measured = t.value(u"measured").toBool(true);
         std::printf("  %-60s %12s %2s %9s  %s\n", qPrintable(t.value(u"target").toString()),
-                    qPrintable(figure(t.value(u"value").toDouble(), unit)), qPrintable(t.value(u"bound").toString()),
-                    qPrintable(figure(t.value(u"limit").toDouble(), unit)), holds ? "yes" : "NO");
+                    measured ? qPrintable(figure(t.value(u"value").toDouble(), unit)) : "-",
+                    qPrintable(t.value(u"bound").toString()), qPrintable(figure(t.value(u"limit").toDouble(), unit)),
+                    holds ? "yes" : measured ? "NO (MISSED)" : "NO (not measured)");
     }
-    std::printf("%lld of %lld targets hold; details in %s\n", qlonglong(targets.size() - missed),
-                qlonglong(targets.size()), qPrintable(output));
+    std::printf("%lld of %lld targets hold, %lld missed; details in %s\n", qlonglong(targets.size() - missed),
+                qlonglong(targets.size()), qlonglong(missed), qPrintable(output));
     return strict && missed > 0 ? 1 : 0;
 }
 
@@ -137,10 +155,47 @@ int add(const QStringList& a)
     return 0;
 }
 
+// Whole processes, measured as the kernel accounts for them.
+int time(int runs, char** command)
+{
+    double cpu = std::numeric_limits<double>::max(), wall = cpu;
+    long peak = 0;
+    for (int run = 0; run < runs; ++run) {
+        timespec start{}, stop{};
+        ::clock_gettime(CLOCK_MONOTONIC, &start);
+        const pid_t child = ::fork();
+        if (child < 0)
+            return 1;
+        if (child == 0) {
+            const int null = ::open("/dev/null", O_WRONLY);
+            ::dup2(null, STDOUT_FILENO);
+            ::dup2(null, STDERR_FILENO);
+            ::execvp(command[0], command);
+            ::_exit(127);
+        }
+        int status = 0;
+        rusage usage{};
+        if (::wait4(child, &status, 0, &usage) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+            std::fprintf(stderr, "wq_bench_report: %s failed\n", command[0]);
+            return 1;
+        }
+        ::clock_gettime(CLOCK_MONOTONIC, &stop);
+        const auto ms = [](const timeval& t) { return double(t.tv_sec) * 1e3 + double(t.tv_usec) / 1e3; };
+        cpu = std::min(cpu, ms(usage.ru_utime) + ms(usage.ru_stime));
+        wall = std::min(wall, double(stop.tv_sec - start.tv_sec) * 1e3 + double(stop.tv_nsec - start.tv_nsec) / 1e6);
+        peak = std::max(peak, usage.ru_maxrss);
+    }
+    std::printf("%.3f %.3f %ld\n", cpu, wall, peak);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    // Before Qt sees the command's own arguments.
+    if (argc >= 4 && std::string_view(argv[1]) == "time")
+        return time(std::max(1, std::atoi(argv[2])), argv + 3);
     QCoreApplication app(argc, argv);
     const QStringList a = app.arguments().mid(1);
     if (a.size() >= 3 && a.at(0) == u"table")
@@ -149,6 +204,7 @@ int main(int argc, char** argv)
         return add(a.mid(1));
     std::fprintf(stderr, "usage: wq_bench_report table <results folder> <bench.json> [--strict]\n"
                          "       wq_bench_report add <results folder> <program> <target> <value> <unit> <>=|<=> "
-                         "<limit> [detail]\n");
+                         "<limit> [detail]\n"
+                         "       wq_bench_report time <runs> <command> [arguments...]\n");
     return 2;
 }

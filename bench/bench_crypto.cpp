@@ -17,8 +17,6 @@
 #include <openssl/evp.h>
 
 #include <ctime>
-#include <cstdio>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -207,37 +205,41 @@ double freshAuthenticatedRate()
 int main(int argc, char** argv)
 {
     const double fresh = freshAuthenticatedRate();
-    benchmark::Initialize(&argc, argv);
     wq::bench::WQBenchRecorder reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    auto rate = reporter.counterValues("MB/s");
-    const auto line = [](const char* target, const char* measured, double ratio, double wanted, bool holds) {
-        std::printf("  %-46s %-34s %7.2f (>= %.2f)  %s\n", target, measured, ratio, wanted, holds ? "holds" : "MISSED");
+    if (!wq::bench::runBenchmarks(argc, argv, reporter))
+        return 1;
+    const auto rates = reporter.counterValues("MB/s");
+    const auto rate = [&](const std::string& name) {
+        const auto it = rates.find(name + "/min_time:0.500");
+        return it == rates.end() ? 0.0 : it->second;
     };
-    std::printf("\nEnvelope targets (rates in MB/s of document, CPU time)\n");
-    const double cbc = rate["BM_Bound_AES128CBCEncrypt/min_time:0.500"];
-    const double gcm = rate["BM_Bound_AES128GCMEncrypt/min_time:0.500"];
-    const double bound = rate["BM_Bound_DecodeDecryptCBC/min_time:0.500"];
-    std::printf("  bounds: AES-128-CBC encrypt %.0f, AES-128-GCM encrypt %.0f, decode+decrypt+UTF-8 %.0f\n", cbc, gcm,
-                bound);
+    const auto mbs = [](double value) { return std::to_string(int(value)) + " MB/s"; };
+    const double cbc = rate("BM_Bound_AES128CBCEncrypt");
+    const std::string bounds = "bounds: AES-128-CBC encrypt " + mbs(cbc) + ", AES-128-GCM encrypt "
+        + mbs(rate("BM_Bound_AES128GCMEncrypt")) + ", decode+decrypt+UTF-8 " + mbs(rate("BM_Bound_DecodeDecryptCBC"));
     for (const char* api : {"UTF8", ""}) {
-        const auto r = [&](const std::string& name) { return rate[name + api + "/min_time:0.500"]; };
         const std::string suffix = *api ? " (bytes)" : " (text)";
-        const double classic = r("BM_EncryptClassic");
-        line(("classic encrypt vs AES-CBC" + suffix).c_str(), (std::to_string(int(classic)) + " MB/s").c_str(),
-             classic / cbc, 0.5, classic >= 0.5 * cbc);
-        double slowest = r("BM_EncryptAuthenticated");
-        slowest = std::min(slowest, rate[std::string("BM_EncryptAuthenticated") + api + "/first/min_time:0.500"]);
-        line(("authenticated encrypt, either order" + suffix).c_str(), (std::to_string(int(slowest)) + " MB/s").c_str(),
-             slowest / 1000, 1.0, slowest >= 1000);
-        for (const char* kind : {"Classic", "Authenticated"}) {
-            const double decrypt = r(std::string("BM_Decrypt") + kind);
-            line((std::string(kind) + " decrypt" + suffix).c_str(), (std::to_string(int(decrypt)) + " MB/s").c_str(),
-                 decrypt / 1000, 1.0, decrypt >= 1000);
-        }
+        const std::string classic = std::string("BM_EncryptClassic") + api;
+        if (cbc > 0 && rate(classic) > 0)
+            reporter.addTarget({"Classic envelope encrypt" + suffix + ": speed / AES-128-CBC encrypt",
+                                rate(classic) / cbc, "x", wq::bench::WQBenchTarget::Bound::AtLeast, 0.5,
+                                mbs(rate(classic)) + "; " + bounds});
+        else
+            reporter.missing("Classic envelope encrypt" + suffix + ": speed / AES-128-CBC encrypt", "x",
+                             wq::bench::WQBenchTarget::Bound::AtLeast, 0.5);
+        // The slower of the two orders counts.
+        const std::string authenticated = std::string("BM_EncryptAuthenticated") + api;
+        const std::string first = authenticated + "/first";
+        const bool firstSlower = rate(first) < rate(authenticated);
+        reporter.targetRate("Authenticated envelope encrypt, either order" + suffix,
+                            (firstSlower ? first : authenticated) + "/min_time:0.500", 1000,
+                            "in the other order " + mbs(firstSlower ? rate(authenticated) : rate(first)));
+        for (const char* kind : {"Classic", "Authenticated"})
+            reporter.targetRate(std::string(kind) + " envelope decrypt" + suffix,
+                                std::string("BM_Decrypt") + kind + api + "/min_time:0.500", 1000, bounds);
     }
-    line("authenticated encrypt, fresh process (bytes)", (std::to_string(int(fresh)) + " MB/s").c_str(), fresh / 1000,
-         1.0, fresh >= 1000);
-    benchmark::Shutdown();
+    reporter.addTarget({"Authenticated envelope encrypt, first call of a fresh process (bytes)", fresh, " MB/s",
+                        wq::bench::WQBenchTarget::Bound::AtLeast, 1000, "one call, CPU time"});
+    reporter.finish("bench_crypto");
     return 0;
 }

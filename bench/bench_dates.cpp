@@ -298,6 +298,13 @@ int main(int argc, char** argv)
                "renderICU/Full_ICU", "");
     printRatio(reporter, "full date cached vs QDate::toString", "renderWQ/Full_WQDate_cached", "renderQt/Full_QDate", "");
 
+    reporter.targetSpeedup("Day count and back: speed / year-by-year walk", "BM_DayCount_WQDate", "BM_DayCount_Walk", 100);
+    reporter.targetSpeedup("Day count and back: speed / std::chrono", "BM_DayCount_WQDate", "BM_DayCount_StdChrono",
+                           0.67);
+    reporter.targetSpeedup("M/d/yy text, cached: speed / ICU SimpleDateFormat", "renderWQ/Short_WQDate_cached",
+                           "renderICU/Short_ICU", 3);
+    reporter.targetSpeedup("Full date text, cached: speed / ICU SimpleDateFormat", "renderWQ/Full_WQDate_cached",
+                           "renderICU/Full_ICU", 3);
     reporter.targetTime("Date text cache hit, 366 dates", "renderWQ/Short_WQDate_cached", 40, "BM_CacheBound_IntegerKey");
     reporter.targetTime("Date text cache hit, after 1,000,000 distinct dates", "renderWQ/Short_WQDate_cached_after_million",
                         40, "BM_CacheBound_IntegerKey");

@@ -262,9 +262,8 @@ int main(int argc, char** argv)
     wq::bench::WQBenchRecorder reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     const auto& t = reporter.cpuNanoseconds;
-    const auto ratio = [&t](const char* ours, std::initializer_list<const char*> peers) {
-        if (!t.count(ours))
-            return;
+    const auto ratio = [&t, &reporter](const char* ours, std::initializer_list<const char*> peers) {
+        const std::string target = std::string(ours) + ": speed / the fastest peer";
         double best = 0;
         std::string bestName;
         for (const char* peer : peers) {
@@ -274,12 +273,9 @@ int main(int argc, char** argv)
             }
         }
         if (best == 0)
-            return;
-        const double speedup = best / t.at(ours);
-        std::printf("  %-18s %5.2fx the speed of %-26s %s\n", ours, speedup, bestName.c_str(),
-                    speedup >= 1.0 ? "(at least as fast)" : "(SLOWER)");
+            return reporter.missing(target, "x", wq::bench::WQBenchTarget::Bound::AtLeast, 1.0);
+        reporter.targetSpeedup(target, ours, bestName, 1.0);
     };
-    std::printf("\nOurs against the fastest peer (CPU time):\n");
     ratio("Encode_WQ_String", {"Encode_Qt", "Encode_OpenSSL"});
     ratio("Encode_WQ_Bytes", {"Encode_Qt", "Encode_OpenSSL"});
     ratio("Decode_WQ_String", {"Decode_Qt", "Decode_OpenSSL"});

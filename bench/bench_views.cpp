@@ -69,18 +69,14 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
     wq::bench::WQBenchRecorder recorder;
-    benchmark::RunSpecifiedBenchmarks(&recorder);
-    std::printf("\ndrag image, %lld-character label:\n", static_cast<long long>(kLabel.size()));
-    for (const char* ratio : {"1", "2"}) {
-        const auto ours = recorder.realNanoseconds.find(std::string("BM_DrawDragImage/") + ratio);
-        const auto plain = recorder.realNanoseconds.find(std::string("BM_PlainRoundedLabel/") + ratio);
-        if (ours == recorder.realNanoseconds.end() || plain == recorder.realNanoseconds.end())
-            continue;
-        std::printf("  %sx: %.0f us (target: under 1000 us), %.1fx the plain rounded label\n", ratio,
-                    ours->second / 1000, ours->second / plain->second);
-    }
-    benchmark::Shutdown();
+    if (!wq::bench::runBenchmarks(argc, argv, recorder))
+        return 1;
+    using Clock = wq::bench::WQBenchRecorder::Clock;
+    const std::string label = "Drag image, " + std::to_string(kLabel.size()) + "-character label";
+    for (const char* ratio : {"1", "2"})
+        recorder.targetTime(label + ", device pixel ratio " + ratio, std::string("BM_DrawDragImage/") + ratio, 1e6,
+                            std::string("BM_PlainRoundedLabel/") + ratio, Clock::Real);
+    recorder.finish("bench_views");
     return 0;
 }

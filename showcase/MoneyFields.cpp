@@ -48,8 +48,11 @@ class MoneyFields : public ShowcaseFeature {
 public:
     void build(RegisterWindow& window) override
     {
+        // The register is the document: it owns the currency (kept in its
+        // file) and the typing mode.
+        wq::WQMoneyFormatterOwner* document = &window.document();
         // A calculating field: + - * / open the calculator, = finishes it.
-        _amount = new wq::WQLineEdit(_document.moneyFormatter(2, true), window.entryRow());
+        _amount = new wq::WQLineEdit(document->moneyFormatter(2, true), window.entryRow());
         _amount->setObjectName(QStringLiteral("amount"));
         _amount->setToolTip(Text::tr("+ - * / open the calculator and = finishes it (without the calculator \"-\" "
                                      "flips the sign); in ATM typing digits enter from the right"));
@@ -70,26 +73,33 @@ public:
         _atm->setObjectName(QStringLiteral("atm"));
         _atm->setToolTip(Text::tr("Digits enter the amount from the right, as at a cash machine; the decimal "
                                   "separator is never typed"));
-        QObject::connect(_atm, &QCheckBox::toggled, _atm, [this](bool on) { _document.setUserInputLikeATM(on); });
+        QObject::connect(_atm, &QCheckBox::toggled, _atm, [document](bool on) { document->setUserInputLikeATM(on); });
         window.addOption(Text::tr("Typing"), _atm);
 
         _currency = new QComboBox(window.entryRow());
         _currency->setObjectName(QStringLiteral("currency"));
         _currency->setToolTip(Text::tr("The currency amounts are typed and shown in"));
         _currency->addItems({Text::tr("System settings"), Text::tr("Swiss francs (CHF 1'234.50)")});
-        QObject::connect(_currency, &QComboBox::currentIndexChanged, _currency, [this](int index) {
-            _document.setCurrencySymbolDict(index == 1 ? std::optional<QVariantMap>(swissFrancs()) : std::nullopt);
+        QObject::connect(_currency, &QComboBox::currentIndexChanged, _currency, [this, &window](int index) {
+            if (!_following)
+                window.setCurrency(index == 1 ? std::optional<QVariantMap>(swissFrancs()) : std::nullopt);
+        });
+        // The register's own currency, as its file gave it: shown, not chosen again.
+        QObject::connect(&window, &RegisterWindow::currencyChanged, _currency, [this, document] {
+            _following = true;
+            _currency->setCurrentIndex(document->currencySymbolDict() == swissFrancs() ? 1 : 0);
+            _following = false;
         });
         window.addOption(Text::tr("Currency"), _currency);
 
         // Made once the currency choice is there: the toolbar's pop-up follows it.
         ShowcaseController& controller = ShowcaseController::of(window);
-        const auto calculate = [this](bool on) {
+        const auto calculate = [this, document](bool on) {
             _calculate->setChecked(on);
-            if (_amount->formatter() == _document.moneyFormatter(2, on))
+            if (_amount->formatter() == document->moneyFormatter(2, on))
                 return;
             _amount->validateEditing();
-            _amount->setFormatter(_document.moneyFormatter(2, on));
+            _amount->setFormatter(document->moneyFormatter(2, on));
         };
         calculate(controller.calculatorEnabled());
         QObject::connect(&controller, &ShowcaseController::calculatorEnabledChanged, _calculate, calculate);
@@ -221,9 +231,6 @@ public:
     }
 
 private:
-    // The document: its currency settings and typing mode. Its formatters
-    // leave the registry when it closes.
-    wq::WQMoneyFormatterOwner _document;
     // The window owns the widgets; notifications may outlive them.
     QPointer<wq::WQLineEdit> _amount;
     QPointer<wq::WQLineEdit> _count;
@@ -231,6 +238,7 @@ private:
     QCheckBox* _atm = nullptr;
     QCheckBox* _calculate = nullptr;
     QComboBox* _currency = nullptr;
+    bool _following = false;
     wq::WQObservation _locale{wq::WQNotificationCenter::distributedCenter()};
 };
 

@@ -33,6 +33,8 @@ QList<QStandardItem*> RegisterBook::_items(const Transaction& t) const
     date->setCheckable(t.cleared);
     if (t.cleared)
         date->setCheckState(Qt::Checked);
+    if (_readOnly)
+        date->setFlags(date->flags() & ~Qt::ItemIsUserCheckable);
     auto* amount = new QStandardItem(t.amountText);
     amount->setData(t.amount, kAmountRole);
     amount->setData(!t.amountText.isEmpty(), kAmountRole + 1);
@@ -56,7 +58,8 @@ Transaction RegisterBook::at(int row) const
     Transaction t;
     if (const QStandardItem* date = _model.item(row, DateColumn)) {
         t.date = date->data(kDateRole).value<wq::WQDate>();
-        t.cleared = date->isCheckable() && date->checkState() == Qt::Checked;
+        // The state, not the flag: a read-only book's boxes cannot be clicked.
+        t.cleared = date->data(Qt::CheckStateRole).isValid() && date->checkState() == Qt::Checked;
     }
     if (const QStandardItem* payee = _model.item(row, PayeeColumn))
         t.payee = payee->text();
@@ -94,6 +97,14 @@ void RegisterBook::setTransactions(const QList<Transaction>& transactions)
 void RegisterBook::render()
 {
     _refresh();
+}
+
+void RegisterBook::setReadOnly(bool readOnly)
+{
+    _readOnly = readOnly;
+    for (int row = 0; row < _model.rowCount(); ++row)
+        if (QStandardItem* date = _model.item(row, DateColumn); date && date->data(Qt::CheckStateRole).isValid())
+            date->setFlags(readOnly ? date->flags() & ~Qt::ItemIsUserCheckable : date->flags() | Qt::ItemIsUserCheckable);
 }
 
 void RegisterBook::_refresh()

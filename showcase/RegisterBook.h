@@ -45,6 +45,8 @@ public:
     void setTransactions(const QList<Transaction>& transactions);
     // Texts again, after a change of regional settings.
     void render();
+    // A read-only book's rows cannot be marked cleared or uncleared in the table.
+    void setReadOnly(bool readOnly);
     // The colour of negative amounts against a palette's base.
     static QColor negativeColour(const QPalette& palette);
 
@@ -60,6 +62,7 @@ private:
     DateText _dateText;
     MoneyText _moneyText;
     bool _refreshing = false;
+    bool _readOnly = false;
 };
 
 } // namespace showcase

@@ -1,12 +1,14 @@
 #include "RegisterWindow.h"
 #include "ShowcaseText.h"
 
+#include "RegisterPasswordDialog.h"
 #include "RegisterStore.h"
 #include "SidePanels.h"
 
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/datefields/WQDateFields.h>
 #include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/menus/WQActionMessage.h>
 #include <WQGeneral/money/WQMoneyConstants.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
@@ -20,7 +22,6 @@
 #include <QFile>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QInputDialog>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -31,6 +32,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace showcase {
 namespace {
@@ -60,7 +62,7 @@ void takeMnemonics(const QString& text, QSet<QChar>& taken)
 
 RegisterWindow::RegisterWindow()
     : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
-      _amounts(wq::WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2))
+      _amounts(_document.moneyFormatter(2))
 {
     setWindowTitle(Text::tr("WQGeneral showcase: Checking"));
     auto* layout = new QVBoxLayout(this);
@@ -95,8 +97,22 @@ RegisterWindow::RegisterWindow()
     connect(&_book->model(), &QAbstractItemModel::dataChanged, header, fitColumns);
     connect(&_book->model(), &QAbstractItemModel::rowsInserted, header, fitColumns);
 
+    // Stays in view while the register cannot take changes.
+    _notice = new QLabel(this);
+    _notice->setObjectName(QStringLiteral("registerNotice"));
+    _notice->setAccessibleName(QStringLiteral("Register notice"));
+    _notice->setWordWrap(true);
+    _notice->setStyleSheet(QStringLiteral("background: #fff4ce; color: #3b2f00; padding: 4px;"));
+    _notice->hide();
+    layout->addWidget(_notice);
+
     _options = new QHBoxLayout;
     _options->addStretch(1);
+    // Opening, saving: at the top, where it is seen whatever the window's height.
+    _status = new QLabel(this);
+    _status->setObjectName(QStringLiteral("registerStatus"));
+    _status->setStyleSheet(QStringLiteral("color: #555;"));
+    _options->addWidget(_status);
     layout->addLayout(_options);
 
     // The panels scroll when the window is too short for all of them.
@@ -148,8 +164,8 @@ RegisterWindow::RegisterWindow()
         _dates->setDateFormat(wq::WQDateFormatter::shortDateFormat());
         _book->render();
     });
-    // The system money formatter re-reads its settings a moment after a
-    // change and then announces it.
+    // The register's money formatter re-reads its settings a moment after a
+    // change of the system's (or at once, of the register's) and announces it.
     _moneyObservation.observe(wq::kWQNotif_MoneyFormatterChanged, _amounts.get(),
                               [this](const wq::WQNotification&) { _book->render(); });
 
@@ -170,8 +186,10 @@ RegisterWindow::~RegisterWindow()
     if (auto* toolbar = findChild<wq::WQToolbar*>())
         toolbar->disconnect(this);
     QObject::disconnect(qApp, nullptr, _panelsArea, nullptr);
-    if (_saveSoon.isActive())
-        _save();
+    _saveBeforeClosing();
+    // The fields hold formatters of the register's money owner, which goes
+    // before the base class deletes them: they go first.
+    delete _entryRow;
 }
 
 void RegisterWindow::_seed()
@@ -208,9 +226,11 @@ void RegisterWindow::addOption(const QString& label, QWidget* control)
     auto* caption = new QLabel(label + u':', this);
     caption->setObjectName(QStringLiteral("caption"));
     control->setParent(this);
-    _options->insertWidget(_options->count() - 1, caption);
-    _options->insertWidget(_options->count() - 1, control);
-    _options->insertSpacing(_options->count() - 1, 12);
+    // Before the stretch that keeps the status at the right.
+    const auto beforeStretch = [this] { return _options->indexOf(_status) - 1; };
+    _options->insertWidget(beforeStretch(), caption);
+    _options->insertWidget(beforeStretch(), control);
+    _options->insertSpacing(beforeStretch(), 12);
     _groups.append({control, QString(), label});
 }
 
@@ -421,6 +441,8 @@ QString RegisterWindow::shownText(const QWidget* field)
 
 bool RegisterWindow::enterTransaction()
 {
+    if (_readOnly || _opening)
+        return false;
     auto* dateField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Date")));
     auto* payeeField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Payee")));
     auto* amountField = qobject_cast<wq::WQLineEdit*>(_fieldFor(QStringLiteral("Amount")));
@@ -470,36 +492,87 @@ bool RegisterWindow::enterTransaction()
     return true;
 }
 
-bool RegisterWindow::keepIn(const QString& path)
+void RegisterWindow::keepIn(const QString& path)
 {
     _store = std::make_unique<RegisterStore>(path);
     _writable = _store->lock();
-    RegisterStore::Loaded loaded = _store->load();
-    for (int attempt = 0; !loaded.ok && loaded.encrypted && attempt < 3; ++attempt) {
-        bool given = false;
-        const QString password = QInputDialog::getText(this, QStringLiteral("Register password"),
-                                                       QStringLiteral("The register is encrypted. Password:"),
-                                                       QLineEdit::Password, QString(), &given);
-        if (!given)
-            break;
-        loaded = _store->load(password);
+    // The sample rows are no part of a register that exists: none are shown
+    // while it opens (or if it is not opened at all).
+    if (QFile::exists(path))
+        _book->setTransactions({});
+    _saveSoon.stop();   // nothing to keep from that
+    if (_store->isEncrypted())
+        _askPassword(QString());
+    else
+        _open(QString());
+}
+
+void RegisterWindow::_askPassword(const QString& problem)
+{
+    _opening = true;
+    _entryRow->setEnabled(false);
+    _setStatus(QStringLiteral("Opening the register\u2026"));
+    auto* dialog = new RegisterPasswordDialog(RegisterPasswordDialog::Purpose::Open, problem, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] { _open(dialog->password()); });
+    connect(dialog, &QDialog::rejected, this, [this] {
+        _opening = false;
+        _setStatus(QString());
+        // Never write over a file that could not be read.
+        _writable = false;
+        _setReadOnly(QStringLiteral("The register was not opened; the file was left as it is, and changes here "
+                                    "are not kept."));
+        emit opened();
+    });
+    dialog->open();
+}
+
+void RegisterWindow::_open(const QString& password)
+{
+    _opening = true;
+    _entryRow->setEnabled(false);
+    _setStatus(QStringLiteral("Opening the register\u2026"));
+    // An encrypted register is opened on the thread pool: the window stays
+    // alive while the key is derived.
+    _store->loadAsync(password).then(this, [this, password](const RegisterStore::Loaded& loaded) {
+        if (!loaded.ok && loaded.wrongPassword)
+            return _askPassword(loaded.error);
         if (loaded.ok)
             _password = password;
-    }
+        _show(loaded);
+    });
+}
+
+void RegisterWindow::_show(const RegisterStore::Loaded& loaded)
+{
+    _opening = false;
+    _setStatus(QString());
+    _entryRow->setEnabled(true);
     if (!loaded.ok) {
         // Never write over a file that could not be read.
         _writable = false;
-        showMessage((loaded.error.isEmpty() ? QStringLiteral("The register was not opened.") : loaded.error)
-                    + QStringLiteral(" Changes here are not kept."));
-        return false;
+        _setReadOnly(loaded.error + QStringLiteral(" Changes here are not kept."));
+        emit opened();
+        return;
     }
-    if (QFile::exists(path))
-        _book->setTransactions(loaded.transactions);
+    // The register keeps its currency; one written before it did opens in
+    // the currency of the day, recorded with the next save.
+    const bool recordCurrency = !loaded.contents.currency;
+    _document.setCurrencySymbolDict(loaded.contents.currency.value_or(RegisterStore::systemCurrency()));
+    emit currencyChanged();
+    if (loaded.exists)
+        _book->setTransactions(loaded.contents.transactions);
+    else
+        _book->render();
+    // What was just read needs no writing back (unless said below).
+    _saveSoon.stop();
     if (!_writable) {
-        showMessage(QStringLiteral("The register is open in another window; changes here are not kept."));
-        return false;
+        _setReadOnly(QStringLiteral("The register is open in another window: this one shows it, and takes no "
+                                    "changes."));
+        emit opened();
+        return;
     }
-    if (!QFile::exists(path))
+    if (!loaded.exists || recordCurrency)
         _save();
 
     // Settings > Register Password…, when the window has menus.
@@ -514,16 +587,54 @@ bool RegisterWindow::keepIn(const QString& path)
         QAction* password = settings->addAction(QStringLiteral("Register &Password\u2026"));
         password->setObjectName(QStringLiteral("registerPassword"));
         connect(password, &QAction::triggered, this, [this] {
-            bool given = false;
-            const QString chosen = QInputDialog::getText(
-                this, QStringLiteral("Register password"),
-                QStringLiteral("Password for the register file (empty: not encrypted):"), QLineEdit::Password,
-                QString(), &given);
-            if (given)
-                setPassword(chosen);
+            auto* dialog = new RegisterPasswordDialog(RegisterPasswordDialog::Purpose::Choose, QString(), this);
+            dialog->setAttribute(Qt::WA_DeleteOnClose);
+            connect(dialog, &QDialog::accepted, this, [this, dialog] { setPassword(dialog->password()); });
+            dialog->open();
         });
     }
-    return true;
+    emit opened();
+}
+
+void RegisterWindow::_setReadOnly(const QString& notice)
+{
+    _notice->setText(notice);
+    _notice->show();
+    if (_readOnly)
+        return;
+    _readOnly = true;
+    _disableEditing();
+    // Other features enable their items again as the selection changes.
+    connect(_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &RegisterWindow::_disableEditing);
+    emit readOnlyChanged(true);
+}
+
+void RegisterWindow::_disableEditing()
+{
+    _entryRow->setEnabled(false);
+    for (int i = 0; i < _buttons->count(); ++i)
+        if (QWidget* button = qobject_cast<QAbstractButton*>(_buttons->itemAt(i)->widget()))
+            button->setEnabled(false);
+    _book->setReadOnly(true);
+    // What changes the rows, wherever it is: the menus, the toolbar, the
+    // table's own menu.
+    for (QAction* action : findChildren<QAction*>()) {
+        const QByteArray message = wq::wq_action(*action);
+        if (message == "newTransaction" || message == "deleteTransaction" || action->objectName() == u"registerPassword")
+            action->setEnabled(false);
+    }
+    if (QMenu* menu = _table->menu())
+        for (QAction* action : menu->actions())
+            action->setEnabled(false);
+    // The currency is the register's too: the choice and the toolbar's menu.
+    for (const char* name : {"currency", "currencyMenu"})
+        if (QWidget* choice = findChild<QWidget*>(QString::fromLatin1(name)))
+            choice->setEnabled(false);
+}
+
+void RegisterWindow::_setStatus(const QString& status)
+{
+    _status->setText(status);
 }
 
 void RegisterWindow::setPassword(const QString& password)
@@ -533,20 +644,55 @@ void RegisterWindow::setPassword(const QString& password)
         _save();
 }
 
+void RegisterWindow::setCurrency(const std::optional<QVariantMap>& currency)
+{
+    if (_readOnly)
+        return;
+    _document.setCurrencySymbolDict(currency.value_or(RegisterStore::systemCurrency()));
+    emit currencyChanged();
+    if (_writable && !_opening)
+        _save();
+}
+
 void RegisterWindow::_save()
 {
     _saveSoon.stop();
-    if (!_store || !_writable)
+    if (!_store || !_writable || _opening)
         return;
+    if (_saving.isRunning()) {
+        _saveAgain = true;
+        return;
+    }
+    _setStatus(QStringLiteral("Saving\u2026"));
+    const RegisterStore::Contents contents{_book->transactions(), _document.currencySymbolDict()};
+    // Waited for on its own: the continuation below runs on this thread.
+    QFuture<QString> saving = _store->saveAsync(contents, _password);
+    _saving = QFuture<void>(saving);
+    saving.then(this, [this](const QString& error) {
+        _setStatus(QString());
+        if (!error.isEmpty())
+            showMessage(error);
+        if (std::exchange(_saveAgain, false))
+            _save();
+    });
+}
+
+void RegisterWindow::_saveBeforeClosing()
+{
+    // The final save may wait for the one under way; what changed since is
+    // written here, on this thread.
+    _saving.waitForFinished();
+    if (!_store || !_writable || _opening || (!_saveSoon.isActive() && !_saveAgain))
+        return;
+    _saveSoon.stop();
+    _saveAgain = false;
     QString error;
-    if (!_store->save(_book->transactions(), _password, &error))
-        showMessage(error);
+    _store->save({_book->transactions(), _document.currencySymbolDict()}, _password, &error);
 }
 
 void RegisterWindow::closeEvent(QCloseEvent* event)
 {
-    if (_saveSoon.isActive())
-        _save();
+    _saveBeforeClosing();
     QWidget::closeEvent(event);
 }
 

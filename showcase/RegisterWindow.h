@@ -4,12 +4,15 @@
 // row, and a message line for refusals unless a feature shows them another
 // way (alert sheets).
 
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/platform/WQNotificationCenter.h>
 
 #include <WQGeneral/views/WQTableView.h>
 
 #include "RegisterBook.h"
+#include "RegisterStore.h"
 
+#include <QFuture>
 #include <QLabel>
 #include <QStandardItemModel>
 #include <QTimer>
@@ -31,10 +34,13 @@ class WQMoneyFormatter;
 namespace showcase {
 
 class SidePanels;
-class RegisterStore;
 
 class RegisterWindow : public QWidget {
     Q_OBJECT
+    // True while the register cannot take changes (another instance holds
+    // it, or it was not opened): the entry row and the editing actions are
+    // off and a notice above the register says why.
+    Q_PROPERTY(bool readOnly READ isReadOnly NOTIFY readOnlyChanged)
 public:
     RegisterWindow();
     ~RegisterWindow() override;
@@ -54,12 +60,23 @@ public:
     // names and descriptions, the focus on the date, and the window's
     // minimum size.
     void finishEntryRow();
-    // Keeps the register in the file at path between runs; asks for the
-    // password of an encrypted one. False when it cannot be written (another
-    // instance has it, or it could not be read); the window then says so.
-    bool keepIn(const QString& path);
+    // Keeps the register in the file at path between runs. An encrypted one
+    // asks for its password and is opened off the window's thread, the
+    // window saying so meanwhile; opened() tells when the register is shown.
+    // One that another instance holds, or that could not be opened, is shown
+    // read-only.
+    void keepIn(const QString& path);
+    // True from keepIn() until the register is shown.
+    bool isOpening() const { return _opening; }
+    bool isReadOnly() const { return _readOnly; }
     // The password future saves encrypt with (empty: a plain file).
     void setPassword(const QString& password);
+    // The register's money owner: the currency its amounts are in, kept in
+    // its file, and the typing mode of its amount fields.
+    wq::WQMoneyFormatterOwner& document() { return _document; }
+    // Changes the register's currency (nothing: the system's settings as
+    // they are now, recorded as the register's own) and keeps it.
+    void setCurrency(const std::optional<QVariantMap>& currency);
     // Refusals of the field go to the presenter (the message line when there
     // is none) and to refusalShown.
     void watch(wq::WQLineEdit* field);
@@ -91,12 +108,26 @@ protected:
 
 signals:
     void refusalShown(const QString& message);
+    void readOnlyChanged(bool readOnly);
+    // The register of keepIn() is shown (writable or read-only).
+    void opened();
+    // The register's currency changed (loaded, or chosen).
+    void currencyChanged();
 
 private:
     void _seed();
     void _refuse(wq::WQLineEdit* field, const QString& message);
     QWidget* _fieldFor(const QString& column) const;
+    void _askPassword(const QString& problem);
+    void _open(const QString& password);
+    void _show(const RegisterStore::Loaded& loaded);
+    void _setReadOnly(const QString& notice);
+    void _disableEditing();
+    void _setStatus(const QString& status);
     void _save();
+    // Waits for a save under way and writes what it did not: nothing is lost
+    // when the window goes.
+    void _saveBeforeClosing();
 
     wq::WQTableView* _table = nullptr;
     RegisterBook* _book = nullptr;
@@ -104,8 +135,14 @@ private:
     QPushButton* _enter = nullptr;
     std::unique_ptr<RegisterStore> _store;
     bool _writable = false;
+    bool _readOnly = false;
+    bool _opening = false;
     QString _password;
     QTimer _saveSoon;
+    QFuture<void> _saving;        // the save under way on the thread pool, if any
+    bool _saveAgain = false;      // changed while it ran
+    QLabel* _notice = nullptr;    // why the register is read-only
+    QLabel* _status = nullptr;    // opening, saving
     QList<QWidget*> _tabChain;
     SidePanels* _sidePanels = nullptr;
     QScrollArea* _panelsArea = nullptr;
@@ -120,6 +157,8 @@ private:
     };
     QList<Group> _groups;
     RefusalPresenter _presenter;
+    // Before the formatters it hands out.
+    wq::WQMoneyFormatterOwner _document;
     std::unique_ptr<wq::WQDateFormatter> _dates;
     std::shared_ptr<wq::WQMoneyFormatter> _amounts;
     wq::WQObservation _localeObservation{wq::WQNotificationCenter::distributedCenter()};

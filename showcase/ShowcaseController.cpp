@@ -176,6 +176,9 @@ std::unique_ptr<wq::WQToolbarItem> ShowcaseController::toolbarItemForItemIdentif
         item->setCheckable(true);
         item->setChecked(_calculatorEnabled);
     }
+    // A read-only register takes no changes, from a customized toolbar neither.
+    if (item && _register.isReadOnly() && (itemIdentifier == u"NewTransaction" || itemIdentifier == u"DeleteTransaction"))
+        item->setEnabled(false);
     return item;
 }
 
@@ -211,6 +214,8 @@ void ShowcaseController::setAccountsPanel(AccountsPanel* panel)
 
 void ShowcaseController::newTransaction()
 {
+    if (_register.isReadOnly())
+        return;
     auto* payee = _register.findChild<wq::WQLineEdit*>(QStringLiteral("payee"));
     if (payee && payee->text().trimmed().isEmpty()) {
         sheetForBlankTextField(payee, Text::tr("Payee"));
@@ -221,6 +226,8 @@ void ShowcaseController::newTransaction()
 
 void ShowcaseController::deleteTransaction()
 {
+    if (_register.isReadOnly())
+        return;
     QList<int> rows;
     for (const QModelIndex& index : _register.table().selectionModel()->selectedRows())
         rows << index.row();

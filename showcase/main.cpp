@@ -127,14 +127,15 @@ int main(int argc, char** argv)
         return showcase::runKeys(window, parser.value(keys), parser.positionalArguments().front());
     }
     // The register is kept between runs (the tour and keys modes start from
-    // the sample rows and keep nothing).
-    window.keepIn(parser.isSet(registerFile)
-                      ? parser.value(registerFile)
-                      : QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
-                            .filePath(QStringLiteral("register.xml")));
+    // the sample rows and keep nothing). The window shows first: opening an
+    // encrypted register asks for its password over it and takes a moment.
     // As large as it was made to be, within the screen it opens on.
     const QSize room = window.screen() ? window.screen()->availableSize() - QSize(24, 64) : QSize(1000, 560);
     window.resize(window.minimumSize().expandedTo(QSize(1000, 560).boundedTo(room)));
     window.show();
+    window.keepIn(parser.isSet(registerFile)
+                      ? parser.value(registerFile)
+                      : QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
+                            .filePath(QStringLiteral("register.xml")));
     return app.exec();
 }

@@ -8,12 +8,19 @@
 #include "WQLargeBuffers.h"
 #include "WQTextBytes.h"
 #include "WQXmlScanner.h"
+#include "detail/WQBase64Raw.h"
 
 #include <QStringDecoder>
 
 #include <openssl/crypto.h>
 
 #include <array>
+#include <memory>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+#include <utility>
 
 namespace wq {
 
@@ -44,6 +51,7 @@ namespace {
 // AES blocks, small enough to stay in the cache between decoding and
 // decrypting.
 constexpr qsizetype kSliceCharacters = 64 * 1024;
+constexpr qsizetype kSliceBytes = kSliceCharacters / 4 * 3;
 
 // The head of a cipher value (the IV), decoded strictly.
 std::optional<QByteArray> head(QByteArrayView text, qsizetype characters, qsizetype bytes)
@@ -57,48 +65,135 @@ std::optional<QByteArray> head(QByteArrayView text, qsizetype characters, qsizet
     return decoded;
 }
 
+// The value of one Base64 alphabet character, or -1.
+template <typename Unit>
+int alphabetValue(Unit c)
+{
+    if (c >= 'A' && c <= 'Z')
+        return int(c - 'A');
+    if (c >= 'a' && c <= 'z')
+        return int(c - 'a') + 26;
+    if (c >= '0' && c <= '9')
+        return int(c - '0') + 52;
+    return c == '+' ? 62 : c == '/' ? 63 : -1;
+}
+
+// The bytes of a last group of four characters that ends in padding, in
+// canonical form only (alphabet characters, unused bits zero); -1 otherwise.
+template <typename Unit>
+int paddedGroup(const Unit* group, std::uint8_t* out)
+{
+    const int a = alphabetValue(group[0]), b = alphabetValue(group[1]);
+    if (a < 0 || b < 0 || group[3] != '=')
+        return -1;
+    out[0] = std::uint8_t((a << 2) | (b >> 4));
+    if (group[2] == '=')
+        return (b & 0x0F) == 0 ? 1 : -1;
+    const int c = alphabetValue(group[2]);
+    if (c < 0 || (c & 0x03) != 0)
+        return -1;
+    out[1] = std::uint8_t(((b & 0x0F) << 4) | (c >> 2));
+    return 2;
+}
+
+// Canonical Base64 of exactly `bytes` bytes into out; false otherwise.
+template <typename Unit>
+bool decodeExactly(const Unit* text, qsizetype characters, std::uint8_t* out, qsizetype bytes)
+{
+    if (characters % 4 != 0 || characters == 0)
+        return false;
+    const bool padded = text[characters - 1] == '=';
+    const qsizetype whole = padded ? characters - 4 : characters;
+    if (_wq_base64DecodeGroups(text, whole, out) != whole)
+        return false;
+    qsizetype got = whole / 4 * 3;
+    if (padded) {
+        const int tail = paddedGroup(text + whole, out + got);
+        if (tail < 0)
+            return false;
+        got += tail;
+    }
+    return got == bytes;
+}
+
+// The cipher value as written, without the white space at its ends (the
+// characters QByteArrayView::trimmed() takes away, for text as for bytes).
+template <typename Unit>
+std::pair<const Unit*, qsizetype> trimmedValue(const Unit* text, qsizetype n)
+{
+    const auto space = [](Unit c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (n > 0 && space(text[n - 1]))
+        --n;
+    while (n > 0 && space(*text)) {
+        ++text;
+        --n;
+    }
+    return {text, n};
+}
+
 enum class Outcome { Opened, NotCanonical, Refused };
 
 // Decodes the cipher value and decrypts it in one pass over its slices,
-// checking as it goes that every slice was canonical Base64. text has no
-// white space at its ends; with white space inside, the answer is
-// NotCanonical and the caller tries again with it taken out.
-Outcome open(QByteArrayView text, bool authenticated, const std::uint8_t* key, QByteArray& plain)
+// each decoded into a buffer that stays in the cache and decrypted from
+// there; the value must be canonical Base64 without white space (the answer
+// is NotCanonical otherwise, and the caller may try again with the white
+// space taken out). The plain text is checked once it is whole: a classic
+// envelope must hold a well-formed document, an authenticated one UTF-8.
+template <typename Unit>
+Outcome open(const Unit* text, qsizetype n, bool authenticated, const std::uint8_t* key, QByteArray& plain)
 {
     const qsizetype headCharacters = authenticated ? kGCMIVCharacters : kCBCIVCharacters;
-    const std::optional<QByteArray> iv = head(text, headCharacters, authenticated ? kGCMIVLength : kAESBlock);
-    const QByteArrayView rest = text.sliced(std::min(text.size(), headCharacters));
-    const qsizetype sealed = decodedLength(rest);
+    const qsizetype ivLength = authenticated ? kGCMIVLength : kAESBlock;
+    std::array<std::uint8_t, kAESBlock> iv{};
+    if (n < headCharacters || !decodeExactly(text, headCharacters, iv.data(), ivLength))
+        return Outcome::NotCanonical;
+    const Unit* rest = text + headCharacters;
+    const qsizetype restLength = n - headCharacters;
+    if (restLength % 4 != 0)
+        return Outcome::NotCanonical;
+    const qsizetype padding = restLength == 0 ? 0 : rest[restLength - 1] != '=' ? 0 : rest[restLength - 2] == '=' ? 2 : 1;
+    const qsizetype sealed = restLength / 4 * 3 - padding;
     // The authenticated value ends in its tag; the classic one is whole blocks.
     const qsizetype cipherLength = authenticated ? sealed - kGCMTagLength : sealed;
-    if (!iv || cipherLength < 0 || (!authenticated && (cipherLength == 0 || cipherLength % kAESBlock != 0)))
+    if (cipherLength < 0 || (!authenticated && (cipherLength == 0 || cipherLength % kAESBlock != 0)))
         return Outcome::NotCanonical;
 
     WQCipherStream cipher;
-    if (!cipher.start(authenticated ? WQCipherStream::Mode::GCMDecrypt : WQCipherStream::Mode::CBCDecryptBlocks, key, *iv))
+    if (!cipher.start(authenticated ? WQCipherStream::Mode::GCMDecrypt : WQCipherStream::Mode::CBCDecryptBlocks, key,
+                      QByteArrayView(iv.data(), ivLength)))
         return Outcome::Refused;
     plain = QByteArray(cipherLength + kAESBlock, Qt::Uninitialized);
     _wq_prepareForWriting(plain.data(), plain.size());
     auto* out = reinterpret_cast<std::uint8_t*>(plain.data());
+    const auto wipe = [&plain] {
+        OPENSSL_cleanse(plain.data(), size_t(plain.size()));
+        plain = QByteArray();
+    };
     qsizetype written = 0;
     std::array<std::uint8_t, kGCMTagLength> tag{};
+    const std::unique_ptr<std::uint8_t[]> slice(new std::uint8_t[kSliceBytes]);
     qsizetype decoded = 0;
     bool cipherOK = true;
-    for (qsizetype at = 0; at < rest.size(); at += kSliceCharacters) {
-        const QByteArrayView slice = rest.sliced(at, std::min(kSliceCharacters, rest.size() - at));
-        const bool last = at + slice.size() == rest.size();
-        const std::optional<QByteArray> bytes = dataWithBase64EncodedString(slice);
-        if (!bytes || (last ? !isCanonicalDecoding(slice, *bytes) : bytes->size() != slice.size() / 4 * 3)) {
-            OPENSSL_cleanse(plain.data(), size_t(plain.size()));
+    for (qsizetype at = 0; at < restLength; at += kSliceCharacters) {
+        const qsizetype characters = std::min(kSliceCharacters, restLength - at);
+        const bool last = at + characters == restLength;
+        const qsizetype whole = last && padding ? characters - 4 : characters;
+        qsizetype bytes = _wq_base64DecodeGroups(rest + at, whole, slice.get()) == whole ? whole / 4 * 3 : -1;
+        if (bytes >= 0 && whole != characters) {
+            const int tail = paddedGroup(rest + at + whole, slice.get() + bytes);
+            bytes = tail < 0 ? -1 : bytes + tail;
+        }
+        if (bytes < 0) {
+            wipe();
             return Outcome::NotCanonical;
         }
-        const auto* in = reinterpret_cast<const std::uint8_t*>(bytes->constData());
-        const qsizetype toCipher = std::clamp<qsizetype>(cipherLength - decoded, 0, bytes->size());
-        cipherOK = cipherOK && cipher.update(in, toCipher, out, written);
-        for (qsizetype i = toCipher; i < bytes->size(); ++i)
-            tag[size_t(decoded + i - cipherLength)] = in[i];
-        decoded += bytes->size();
+        const qsizetype toCipher = std::clamp<qsizetype>(cipherLength - decoded, 0, bytes);
+        cipherOK = cipherOK && cipher.update(slice.get(), toCipher, out, written);
+        for (qsizetype i = toCipher; i < bytes; ++i)
+            tag[size_t(decoded + i - cipherLength)] = slice[size_t(i)];
+        decoded += bytes;
     }
+    OPENSSL_cleanse(slice.get(), size_t(kSliceBytes));
 
     bool ok = cipherOK && (!authenticated || cipher.setTag(tag.data())) && cipher.finish(out, written);
     if (ok && authenticated) {
@@ -113,12 +208,46 @@ Outcome open(QByteArrayView text, bool authenticated, const std::uint8_t* key, Q
         ok = (paddingValid & std::uint32_t(wellFormed)) != 0;
     }
     if (!ok) {
-        OPENSSL_cleanse(plain.data(), size_t(plain.size()));
-        plain = QByteArray();
+        wipe();
         return Outcome::Refused;
     }
     plain.truncate(written);
     return Outcome::Opened;
+}
+
+// The key an envelope's declarations and the password make, wiped when it goes.
+class EnvelopeKey {
+public:
+    EnvelopeKey(const WQEnvelopeInfo& info, const QString& password)
+    {
+        const WQDigest digest = info.pseudoRandomFunction == kHMACSHA256 ? WQDigest::SHA256 : WQDigest::SHA1;
+        // Classic envelopes were keyed with the password's UTF-8 cut to its unit count.
+        const WQSecretBytes passwordBytes = _wq_passwordBytes(password, !info.authenticated);
+        _wq_derived = _wq_pbkdf2(passwordBytes, info.salt, info.iterationCount, digest, _wq_key.data(), WQAESKey::kLength);
+    }
+    ~EnvelopeKey() { OPENSSL_cleanse(_wq_key.data(), _wq_key.size()); }
+    EnvelopeKey(const EnvelopeKey&) = delete;
+    EnvelopeKey& operator=(const EnvelopeKey&) = delete;
+
+    bool derived() const { return _wq_derived; }
+    const std::uint8_t* data() const { return _wq_key.data(); }
+
+private:
+    std::array<std::uint8_t, WQAESKey::kLength> _wq_key{};
+    bool _wq_derived = false;
+};
+
+WQEnvelopeError errorOf(Outcome outcome)
+{
+    switch (outcome) {
+    case Outcome::Opened:
+        return WQEnvelopeError::None;
+    case Outcome::NotCanonical:
+        return WQEnvelopeError::DamagedValue;
+    case Outcome::Refused:
+        break;
+    }
+    return WQEnvelopeError::WrongPasswordOrDamaged;
 }
 
 WQDecryptedDocumentUTF8 decrypt(QByteArrayView envelope, const QString& password, const WQEnvelopeLimits& limits)
@@ -130,38 +259,90 @@ WQDecryptedDocumentUTF8 decrypt(QByteArrayView envelope, const QString& password
         result.error = info.error;
         return result;
     }
-    const WQDigest digest = info.pseudoRandomFunction == kHMACSHA256 ? WQDigest::SHA256 : WQDigest::SHA1;
-    std::array<std::uint8_t, WQAESKey::kLength> key{};
-    bool derived = false;
-    {
-        // Classic envelopes were keyed with the password's UTF-8 cut to its unit count.
-        const WQSecretBytes passwordBytes = _wq_passwordBytes(password, !info.authenticated);
-        derived = _wq_pbkdf2(passwordBytes, info.salt, info.iterationCount, digest, key.data(), WQAESKey::kLength);
-    }
+    const EnvelopeKey key(info, password);
     Outcome outcome = Outcome::Refused;
-    if (derived) {
+    if (key.derived()) {
         const QByteArrayView value = parsed.cipherValue.trimmed();
-        outcome = open(value, info.authenticated, key.data(), result.document);
+        outcome = open(value.data(), value.size(), info.authenticated, key.data(), result.document);
         if (outcome == Outcome::NotCanonical) {
             // Line breaks or indentation inside the value: the slow way.
             const std::optional<QByteArray> compact = compactBase64(value);
             outcome = compact && compact->size() != value.size()
-                ? open(*compact, info.authenticated, key.data(), result.document)
+                ? open(compact->constData(), compact->size(), info.authenticated, key.data(), result.document)
                 : Outcome::NotCanonical;
         }
     }
-    OPENSSL_cleanse(key.data(), key.size());
-    switch (outcome) {
-    case Outcome::Opened:
-        result.error = WQEnvelopeError::None;
-        break;
-    case Outcome::NotCanonical:
-        result.error = WQEnvelopeError::DamagedValue;
-        break;
-    case Outcome::Refused:
-        result.error = WQEnvelopeError::WrongPasswordOrDamaged;
-        break;
+    result.error = errorOf(outcome);
+    return result;
+}
+
+// The first "<" or "&" from p on, or end: one pass over the value's text.
+const char16_t* markupOrReference(const char16_t* p, const char16_t* end)
+{
+#if defined(__SSE2__)
+    const __m128i lt = _mm_set1_epi16('<');
+    const __m128i amp = _mm_set1_epi16('&');
+    for (; end - p >= 8; p += 8) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        const int mask = _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi16(v, lt), _mm_cmpeq_epi16(v, amp)));
+        if (mask)
+            return p + __builtin_ctz(unsigned(mask)) / 2;
     }
+#endif
+    while (p < end && *p != u'<' && *p != u'&')
+        ++p;
+    return p;
+}
+
+// The text interface without a UTF-8 copy of the cipher value, which is
+// nearly all of an envelope: the structure around it is parsed from a
+// copy in which a placeholder stands for the value, and the value itself
+// is decoded straight from the text. Nothing when the envelope is not laid
+// out plainly enough for that (the value not one run of characters, or not
+// canonical Base64): the caller then reads it the ordinary way.
+std::optional<WQDecryptedDocumentUTF8> decryptInPlace(const QString& envelope, const QString& password,
+                                                      const WQEnvelopeLimits& limits)
+{
+    const QStringView text(envelope);
+    constexpr QStringView openTag = u"<CipherValue>";
+    const qsizetype tag = text.indexOf(openTag);
+    if (tag < 0)
+        return std::nullopt;
+    const qsizetype start = tag + openTag.size();
+    const qsizetype end = markupOrReference(text.utf16() + start, text.utf16() + text.size()) - text.utf16();
+    // References or markup inside the value: read it the ordinary way.
+    if (end == text.size() || text[end] != u'<')
+        return std::nullopt;
+    constexpr char kPlaceholder = 'A';
+    QByteArray structure = _wq_toUTF8(text.first(start));
+    const qsizetype placeholder = structure.size();
+    structure += kPlaceholder;
+    structure += _wq_toUTF8(text.sliced(end));
+    WQDecryptedDocumentUTF8 result;
+    // The limit counts the whole envelope's UTF-8, and an ASCII value has
+    // as many bytes as characters (anything else is read the ordinary way).
+    if (structure.size() - 1 + (end - start) > limits.maximumSize) {
+        result.error = WQEnvelopeError::TooLarge;
+        return result;
+    }
+    const ParsedEnvelope parsed = parseEnvelope(structure, limits);
+    if (parsed.info.error != WQEnvelopeError::None) {
+        result.error = parsed.info.error;
+        return result;
+    }
+    // The value the parser found must be the one the placeholder stands for.
+    if (parsed.cipherValue.data() != structure.constData() + placeholder || parsed.cipherValue.size() != 1)
+        return std::nullopt;
+    const auto [value, length] = trimmedValue(text.utf16() + start, end - start);
+    const EnvelopeKey key(parsed.info, password);
+    if (!key.derived()) {
+        result.error = WQEnvelopeError::WrongPasswordOrDamaged;
+        return result;
+    }
+    const Outcome outcome = open(value, length, parsed.info.authenticated, key.data(), result.document);
+    if (outcome == Outcome::NotCanonical)
+        return std::nullopt;
+    result.error = errorOf(outcome);
     return result;
 }
 
@@ -240,7 +421,8 @@ WQDecryptedDocument xml_decryptDocumentWithPassword(const QString& envelope, con
         result.error = WQEnvelopeError::TooLarge;
         return result;
     }
-    const WQDecryptedDocumentUTF8 opened = decrypt(_wq_toUTF8(envelope), password, limits);
+    std::optional<WQDecryptedDocumentUTF8> inPlace = decryptInPlace(envelope, password, limits);
+    const WQDecryptedDocumentUTF8 opened = inPlace ? std::move(*inPlace) : decrypt(_wq_toUTF8(envelope), password, limits);
     result.error = opened.error;
     if (opened.ok()) {
         // Checked UTF-8: decoded straight into text of its final size at most.

@@ -5,11 +5,16 @@
 #include "WQEnvelopeFormat.h"
 #include "WQLargeBuffers.h"
 #include "WQTextBytes.h"
+#include "WQXmlScanner.h"
+#include "detail/WQBase64Raw.h"
+
+#include <QIODevice>
 
 #include <openssl/crypto.h>
 
 #include <array>
 #include <cstring>
+#include <memory>
 #include <type_traits>
 
 namespace wq {
@@ -85,11 +90,65 @@ public:
         std::copy(ascii.begin(), ascii.end(), _wq_at);
         _wq_at += ascii.size();
     }
-    void putBase64(QByteArrayView data) { put(base64EncodedBytes(data)); }
+    void putBase64(QByteArrayView data)
+    {
+        _wq_base64Encode(reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), _wq_at);
+        _wq_at += base64Length(data.size());
+    }
     Char* position() const { return _wq_at; }
 
 private:
     Char* _wq_at;
+};
+
+// The envelope's text written to a device as it is made, through a buffer
+// of its own: never held whole.
+class DeviceWriter {
+public:
+    explicit DeviceWriter(QIODevice& device) : _wq_device(device), _wq_buffer(new char[kCapacity]) {}
+
+    void put(QByteArrayView ascii)
+    {
+        if (_wq_used + ascii.size() > kCapacity)
+            flush();
+        if (ascii.size() > kCapacity)
+            return write(ascii);
+        std::memcpy(_wq_buffer.get() + _wq_used, ascii.data(), size_t(ascii.size()));
+        _wq_used += ascii.size();
+    }
+    // data is at most a slice and its carried-over bytes: its text fits.
+    void putBase64(QByteArrayView data)
+    {
+        const qsizetype length = base64Length(data.size());
+        if (_wq_used + length > kCapacity)
+            flush();
+        _wq_base64Encode(reinterpret_cast<const std::uint8_t*>(data.data()), data.size(), _wq_buffer.get() + _wq_used);
+        _wq_used += length;
+    }
+    // True when everything reached the device.
+    bool finish()
+    {
+        flush();
+        return _wq_ok;
+    }
+
+private:
+    static constexpr qsizetype kCapacity = 256 * 1024;
+
+    void flush()
+    {
+        write(QByteArrayView(_wq_buffer.get(), _wq_used));
+        _wq_used = 0;
+    }
+    void write(QByteArrayView bytes)
+    {
+        _wq_ok = _wq_ok && (bytes.isEmpty() || _wq_device.write(bytes.data(), bytes.size()) == bytes.size());
+    }
+
+    QIODevice& _wq_device;
+    std::unique_ptr<char[]> _wq_buffer;
+    qsizetype _wq_used = 0;
+    bool _wq_ok = true;
 };
 
 // Slices of the document encrypted and encoded at a time: a multiple of 3
@@ -99,8 +158,8 @@ constexpr qsizetype kSlice = 48 * 1024;
 
 // Encrypts document and writes the Base64 of the cipher text (and of the
 // tag, for GCM) as it goes. False when the cipher failed.
-template <typename Char>
-bool sealInto(Writer<Char>& out, QByteArrayView document, WQCipherStream& cipher, bool authenticated)
+template <typename Out>
+bool sealInto(Out& out, QByteArrayView document, WQCipherStream& cipher, bool authenticated)
 {
     // Room for a slice, the cipher's last block or tag, and up to two bytes
     // carried over to keep every encoded piece a multiple of 3.
@@ -147,83 +206,120 @@ CharOf<Result>* dataOf(Result& result)
     return reinterpret_cast<CharOf<Result>*>(result.data());
 }
 
-// The classic envelope. Without a usable key, the cipher value ends after
-// the IV and is followed by missing (what the writers put there instead).
+// The classic envelope's pieces in order. Without a usable key, the cipher
+// value ends after the IV and is followed by missing (what the writers put
+// there instead). False when the cipher failed on the way.
+template <typename Out>
+bool writeClassic(Out& out, QByteArrayView document, WQCipherStream* cipher, QByteArrayView salt, QByteArrayView iv,
+                  QByteArrayView missing)
+{
+    out.put(head(kClassic));
+    out.putBase64(salt);
+    out.put(middle(kClassic));
+    out.putBase64(iv);
+    if (cipher) {
+        if (!sealInto(out, document, *cipher, false))
+            return false;
+    } else {
+        out.put(missing);
+    }
+    out.put(kTail);
+    return true;
+}
+
 template <typename Result>
 Result classicEnvelope(QByteArrayView document, const std::uint8_t* key, QByteArrayView salt, QByteArrayView iv,
                        QByteArrayView missing)
 {
-    const QByteArray start = head(kClassic);
-    const QByteArray between = middle(kClassic);
     WQCipherStream cipher;
     const bool sealing = key && cipher.start(WQCipherStream::Mode::CBCEncrypt, key, iv);
     const qsizetype cipherLength = (document.size() / kAESBlock + 1) * kAESBlock;
-    const qsizetype length = start.size() + base64Length(salt.size()) + between.size() + base64Length(iv.size())
-        + (sealing ? base64Length(cipherLength) : missing.size()) + kTail.size();
+    const qsizetype length = head(kClassic).size() + base64Length(salt.size()) + middle(kClassic).size()
+        + base64Length(iv.size()) + (sealing ? base64Length(cipherLength) : missing.size()) + kTail.size();
     Result out = allocate<Result>(length);
     Writer writer(dataOf(out));
-    writer.put(start);
-    writer.putBase64(salt);
-    writer.put(between);
-    writer.putBase64(iv);
-    if (sealing) {
-        if (!sealInto(writer, document, cipher, false))
-            return classicEnvelope<Result>(document, nullptr, salt, iv, missing);
-    } else {
-        writer.put(missing);
-    }
-    writer.put(kTail);
+    if (!writeClassic(writer, document, sealing ? &cipher : nullptr, salt, iv, missing))
+        return classicEnvelope<Result>(document, nullptr, salt, iv, missing);
     Q_ASSERT(writer.position() == dataOf(out) + length);
     return out;
 }
 
+// A classic envelope's random salt and IV and its key.
+struct ClassicSecrets {
+    QByteArray salt = randomDataOfLength(std::uint8_t(std::uint8_t(randomDataOfLength(1).at(0)) % 9 + 8));
+    QByteArray iv = randomDataOfLength(16);
+    WQAESKey key;
+};
+
 template <typename Result>
 Result passwordEnvelope(QByteArrayView document, const QString& password)
 {
-    const std::uint8_t saltLength = std::uint8_t(std::uint8_t(randomDataOfLength(1).at(0)) % 9 + 8);
-    const QByteArray salt = randomDataOfLength(saltLength);
-    const QByteArray iv = randomDataOfLength(16);
-    const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
+    if (!xml_isWellFormedDocumentUTF8(document))
+        return Result();
+    ClassicSecrets secrets;
+    secrets.key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, secrets.salt);
     // A failed encryption shows as "(null)", as stored files have it.
-    return classicEnvelope<Result>(document, key.isValid() ? key.data() : nullptr, salt, iv, "(null)");
+    return classicEnvelope<Result>(document, secrets.key.isValid() ? secrets.key.data() : nullptr, secrets.salt,
+                                   secrets.iv, "(null)");
+}
+
+// The authenticated envelope's template, salt, IV and started cipher.
+struct AuthenticatedStart {
+    Template shape;
+    QByteArray salt = randomDataOfLength(16);
+    QByteArray iv = randomDataOfLength(kGCMIVLength);
+    WQCipherStream cipher;
+    bool started = false;
+
+    AuthenticatedStart(const QString& password, std::uint32_t iterationCount)
+        : shape{kAES128GCM, kHMACSHA256, std::max<std::uint32_t>(iterationCount, 1)}
+    {
+        std::array<std::uint8_t, WQAESKey::kLength> key{};
+        started = _wq_pbkdf2(_wq_passwordBytes(password, false), salt, shape.iterations, WQDigest::SHA256, key.data(),
+                             WQAESKey::kLength)
+            && cipher.start(WQCipherStream::Mode::GCMEncrypt, key.data(), iv);
+        OPENSSL_cleanse(key.data(), key.size());
+    }
+};
+
+// XML Encryption 1.1 lays out the GCM cipher value as IV, cipher text, tag;
+// the IV's 12 bytes encode to 16 characters without padding, so its Base64
+// and the rest's simply follow each other.
+template <typename Out>
+bool writeAuthenticated(Out& out, QByteArrayView document, AuthenticatedStart& start)
+{
+    out.put(head(start.shape));
+    out.putBase64(start.salt);
+    out.put(middle(start.shape));
+    out.putBase64(start.iv);
+    if (!sealInto(out, document, start.cipher, true))
+        return false;
+    out.put(kTail);
+    return true;
 }
 
 template <typename Result>
 Result authenticatedEnvelope(QByteArrayView document, const QString& password, std::uint32_t iterationCount)
 {
-    const Template authenticated{kAES128GCM, kHMACSHA256, std::max<std::uint32_t>(iterationCount, 1)};
-    const QByteArray salt = randomDataOfLength(16);
-    const QByteArray iv = randomDataOfLength(kGCMIVLength);
-    std::array<std::uint8_t, WQAESKey::kLength> key{};
-    WQCipherStream cipher;
-    const bool started = _wq_pbkdf2(_wq_passwordBytes(password, false), salt, authenticated.iterations,
-                                    WQDigest::SHA256, key.data(), WQAESKey::kLength)
-        && cipher.start(WQCipherStream::Mode::GCMEncrypt, key.data(), iv);
-    OPENSSL_cleanse(key.data(), key.size());
-    if (!started)
+    AuthenticatedStart start(password, iterationCount);
+    if (!start.started)
         return Result();
-
-    const QByteArray start = head(authenticated);
-    const QByteArray between = middle(authenticated);
-    // XML Encryption 1.1 lays out the GCM cipher value as IV, cipher text,
-    // tag; the IV's 12 bytes encode to 16 characters without padding, so
-    // its Base64 and the rest's simply follow each other.
-    const qsizetype length = start.size() + base64Length(salt.size()) + between.size() + base64Length(iv.size())
-        + base64Length(document.size() + kGCMTagLength) + kTail.size();
+    const qsizetype length = head(start.shape).size() + base64Length(start.salt.size()) + middle(start.shape).size()
+        + base64Length(start.iv.size()) + base64Length(document.size() + kGCMTagLength) + kTail.size();
     Result out = allocate<Result>(length);
     Writer writer(dataOf(out));
-    writer.put(start);
-    writer.putBase64(salt);
-    writer.put(between);
-    writer.putBase64(iv);
-    if (!sealInto(writer, document, cipher, true))
+    if (!writeAuthenticated(writer, document, start))
         return Result();
-    writer.put(kTail);
     Q_ASSERT(writer.position() == dataOf(out) + length);
     return out;
 }
 
 } // namespace
+
+bool xml_isWellFormedDocumentUTF8(QByteArrayView document)
+{
+    return xml::isWellFormedDocument(document);
+}
 
 QString xml_encryptDocumentWithPassword(const QString& document, const QString& password)
 {
@@ -237,9 +333,33 @@ QByteArray xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QS
 
 QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, QByteArrayView salt, QByteArrayView iv)
 {
+    const QByteArray utf8 = _wq_toUTF8(document);
+    if (!xml_isWellFormedDocumentUTF8(utf8))
+        return QString();
     const WQAESKey aesKey(key);
     // The key variant writes nothing in place of a failed encryption.
-    return classicEnvelope<QString>(_wq_toUTF8(document), aesKey.isValid() ? aesKey.data() : nullptr, salt, iv, "");
+    return classicEnvelope<QString>(utf8, aesKey.isValid() ? aesKey.data() : nullptr, salt, iv, "");
+}
+
+bool xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password, QIODevice& device)
+{
+    if (!xml_isWellFormedDocumentUTF8(document))
+        return false;
+    ClassicSecrets secrets;
+    secrets.key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, secrets.salt);
+    WQCipherStream cipher;
+    if (!secrets.key.isValid() || !cipher.start(WQCipherStream::Mode::CBCEncrypt, secrets.key.data(), secrets.iv))
+        return false;
+    DeviceWriter writer(device);
+    return writeClassic(writer, document, &cipher, secrets.salt, secrets.iv, {}) && writer.finish();
+}
+
+bool xml_encryptDocumentUTF8AuthenticatedWithPassword(QByteArrayView document, const QString& password,
+                                                      QIODevice& device, std::uint32_t iterationCount)
+{
+    AuthenticatedStart start(password, iterationCount);
+    DeviceWriter writer(device);
+    return start.started && writeAuthenticated(writer, document, start) && writer.finish();
 }
 
 QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, const QString& password,

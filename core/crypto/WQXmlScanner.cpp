@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <cstring>
 
-#if defined(__SSE2__)
+#if defined(__x86_64__)
+#include <immintrin.h>
+#elif defined(__SSE2__)
 #include <emmintrin.h>
 #endif
 
@@ -50,8 +52,49 @@ inline std::uint8_t classOf(char c)
     return kClass[std::uint8_t(c)];
 }
 
+// The first "<" or "&" from p on, or end. Long runs are what it is for:
+// 32 bytes at a time where the processor can.
+#if defined(__x86_64__)
+[[gnu::target("avx2")]] const char* findMarkupOrReferenceAVX2(const char* p, const char* end)
+{
+    const __m256i lt = _mm256_set1_epi8('<');
+    const __m256i amp = _mm256_set1_epi8('&');
+    for (; end - p >= 32; p += 32) {
+        const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+        const unsigned mask = unsigned(_mm256_movemask_epi8(_mm256_or_si256(_mm256_cmpeq_epi8(v, lt), _mm256_cmpeq_epi8(v, amp))));
+        if (mask)
+            return p + __builtin_ctz(mask);
+    }
+    while (p < end && *p != '<' && *p != '&')
+        ++p;
+    return p;
+}
+#endif
+
+const char* findMarkupOrReference(const char* p, const char* end)
+{
+#if defined(__x86_64__)
+    static const bool avx2 = __builtin_cpu_supports("avx2");
+    if (avx2)
+        return findMarkupOrReferenceAVX2(p, end);
+#endif
+#if defined(__SSE2__)
+    const __m128i lt = _mm_set1_epi8('<');
+    const __m128i amp = _mm_set1_epi8('&');
+    for (; end - p >= 16; p += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        const int mask = _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, lt), _mm_cmpeq_epi8(v, amp)));
+        if (mask)
+            return p + __builtin_ctz(unsigned(mask));
+    }
+#endif
+    while (p < end && *p != '<' && *p != '&')
+        ++p;
+    return p;
+}
+
 // The first byte from p on that interrupts character data.
-const char* findTextStop(const char* p, const char* end)
+[[gnu::always_inline]] inline const char* findTextStop(const char* p, const char* end)
 {
 #if defined(__SSE2__)
     const __m128i lt = _mm_set1_epi8('<');
@@ -77,6 +120,37 @@ const char* findTextStop(const char* p, const char* end)
     while (p < end && !(classOf(*p) & kTextStop))
         ++p;
     return p;
+}
+
+// Past the name characters from p on.
+inline const char* nameEnd(const char* p, const char* end)
+{
+    while (p < end && (classOf(*p) & kName))
+        ++p;
+    return p;
+}
+
+inline const char* spaceEnd(const char* p, const char* end)
+{
+    while (p < end && (classOf(*p) & kSpace))
+        ++p;
+    return p;
+}
+
+// Whether the n bytes at a and b are the same; n is a name's length, short.
+inline bool sameBytes(const char* a, const char* b, qsizetype n)
+{
+    for (; n >= 8; n -= 8, a += 8, b += 8) {
+        std::uint64_t x, y;
+        std::memcpy(&x, a, 8);
+        std::memcpy(&y, b, 8);
+        if (x != y)
+            return false;
+    }
+    for (; n > 0; --n)
+        if (*a++ != *b++)
+            return false;
+    return true;
 }
 
 bool isCharacter(std::uint32_t c)
@@ -111,7 +185,7 @@ struct Reference {
     QByteArrayView name;
 };
 
-Reference readReference(const char*& p, const char* end)
+[[gnu::always_inline]] inline Reference readReference(const char*& p, const char* end)
 {
     Reference ref;
     const char* q = p + 1;
@@ -202,8 +276,7 @@ bool Scanner::startsWith(const char* literal, qsizetype length) const
 
 void Scanner::skipSpace()
 {
-    while (_p < _end && (classOf(*_p) & kSpace))
-        ++_p;
+    _p = spaceEnd(_p, _end);
 }
 
 bool Scanner::skipComment()
@@ -282,32 +355,37 @@ bool Scanner::skipDocumentType()
     return false;
 }
 
-bool Scanner::reference(const char*& p) const
+[[gnu::always_inline]] inline bool Scanner::reference(const char*& p) const
 {
     const Reference ref = readReference(p, _end);
     // Entities a document type may declare are taken on trust.
     return ref.wellFormed && (!ref.named || ref.codePoint != 0 || _sawDocumentType);
 }
 
-bool Scanner::attributeValue(const char* from, const char* to) const
+[[gnu::always_inline]] inline const char* Scanner::attributeValue(const char* p, char quote) const
 {
-    for (const char* p = from; p < to;) {
+    // One pass: the closing quote is found while the value is checked.
+    while (p < _end) {
         const char c = *p;
+        if (c == quote)
+            return p;
         if (c == '<' || (_limits.checkCharacters && (classOf(c) & kForbidden)))
-            return false;
+            return nullptr;
         if (c == '&') {
-            if (!reference(p) || p > to)
-                return false;
+            if (!reference(p))
+                return nullptr;
             continue;
         }
         ++p;
     }
-    return true;
+    return nullptr;
 }
 
 bool Scanner::distinctAttributes()
 {
-    const size_t n = _attributes.size();
+    const size_t n = size_t(_attributeCount);
+    if (n < 2)
+        return true;
     if (n <= 8) {
         for (size_t i = 1; i < n; ++i)
             for (size_t j = 0; j < i; ++j)
@@ -316,92 +394,97 @@ bool Scanner::distinctAttributes()
         return true;
     }
     _sorted.clear();
-    for (const Attribute& attribute : _attributes)
+    for (const Attribute& attribute : attributes())
         _sorted.push_back(attribute.name);
     std::sort(_sorted.begin(), _sorted.end(), [](QByteArrayView a, QByteArrayView b) { return a.compare(b) < 0; });
     return std::adjacent_find(_sorted.begin(), _sorted.end()) == _sorted.end();
 }
 
-Scanner::Token Scanner::startTag()
+[[gnu::always_inline]] inline Scanner::Token Scanner::startTag(const char*& at)
 {
-    if (qsizetype(_open.size()) >= _limits.maximumDepth || _elements >= _limits.maximumElements)
+    if (_depth >= _limits.maximumDepth || _elements >= _limits.maximumElements)
         return fail(Failure::LimitExceeded);
-    ++_p;
-    const char* name = _p;
-    if (_p >= _end || !(classOf(*_p) & kNameStart))
+    const char* const end = _end;
+    const char* p = at + 1;
+    const char* name = p;
+    if (p >= end || !(classOf(*p) & kNameStart))
         return fail(Failure::Malformed);
-    while (_p < _end && (classOf(*_p) & kName))
-        ++_p;
-    _name = QByteArrayView(name, _p - name);
-    _attributes.clear();
+    p = nameEnd(p + 1, end);
+    const qsizetype nameSize = p - name;
+    setName(name, nameSize);
+    _attributeCount = 0;
     bool empty = false;
     for (;;) {
-        const char* beforeSpace = _p;
-        skipSpace();
-        if (_p >= _end)
+        const char* beforeSpace = p;
+        p = spaceEnd(p, end);
+        if (p >= end)
             return fail(Failure::Malformed);
-        if (*_p == '>') {
-            ++_p;
+        const char c = *p;
+        if (c == '>') {
+            ++p;
             break;
         }
-        if (*_p == '/') {
-            if (_p + 1 >= _end || _p[1] != '>')
+        if (c == '/') {
+            if (p + 1 >= end || p[1] != '>')
                 return fail(Failure::Malformed);
-            _p += 2;
+            p += 2;
             empty = true;
             break;
         }
-        if (_p == beforeSpace || !(classOf(*_p) & kNameStart))
+        if (p == beforeSpace || !(classOf(c) & kNameStart))
             return fail(Failure::Malformed);
-        if (qsizetype(_attributes.size()) >= _limits.maximumAttributes)
+        if (_attributeCount >= _limits.maximumAttributes)
             return fail(Failure::LimitExceeded);
-        const char* attributeName = _p;
-        while (_p < _end && (classOf(*_p) & kName))
-            ++_p;
-        const QByteArrayView attribute(attributeName, _p - attributeName);
-        skipSpace();
-        if (_p >= _end || *_p != '=')
+        const char* attributeName = p;
+        p = nameEnd(p + 1, end);
+        const QByteArrayView attribute(attributeName, p - attributeName);
+        p = spaceEnd(p, end);
+        if (p >= end || *p != '=')
             return fail(Failure::Malformed);
-        ++_p;
-        skipSpace();
-        if (_p >= _end || (*_p != '"' && *_p != '\''))
+        p = spaceEnd(p + 1, end);
+        if (p >= end || (*p != '"' && *p != '\''))
             return fail(Failure::Malformed);
-        const char quote = *_p++;
-        const void* close = std::memchr(_p, quote, size_t(_end - _p));
-        if (!close)
+        const char* value = p + 1;
+        const char* valueEnd = attributeValue(value, *p);
+        if (!valueEnd)
             return fail(Failure::Malformed);
-        const char* valueEnd = static_cast<const char*>(close);
-        if (!attributeValue(_p, valueEnd))
-            return fail(Failure::Malformed);
-        _attributes.push_back({attribute, QByteArrayView(_p, valueEnd - _p)});
-        _p = valueEnd + 1;
+        // Like the stack of names, the list only grows; entries past the count are stale.
+        if (_attributeCount == qsizetype(_attributes.size()))
+            _attributes.resize(_attributes.size() * 2 + 8);
+        Attribute& entry = _attributes[size_t(_attributeCount++)];
+        entry.name = attribute;
+        entry.value = QByteArrayView(value, valueEnd - value);
+        p = valueEnd + 1;
     }
-    if (!distinctAttributes())
+    at = p;
+    if (_attributeCount > 1 && !distinctAttributes())
         return fail(Failure::Malformed);
     ++_elements;
     _sawRoot = true;
-    _open.push_back(_name);
+    // The stack only grows; entries above the depth are left as they are.
+    if (_depth == qsizetype(_open.size()))
+        _open.resize(_open.size() * 2 + 16);
+    _open[size_t(_depth++)] = QByteArrayView(name, nameSize);
     _pendingEnd = empty;
     return Token::StartElement;
 }
 
-Scanner::Token Scanner::endTag()
+[[gnu::always_inline]] inline Scanner::Token Scanner::endTag(const char*& at)
 {
-    _p += 2;
+    const char* p = at + 2;
     // The name must be the open element's, and end there.
-    const QByteArrayView open = _open.back();
-    if (_end - _p <= open.size() || std::memcmp(_p, open.data(), size_t(open.size())) != 0
-        || (classOf(_p[open.size()]) & kName))
+    const QByteArrayView& open = _open[size_t(_depth - 1)];
+    if (_end - p <= open.size() || !sameBytes(p, open.data(), open.size()) || (classOf(p[open.size()]) & kName))
         return fail(Failure::Malformed);
-    _name = open;
-    _p += open.size();
-    if (*_p != '>') {
-        skipSpace();
-        if (_p >= _end || *_p != '>')
+    setName(open.data(), open.size());
+    p += open.size();
+    if (*p != '>') {
+        p = spaceEnd(p, _end);
+        if (p >= _end || *p != '>')
             return fail(Failure::Malformed);
     }
-    ++_p;
-    _open.pop_back();
+    at = p + 1;
+    --_depth;
     return Token::EndElement;
 }
 
@@ -426,74 +509,109 @@ Scanner::Token Scanner::cdata()
         for (const char* q = from; q < to; ++q)
             if (classOf(*q) & kForbidden)
                 return fail(Failure::Malformed);
-    _text = QByteArrayView(from, to - from);
+    setText(from, to - from);
     _literal = true;
     _reference = false;
     _p = to + 3;
     return Token::Text;
 }
 
-Scanner::Token Scanner::textRun()
+[[gnu::always_inline]] inline Scanner::Token Scanner::textRun(const char*& at)
 {
-    const char* from = _p;
+    const char* from = at;
     _literal = false;
     _reference = false;
     if (!_limits.checkCharacters) {
-        const void* lt = std::memchr(_p, '<', size_t(_end - _p));
-        if (!lt)
-            return fail(Failure::Malformed);
-        const char* to = static_cast<const char*>(lt);
-        for (const char* p = from; (p = static_cast<const char*>(std::memchr(p, '&', size_t(to - p))));) {
-            if (!reference(p) || p > to)
+        // One pass to the end of the run, references read on the way: a
+        // cipher value runs for megabytes.
+        const char* p = from;
+        for (;;) {
+            p = findMarkupOrReference(p, _end);
+            if (p >= _end)
+                return fail(Failure::Malformed);
+            if (*p == '<')
+                break;
+            if (!reference(p))
                 return fail(Failure::Malformed);
             _reference = true;
         }
-        _text = QByteArrayView(from, to - from);
-        _p = to;
+        setText(from, p - from);
+        at = p;
         return Token::Text;
     }
+    const char* p = at;
     for (;;) {
-        _p = findTextStop(_p, _end);
-        if (_p >= _end)
+        p = findTextStop(p, _end);
+        if (p >= _end)
             return fail(Failure::Malformed);
-        const char c = *_p;
+        const char c = *p;
         if (c == '<')
             break;
         if (c == '&') {
-            if (!reference(_p))
+            if (!reference(p))
                 return fail(Failure::Malformed);
             _reference = true;
         } else if (c == ']') {
-            if (startsWith("]]>", 3))
+            if (_end - p >= 3 && p[1] == ']' && p[2] == '>')
                 return fail(Failure::Malformed);
-            ++_p;
+            ++p;
         } else {
             return fail(Failure::Malformed);   // a control character
         }
     }
-    _text = QByteArrayView(from, _p - from);
+    at = p;
+    setText(from, p - from);
     return Token::Text;
 }
 
 Scanner::Token Scanner::next()
 {
+    const char* p = _p;
+    const Token token = step(p);
+    _p = p;
+    return token;
+}
+
+bool Scanner::wellFormedToTheEnd()
+{
+    // The position stays in a register from token to token: kept in _p,
+    // every token would wait for the store of the one before.
+    const char* p = _p;
+    for (;;) {
+        switch (step(p)) {
+        case Token::End:
+            _p = p;
+            return true;
+        case Token::Error:
+            _p = p;
+            return false;
+        default:
+            break;
+        }
+    }
+}
+
+[[gnu::always_inline]] inline Scanner::Token Scanner::step(const char*& p)
+{
     if (_failure != Failure::None)
         return Token::Error;
     if (_pendingEnd) {
         _pendingEnd = false;
-        _name = _open.back();
-        _open.pop_back();
+        --_depth;
+        setName(_open[size_t(_depth)].data(), _open[size_t(_depth)].size());
         return Token::EndElement;
     }
     for (;;) {
-        if (_open.empty()) {
+        if (_depth == 0) {
             // Before and after the root: white space, comments and
             // processing instructions only.
-            skipSpace();
-            if (_p >= _end)
+            p = spaceEnd(p, _end);
+            if (p >= _end)
                 return _sawRoot ? Token::End : fail(Failure::Malformed);
-            if (*_p != '<')
+            if (*p != '<')
                 return fail(Failure::Malformed);
+            // The rare constructs work on _p.
+            _p = p;
             if (startsWith("<?", 2)) {
                 if (!skipProcessingInstruction(_p == _begin))
                     return fail(Failure::Malformed);
@@ -509,30 +627,38 @@ Scanner::Token Scanner::next()
             } else if (_sawRoot || startsWith("<!", 2) || startsWith("</", 2)) {
                 return fail(Failure::Malformed);
             } else {
-                return startTag();
+                return startTag(p);
             }
+            p = _p;
             continue;
         }
-        if (_p >= _end)
+        if (p >= _end)
             return fail(Failure::Malformed);
-        if (*_p != '<')
-            return textRun();
-        const char second = _p + 1 < _end ? _p[1] : 0;
+        if (*p != '<')
+            return textRun(p);
+        const char second = p + 1 < _end ? p[1] : 0;
         if (second == '/')
-            return endTag();
+            return endTag(p);
         if (second == '!') {
-            if (startsWith("<![CDATA[", 9))
-                return cdata();
+            _p = p;
+            if (startsWith("<![CDATA[", 9)) {
+                const Token token = cdata();
+                p = _p;
+                return token;
+            }
             if (!startsWith("<!--", 4) || !skipComment())
                 return fail(Failure::Malformed);
+            p = _p;
             continue;
         }
         if (second == '?') {
+            _p = p;
             if (!skipProcessingInstruction(false))
                 return fail(Failure::Malformed);
+            p = _p;
             continue;
         }
-        return startTag();
+        return startTag(p);
     }
 }
 
@@ -577,16 +703,7 @@ bool isWellFormedDocument(QByteArrayView utf8)
         return false;
     Scanner scanner(utf8, ScannerLimits{100000, std::numeric_limits<qsizetype>::max(),
                                         std::numeric_limits<qsizetype>::max(), true, true});
-    for (;;) {
-        switch (scanner.next()) {
-        case Scanner::Token::End:
-            return true;
-        case Scanner::Token::Error:
-            return false;
-        default:
-            break;
-        }
-    }
+    return scanner.wellFormedToTheEnd();
 }
 
 } // namespace wq::xml

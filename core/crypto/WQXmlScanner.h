@@ -11,6 +11,7 @@
 #include <QByteArrayView>
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace wq::xml {
@@ -39,32 +40,38 @@ public:
     Scanner(QByteArrayView document, const ScannerLimits& limits);
 
     Token next();
+    // Reads on to the end: true when the rest is well-formed.
+    bool wellFormedToTheEnd();
 
     // The qualified name of the element just started or ended.
-    QByteArrayView name() const { return _name; }
+    QByteArrayView name() const { return QByteArrayView(_nameData, _nameSize); }
     // The attributes of the element just started.
-    const std::vector<Attribute>& attributes() const { return _attributes; }
+    std::span<const Attribute> attributes() const { return {_attributes.data(), size_t(_attributeCount)}; }
     // Character data as written: references and line ends not yet decoded
     // unless isLiteral (a CDATA section, whose line ends are still raw).
-    QByteArrayView text() const { return _text; }
+    QByteArrayView text() const { return QByteArrayView(_textData, _textSize); }
     bool isLiteral() const { return _literal; }
     bool hasReference() const { return _reference; }
     // Elements open after the token.
-    qsizetype depth() const { return qsizetype(_open.size()); }
+    qsizetype depth() const { return _depth; }
     bool sawRoot() const { return _sawRoot; }
     Failure failure() const { return _failure; }
 
 private:
     Token fail(Failure failure);
-    Token startTag();
-    Token endTag();
-    Token textRun();
+    // One token from p on, p moved past it.
+    Token step(const char*& p);
+    Token startTag(const char*& p);
+    Token endTag(const char*& p);
+    Token textRun(const char*& p);
     Token cdata();
     bool skipComment();
     bool skipProcessingInstruction(bool declarationAllowed);
     bool skipDocumentType();
     bool reference(const char*& p) const;
-    bool attributeValue(const char* from, const char* to) const;
+    // The closing quote of the attribute value from p on; nothing when
+    // the value is malformed or does not end.
+    const char* attributeValue(const char* p, char quote) const;
     bool distinctAttributes();
     void skipSpace();
     bool startsWith(const char* literal, qsizetype length) const;
@@ -73,11 +80,20 @@ private:
     const char* _p;
     const char* _end;
     ScannerLimits _limits;
-    std::vector<QByteArrayView> _open;
-    std::vector<Attribute> _attributes;
+    std::vector<QByteArrayView> _open;   // the open elements' names, _depth of them
+    qsizetype _depth = 0;
+    std::vector<Attribute> _attributes;   // _attributeCount of them are the element's
+    qsizetype _attributeCount = 0;
     std::vector<QByteArrayView> _sorted;
-    QByteArrayView _name;
-    QByteArrayView _text;
+    // Views kept as their two halves: a view built in a register pair and
+    // stored whole is read back by the next token before the store is done,
+    // which stalls the one loop everything runs through.
+    void setName(const char* data, qsizetype size) { _nameData = data; _nameSize = size; }
+    void setText(const char* data, qsizetype size) { _textData = data; _textSize = size; }
+    const char* _nameData = nullptr;
+    qsizetype _nameSize = 0;
+    const char* _textData = nullptr;
+    qsizetype _textSize = 0;
     qsizetype _elements = 0;
     Failure _failure = Failure::None;
     bool _literal = false;

@@ -3,6 +3,7 @@
 
 #include "WQBase64Kernels.h"
 #include "WQBase64Testing.h"
+#include "detail/WQBase64Raw.h"
 
 #include <array>
 #include <atomic>
@@ -149,6 +150,29 @@ struct GroupDecoder {
     }
 };
 
+// Whole groups of four alphabet characters from p on, one at a time, up to
+// the first group holding anything else; the characters taken.
+template <typename Unit>
+qsizetype scalarGroups(const Unit* p, const Unit* end, std::uint8_t* out)
+{
+    const Unit* const start = p;
+    for (; end - p >= 4; p += 4) {
+        if constexpr (sizeof(Unit) > 1) {
+            if ((p[0] | p[1] | p[2] | p[3]) >= 128)
+                break;
+        }
+        const std::uint32_t bits = kShift18[std::uint8_t(p[0])] | kShift12[std::uint8_t(p[1])]
+            | kShift6[std::uint8_t(p[2])] | kShift0[std::uint8_t(p[3])];
+        if (bits & kBad)
+            break;
+        out[0] = std::uint8_t(bits >> 16);
+        out[1] = std::uint8_t(bits >> 8);
+        out[2] = std::uint8_t(bits);
+        out += 3;
+    }
+    return p - start;
+}
+
 // Walks the text. Units is either 8-bit or 16-bit code units.
 template <typename Unit>
 std::optional<QByteArray> decode(const Unit* text, qsizetype n)
@@ -212,21 +236,10 @@ std::optional<QByteArray> decode(const Unit* text, qsizetype n)
                 lastGroup = p + 4;
                 p += 8;
             }
-            while (end - p >= 4) {
-                if constexpr (sizeof(Unit) > 1) {
-                    if ((p[0] | p[1] | p[2] | p[3]) >= 128)
-                        break;
-                }
-                const std::uint32_t bits = kShift18[std::uint8_t(p[0])] | kShift12[std::uint8_t(p[1])]
-                    | kShift6[std::uint8_t(p[2])] | kShift0[std::uint8_t(p[3])];
-                if (bits & kBad)
-                    break;
-                group.out[0] = char(bits >> 16);
-                group.out[1] = char(bits >> 8);
-                group.out[2] = char(bits);
-                group.out += 3;
-                lastGroup = p;
-                p += 4;
+            if (const qsizetype taken = scalarGroups(p, end, reinterpret_cast<std::uint8_t*>(group.out))) {
+                group.out += taken / 4 * 3;
+                p += taken;
+                lastGroup = p - 4;
             }
             if (lastGroup) {
                 for (int i = 0; i < 4; ++i)
@@ -294,6 +307,25 @@ void encodeUnbroken(const std::uint8_t* in, qsizetype n, Unit* out)
         out[2] = rest > 1 ? Unit(kAlphabet[(b1 & 0x0F) << 2]) : Unit('=');
         out[3] = Unit('=');
     }
+}
+
+// Whole groups only: the vector kernel while it takes blocks, then four
+// characters at a time.
+template <typename Unit>
+qsizetype decodeGroups(const Unit* text, qsizetype n, std::uint8_t* out)
+{
+    const Unit* p = text;
+    const Unit* const end = text + n;
+    if (const Kernels* kernels = activeKernels(); kernels && n >= 16) {
+        std::size_t taken;
+        if constexpr (sizeof(Unit) == 1)
+            taken = kernels->decodeBytes(reinterpret_cast<const std::uint8_t*>(p), std::size_t(n), out);
+        else
+            taken = kernels->decodeUnits(p, std::size_t(n), out);
+        p += taken;
+        out += taken / 4 * 3;
+    }
+    return p - text + scalarGroups(p, end, out);
 }
 
 qsizetype unbrokenLength(qsizetype n)
@@ -390,6 +422,26 @@ QByteArray base64EncodedBytes(QByteArrayView data)
     encodeUnbroken<std::uint16_t>(reinterpret_cast<const std::uint8_t*>(data.data()), data.size(),
                                   reinterpret_cast<std::uint8_t*>(bytes.data()));
     return bytes;
+}
+
+qsizetype _wq_base64DecodeGroups(const char* text, qsizetype n, std::uint8_t* out)
+{
+    return decodeGroups(text, n, out);
+}
+
+qsizetype _wq_base64DecodeGroups(const char16_t* text, qsizetype n, std::uint8_t* out)
+{
+    return decodeGroups(text, n, out);
+}
+
+void _wq_base64Encode(const std::uint8_t* in, qsizetype n, char* out)
+{
+    encodeUnbroken<std::uint16_t>(in, n, reinterpret_cast<std::uint8_t*>(out));
+}
+
+void _wq_base64Encode(const std::uint8_t* in, qsizetype n, char16_t* out)
+{
+    encodeUnbroken<std::uint32_t>(in, n, out);
 }
 
 WQBase64Path _wq_base64Path()

@@ -11,6 +11,8 @@
 
 #include <WQGeneral/crypto/WQEncryptedDocument.h>
 
+#include <QFileDevice>
+
 namespace {
 
 using namespace wq::tool;
@@ -89,6 +91,18 @@ int runEncrypt(const QStringList& list)
         err(QStringLiteral("%1 is not UTF-8 text").arg(paths[0]));
         return kExitUsage;
     }
+    // Its reader opens a classic envelope only to a well-formed document, so
+    // its writer refuses anything else. A person is told before typing a
+    // password; otherwise the writer's own check is the only pass.
+    const auto refuse = [&paths] {
+        err(QStringLiteral("%1 is not a well-formed XML document, and the classic envelope takes nothing else "
+                           "(it could never be opened); the authenticated envelope, the default, takes any text")
+                .arg(paths[0]));
+        return kExitUsage;
+    };
+    const bool prompting = source.file.isEmpty() && !source.standardInput;
+    if (classic && prompting && !wq::xml_isWellFormedDocumentUTF8(*document))
+        return refuse();
     // An output that cannot be made is found before the password is asked for.
     Output output;
     if (!output.open(paths[1]))
@@ -98,15 +112,22 @@ int runEncrypt(const QStringList& list)
         insecure ? QString() : QStringLiteral("anyone could open the document (give --insecure to use it anyway)"));
     if (!password)
         return kExitUsage;
-    const QByteArray envelope = classic
-        ? wq::xml_encryptDocumentUTF8WithPassword(*document, *password)
-        : wq::xml_encryptDocumentUTF8AuthenticatedWithPassword(*document, *password, iterations);
+    // Streamed into the output as it is made: the envelope is never held whole.
+    const bool sealed = classic
+        ? wq::xml_encryptDocumentUTF8WithPassword(*document, *password, output.device())
+        : wq::xml_encryptDocumentUTF8AuthenticatedWithPassword(*document, *password, output.device(), iterations);
     forget(*password);
-    if (envelope.isEmpty()) {
-        err(QStringLiteral("the document could not be encrypted"));
+    if (!sealed) {
+        if (classic && !wq::xml_isWellFormedDocumentUTF8(*document))
+            return refuse();
+        // Not committed: the part written goes with the temporary file.
+        const auto* file = qobject_cast<const QFileDevice*>(&output.device());
+        err(file && file->error() != QFileDevice::NoError
+                ? QStringLiteral("cannot write %1: %2").arg(paths[1], file->errorString())
+                : QStringLiteral("the document could not be encrypted"));
         return kExitFailure;
     }
-    return output.write(envelope) && output.commit() ? kExitOK : kExitFailure;
+    return output.commit() ? kExitOK : kExitFailure;
 }
 
 // Reads an envelope file and checks its shape; otherwise says why and
@@ -193,7 +214,8 @@ const Registrar encryptRegistrar{
                    "all. By default the envelope is authenticated (AES-128-GCM, PBKDF2-HMAC-SHA256\n"
                    "with --iterations N, default and least %1): any change to it is found when it\n"
                    "is opened. --classic writes the classic envelope (AES-128-CBC, a fixed 1000\n"
-                   "iterations of PBKDF2-HMAC-SHA1) for older readers; it is weak.\n"
+                   "iterations of PBKDF2-HMAC-SHA1) for older readers; it is weak, and it takes\n"
+                   "only a well-formed XML document (its reader opens nothing else).\n"
                    "--insecure allows an empty password and fewer iterations.\n"
                    "\n").arg(kRecommendedIterations) + kPasswordHelp,
     &runEncrypt};

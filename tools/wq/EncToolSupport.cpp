@@ -123,8 +123,21 @@ bool Output::write(QByteArrayView bytes)
     return !_wq_failed;
 }
 
+QIODevice& Output::device()
+{
+    if (_wq_file)
+        return *_wq_file;
+    if (!_wq_standardOutput) {
+        _wq_standardOutput = std::make_unique<QFile>();
+        _wq_standardOutput->open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    }
+    return *_wq_standardOutput;
+}
+
 bool Output::commit()
 {
+    if (_wq_standardOutput && _wq_standardOutput->error() != QFileDevice::NoError)
+        _wq_failed = true;
     if (!_wq_failed && (!_wq_file || _wq_file->commit()))
         return true;
     if (_wq_file)

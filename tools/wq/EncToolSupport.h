@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QFile>
 #include <QSaveFile>
 #include <QString>
 
@@ -44,10 +45,14 @@ public:
     // secret: the file is created readable and writable by its owner only.
     bool open(const QString& path, bool secret = false);
     bool write(QByteArrayView bytes);
+    // The same place as a device, for writers that stream into it; what
+    // they write is kept only by commit().
+    QIODevice& device();
     bool commit();
 
 private:
     std::unique_ptr<QSaveFile> _wq_file;
+    std::unique_ptr<QFile> _wq_standardOutput;
     QString _wq_path;
     bool _wq_failed = false;
 };

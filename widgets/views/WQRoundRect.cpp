@@ -22,6 +22,21 @@ void arcAround(QPainterPath& path, const WQPoint& centre, double radius, double 
     path.arcTo(arcBox(centre, radius), -from, -(to - from));
 }
 
+// The plain rectangle path: addRect() leaves a zero-size rectangle out
+// altogether (the path stays empty, its bounds at the origin), so that one is
+// laid out as addRect() lays out any other and then moved onto its corners.
+void addPlainRect(QPainterPath& path, const QRectF& rect)
+{
+    if (!rect.isNull()) {
+        path.addRect(rect);
+        return;
+    }
+    const int first = path.elementCount();
+    path.addRect(QRectF(rect.topLeft(), QSizeF(1, 1)));
+    for (int i = first; i < path.elementCount(); ++i)
+        path.setElementPositionAt(i, rect.x(), rect.y());
+}
+
 } // namespace
 
 double roundRectRadius(const QRectF& rect, double radius)
@@ -40,7 +55,7 @@ QPainterPath bezierPathWithRoundRectInRect(const QRectF& rect, double radius)
     QPainterPath path;
     const double r = roundRectRadius(rect, radius);
     if (!(r > 0)) {
-        path.addRect(rect);
+        addPlainRect(path, rect);
         return path;
     }
     const WQRect outer{rect.x(), rect.y(), rect.width(), rect.height()};

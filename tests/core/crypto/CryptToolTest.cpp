@@ -155,6 +155,33 @@ TEST(CryptTool, WrongPasswordOrDamageLeavesNoOutput)
     EXPECT_TRUE(r.err.startsWith("wq: "));
 }
 
+TEST(CryptTool, ClassicEnvelopeRefusesWhatCouldNeverBeOpened)
+{
+    // Its reader opens a classic envelope only to a well-formed document.
+    QTemporaryDir dir;
+    const QString sealed = dir.filePath(QStringLiteral("a.enc"));
+    const QString plain = dir.filePath(QStringLiteral("note.txt"));
+    for (const QByteArray& text : {QByteArray(), QByteArray("just a note"), QByteArray("<a>1</a><b/>")}) {
+        write(plain, text);
+        ToolRun r = run({"encrypt", "--classic", "--password-stdin", plain, sealed}, "pw\n");
+        EXPECT_EQ(r.exitCode, 2) << text.toStdString();
+        EXPECT_TRUE(r.err.contains("is not a well-formed XML document")) << r.err.toStdString();
+        EXPECT_FALSE(QFile::exists(sealed));
+        // The authenticated envelope, the default, takes any text.
+        r = run({"encrypt", "--iterations", "1", "--insecure", "--password-stdin", plain, sealed}, "pw\n");
+        ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+        r = run({"decrypt", "--password-stdin", sealed, "-"}, "pw\n");
+        EXPECT_EQ(r.exitCode, 0);
+        EXPECT_EQ(r.out, text);
+        QFile::remove(sealed);
+    }
+    // A person at the terminal is told before typing a password.
+    const ToolRun asked = runOnTerminal({"encrypt", "--classic", plain, sealed}, {});
+    EXPECT_EQ(asked.exitCode, 2);
+    EXPECT_TRUE(asked.out.contains("is not a well-formed XML document"));
+    EXPECT_FALSE(asked.out.contains("Password"));
+}
+
 TEST(CryptTool, InspectAndTheSmallCommands)
 {
     QTemporaryDir dir;

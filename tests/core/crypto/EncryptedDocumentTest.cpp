@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QRegularExpression>
 
 #include "WQTextBytes.h"
@@ -74,14 +75,14 @@ TEST(EncryptedDocument, PasswordEnvelopeSaltAndIV)
 {
     qsizetype shortest = 100, longest = 0;
     for (int i = 0; i < 60; ++i) {
-        const QString envelope = xml_encryptDocumentWithPassword(QString(), QStringLiteral("pw"));
+        const QString envelope = xml_encryptDocumentWithPassword(QStringLiteral("<a/>"), QStringLiteral("pw"));
         ASSERT_TRUE(envelope.startsWith(kHead));
         ASSERT_TRUE(envelope.endsWith(kTail));
         const QByteArray salt = QByteArray::fromBase64(between(envelope, u"<Specified>", u"</Specified>").toLatin1());
         shortest = std::min(shortest, salt.size());
         longest = std::max(longest, salt.size());
         const QString value = between(envelope, u"<CipherValue>", u"</CipherValue>");
-        ASSERT_EQ(value.size(), 24 + 24);   // the IV, then one block for the empty document
+        ASSERT_EQ(value.size(), 24 + 24);   // the IV, then one block for the short document
         EXPECT_EQ(QByteArray::fromBase64(value.first(24).toLatin1()).size(), 16);
         EXPECT_TRUE(envelope.contains(kMiddle.first(40)));
     }
@@ -114,21 +115,75 @@ TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
     }
 }
 
-TEST(EncryptedDocument, ClassicEnvelopeOpensOnlyToAWellFormedDocument)
+TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
 {
     // The classic envelope has nothing else to tell its own text from a
-    // changed one; the authenticated envelope's tag vouches for any text.
+    // changed one, so its reader opens it only to a well-formed document,
+    // and its writers refuse anything else rather than seal it for good.
+    // The authenticated envelope's tag vouches for any text.
     const QString texts[] = {
         QString(), QStringLiteral("0123456789abcdef"), QStringLiteral("<a>1</a><b/>"), QStringLiteral("<a>&</a>"),
         QStringLiteral("<a b='1' b='2'/>"), QStringLiteral("<a>\u0001</a>"), QStringLiteral("<a></b>"),
         QStringLiteral("<a>&bogus;</a>"), QStringLiteral("<a>]]></a>"),
     };
+    const QByteArray salt = "saltsalt", iv = "IVIVIVIVIVIVIVIV";
+    const QString password = QStringLiteral("pw");
+    const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
     for (const QString& text : texts) {
-        EXPECT_EQ(xml_decryptDocumentWithPassword(xml_encryptDocumentWithPassword(text, QStringLiteral("pw")),
-                                                  QStringLiteral("pw")).error,
-                  WQEnvelopeError::WrongPasswordOrDamaged) << text.toStdString();
-        EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(text, QStringLiteral("pw"), 1), QStringLiteral("pw"), text));
+        const QByteArray utf8 = text.toUtf8();
+        EXPECT_FALSE(xml_isWellFormedDocumentUTF8(utf8)) << text.toStdString();
+        EXPECT_TRUE(xml_encryptDocumentWithPassword(text, password).isEmpty()) << text.toStdString();
+        EXPECT_TRUE(xml_encryptDocumentUTF8WithPassword(utf8, password).isEmpty());
+        EXPECT_TRUE(xml_encryptDocumentWithKey(text, key.bytes(), salt, iv).isEmpty());
+        // An envelope made some other way around such a text does not open.
+        const QString sealed = kHead + QString::fromLatin1(salt.toBase64()) + kMiddle + QString::fromLatin1(iv.toBase64())
+            + QString::fromLatin1(AES128EncryptWithDerivedKey(utf8, key.bytes(), iv)->toBase64()) + kTail;
+        EXPECT_EQ(xml_decryptDocumentWithPassword(sealed, password).error, WQEnvelopeError::WrongPasswordOrDamaged);
+        EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(text, password, 1), password, text));
     }
+    EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<?xml version='1.0'?><a b='1'>\xc3\xa9</a>"));
+    // Valid UTF-8 only, wherever a byte above 127 stands.
+    for (const char* bad : {"<a>\xff</a>", "<a>\xc0\x80</a>", "<a>\xed\xa0\x80</a>", "<a b='\xe2\x82'/>", "<a><!-- \xff --></a>"})
+        EXPECT_FALSE(xml_isWellFormedDocumentUTF8(bad)) << bad;
+    EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<\xc3\xa9 \xc3\xa9='\xe2\x82\xac'>\xf0\x9f\x98\x80<!--\xc3\xa9--></\xc3\xa9>"));
+}
+
+TEST(EncryptedDocument, AsynchronousAndStreamingVariantsAnswerWhatTheOthersDo)
+{
+    // Envelopes differ by their random salt and IV: what must agree is what
+    // each opens to, and what a reader makes of the same envelope.
+    const QString document = QStringLiteral("<a>Gr\u00fc\u00dfe</a>");
+    const QString password = QStringLiteral("pw");
+    const auto streamed = [&](bool classic) {
+        QBuffer device;
+        device.open(QIODevice::WriteOnly);
+        const bool written = classic ? xml_encryptDocumentUTF8WithPassword(document.toUtf8(), password, device)
+                                     : xml_encryptDocumentUTF8AuthenticatedWithPassword(document.toUtf8(), password, device, 1);
+        return written ? QString::fromUtf8(device.data()) : QString();
+    };
+    const QString envelopes[] = {
+        streamed(true),
+        streamed(false),
+        xml_encryptDocumentWithPasswordAsync(document, password).result(),
+        QString::fromUtf8(xml_encryptDocumentUTF8WithPasswordAsync(document.toUtf8(), password).result()),
+        xml_encryptDocumentAuthenticatedWithPasswordAsync(document, password, 1).result(),
+        QString::fromUtf8(xml_encryptDocumentUTF8AuthenticatedWithPasswordAsync(document.toUtf8(), password, 1).result()),
+    };
+    for (const QString& envelope : envelopes) {
+        EXPECT_TRUE(opensAs(envelope, password, document));
+        for (const QString& tried : {password, QStringLiteral("wrong")}) {
+            const WQDecryptedDocument text = xml_decryptDocumentWithPasswordAsync(envelope, tried).result();
+            const WQDecryptedDocumentUTF8 bytes = xml_decryptDocumentUTF8WithPasswordAsync(envelope.toUtf8(), tried).result();
+            EXPECT_EQ(text.error, xml_decryptDocumentWithPassword(envelope, tried).error);
+            EXPECT_EQ(text.document, xml_decryptDocumentWithPassword(envelope, tried).document);
+            EXPECT_EQ(bytes.document, xml_decryptDocumentUTF8WithPassword(envelope.toUtf8(), tried).document);
+        }
+    }
+    EXPECT_TRUE(xml_encryptDocumentWithPasswordAsync(QStringLiteral("not XML"), password).result().isEmpty());
+    QBuffer refused;
+    refused.open(QIODevice::WriteOnly);
+    EXPECT_FALSE(xml_encryptDocumentUTF8WithPassword("not XML", password, refused));
+    EXPECT_TRUE(refused.data().isEmpty());
 }
 
 TEST(EncryptedDocument, TenMebibyteDocuments)

@@ -1,8 +1,10 @@
 // The showcase's register as a user keeps it: Return records in date order
 // with a running balance, Tab walks the entry row as it reads, every field is
 // named for assistive technology, nothing is clipped at the minimum size, and
-// the register survives a restart without a second instance spoiling it.
+// the register survives a restart in its own currency, behind a password
+// typed twice, without a second instance taking changes it cannot keep.
 
+#include "RegisterPasswordDialog.h"
 #include "RegisterStore.h"
 #include "RegisterWindow.h"
 #include "ShowcaseFeature.h"
@@ -16,6 +18,7 @@
 #include <WQGeneral/menus/WQMenuExtensions.h>
 #include <WQGeneral/toolbar/WQToolbar.h>
 #include <WQGeneral/toolbar/WQToolbarItem.h>
+#include <WQGeneral/views/WQTableView.h>
 
 #include <QAbstractScrollArea>
 #include <QAccessible>
@@ -26,7 +29,9 @@
 #include <QMenuBar>
 #include <QGuiApplication>
 #include <QDir>
+#include <QDialogButtonBox>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSet>
@@ -60,12 +65,44 @@ protected:
         for (const auto& feature : features)
             feature->build(*window);
         window->finishEntryRow();
-        if (!file.isEmpty())
-            kept = window->keepIn(file);
         window->resize(1000, 560);
         window->show();
         QApplication::setActiveWindow(window.get());
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        if (!file.isEmpty())
+            window->keepIn(file);
+    }
+
+    // Waits until the register of keepIn() is shown.
+    bool opened() const { return QTest::qWaitFor([this] { return !window->isOpening(); }, 30000); }
+
+    // The password dialog on the screen, once it is there.
+    RegisterPasswordDialog* passwordDialog() const
+    {
+        RegisterPasswordDialog* shown = nullptr;
+        (void)QTest::qWaitFor([&] {
+            for (RegisterPasswordDialog* dialog : window->findChildren<RegisterPasswordDialog*>())
+                if (dialog->isVisible())
+                    shown = dialog;
+            return shown != nullptr;
+        }, 30000);
+        return shown;
+    }
+
+    // Types into a dialog's field and, with confirm, presses Return there.
+    static void typeInto(QDialog* dialog, const char* field, const QString& text, bool confirm = false)
+    {
+        auto* edit = dialog->findChild<QLineEdit*>(QString::fromLatin1(field));
+        edit->setFocus();
+        QTest::keyClicks(edit, text);
+        if (confirm)
+            QTest::keyClick(edit, Qt::Key_Return);
+    }
+
+    QByteArray fileContents(const QString& path) const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     void close()
@@ -100,7 +137,6 @@ protected:
     wq::test::ScopedLocale locale{QStringLiteral("en_US")};
     std::unique_ptr<RegisterWindow> window;
     std::vector<std::unique_ptr<ShowcaseFeature>> features;
-    bool kept = false;
 };
 
 TEST_F(Register, ReturnRecordsInDateOrderOnlyWhenTheRowIsComplete)
@@ -425,17 +461,25 @@ TEST_F(Register, SpeaksGermanToAGermanUser)
 }
 
 TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)
+TEST(RegisterStore, KeepsTransactionsAndCurrencyWholeLockedAndEncryptedWhenAsked)
 {
     QTemporaryDir folder;
     const QString path = QDir(folder.path()).filePath(u"register.xml"_qs);
-    const QList<Transaction> rows = {
-        {wq::WQDate(2026, 3, 2), u"Opening <balance> & \"more\""_qs, 2500, QString(), true},
-        {wq::WQDate(-44, 3, 15), u"Ides"_qs, -0.1, u"-CHF 0.10"_qs, false},
+    const RegisterStore::Contents contents{
+        {
+            {wq::WQDate(2026, 3, 2), u"Opening <balance> & \"more\""_qs, 2500, QString(), true},
+            {wq::WQDate(-44, 3, 15), u"Ides"_qs, -84.17, u"-CHF 84.17"_qs, false},
+        },
+        QVariantMap{{u"kWQCurrencyKey_UseSystem"_qs, 0.0}, {u"NSCurrencySymbol"_qs, u" \u20ac"_qs}},
     };
     RegisterStore store(path);
     ASSERT_TRUE(store.lock());
-    ASSERT_TRUE(store.save(rows, QString()));
-    EXPECT_EQ(store.load().transactions, rows);
+    ASSERT_TRUE(store.save(contents, QString()));
+    EXPECT_EQ(store.load().contents, contents);
+    // The shortest text that reads back as the same number, not its binary noise.
+    QFile written(path);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(written.readAll().contains("amount=\"-84.17\"")) ;
     // Written through a temporary file and a rename: nothing else is left.
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
               (QStringList{u"register.xml"_qs, u"register.xml.lock"_qs}));
@@ -446,16 +490,17 @@ TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)
     QString error;
     EXPECT_FALSE(second.save({}, QString(), &error));
     EXPECT_TRUE(error.contains(u"another window"));
-    EXPECT_EQ(second.load().transactions, rows);
+    EXPECT_EQ(second.load().contents, contents);
 
-    ASSERT_TRUE(store.save(rows, u"hunter2"_qs));
+    ASSERT_TRUE(store.save(contents, u"hunter2"_qs));
     EXPECT_TRUE(store.isEncrypted());
-    EXPECT_FALSE(store.load(u"wrong"_qs).ok);
-    EXPECT_EQ(store.load(u"hunter2"_qs).transactions, rows);
+    EXPECT_TRUE(store.load(u"wrong"_qs).wrongPassword);
+    EXPECT_EQ(store.load(u"hunter2"_qs).contents, contents);
 
     // A damaged file is refused, never read as an empty register.
     for (const QByteArray& damaged : {QByteArray("<register><transaction date=\"2026-02-30\" amount=\"1\"/></register>"),
                                       QByteArray("<register><transaction date=\"2026-02-03\" amount=\"x\"/>"),
+                                      QByteArray("<register><currency><setting key=\"k\" number=\"x\"/></currency></register>"),
                                       QByteArray("not xml")}) {
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -465,30 +510,132 @@ TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)
     }
 }
 
-TEST_F(Register, TheRegisterComesBackAfterARestartAndASecondWindowLeavesItAlone)
+TEST_F(Register, TheRegisterComesBackAfterARestartInItsOwnCurrency)
 {
     QTemporaryDir folder;
     const QString path = QDir(folder.path()).filePath(u"register.xml"_qs);
     close();
     open(path);
-    ASSERT_TRUE(kept);
+    ASSERT_TRUE(opened());
+    ASSERT_FALSE(window->isReadOnly());
     record(u"3/20/26"_qs, u"Bookshop"_qs, u"30"_qs);
     const int rows = window->rows().rowCount();
     // Written a moment after the change.
-    for (int wait = 0; wait < 40 && RegisterStore(path).load().transactions.size() != rows; ++wait)
-        QTest::qWait(50);
-    ASSERT_EQ(RegisterStore(path).load().transactions.size(), rows);
-
-    // A second window on the same file: shown, not written.
-    RegisterWindow second;
-    EXPECT_FALSE(second.keepIn(path));
-    EXPECT_EQ(second.rows().rowCount(), rows);
-    second.book().add({wq::WQDate(2026, 4, 1), u"Stray"_qs, 1, QString(), false});
-
+    ASSERT_TRUE(QTest::qWaitFor([&] { return RegisterStore(path).load().contents.transactions.size() == rows; }, 10000));
     close();
+
+    // The same file under other regional settings: the same dollars, not euros.
+    const wq::test::ScopedLocale german(u"de_DE"_qs);
     open(path);
+    ASSERT_TRUE(opened());
     ASSERT_EQ(window->rows().rowCount(), rows);
     EXPECT_EQ(cell(rows - 1, RegisterBook::PayeeColumn), u"Bookshop");
+    EXPECT_EQ(cell(0, RegisterBook::AmountColumn), u"$2,500.00");
+    EXPECT_EQ(cell(rows - 1, RegisterBook::AmountColumn), u"$30.00");
+
+    // A file written before registers kept a currency opens in the
+    // currency of the day, and keeps it from then on.
+    close();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write("<register version=\"1\"><transaction date=\"2026-03-02\" payee=\"Old\" amount=\"2500\"/></register>");
+    file.close();
+    open(path);
+    ASSERT_TRUE(opened());
+    EXPECT_EQ(cell(0, RegisterBook::AmountColumn), u"2.500,00 \u20ac");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return RegisterStore(path).load().contents.currency.has_value(); }, 10000));
+    close();   // the lock goes before its folder
+}
+
+TEST_F(Register, ASecondWindowShowsTheRegisterButTakesNoChanges)
+{
+    QTemporaryDir folder;
+    const QString path = QDir(folder.path()).filePath(u"register.xml"_qs);
+    // The first instance holds the register.
+    RegisterStore first(path);
+    ASSERT_TRUE(first.lock());
+    ASSERT_TRUE(first.save({{{wq::WQDate(2026, 3, 2), u"Opening balance"_qs, 2500, QString(), true},
+                             {wq::WQDate(2026, 3, 5), u"Corner Grocery"_qs, -84.17, QString(), false}},
+                            RegisterStore::systemCurrency()},
+                           QString()));
+    const QByteArray before = fileContents(path);
+    close();
+    open(path);
+    ASSERT_TRUE(opened());
+    ASSERT_TRUE(window->isReadOnly());
+    const QLabel* notice = window->findChild<QLabel*>(u"registerNotice"_qs);
+    ASSERT_NE(notice, nullptr);
+    EXPECT_TRUE(notice->isVisible());
+    EXPECT_TRUE(notice->text().contains(u"another window"));
+    EXPECT_FALSE(window->entryRow()->isEnabled());
+
+    // A user tries every way in: the entry row and Return, the menu's
+    // shortcuts, the table's own menu after picking a row.
+    record(u"3/20/26"_qs, u"Stray"_qs, u"30"_qs);
+    QTest::keyClick(window.get(), Qt::Key_N, Qt::ControlModifier);
+    wq::WQTableView& table = window->table();
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(window->rows().index(1, 1)).center());
+    ASSERT_EQ(table.selectedRows(), QList<int>{1});
+    const QMenuBar* bar = window->findChild<QMenuBar*>();
+    ASSERT_NE(bar, nullptr);
+    for (const char* message : {"newTransaction", "deleteTransaction"}) {
+        const std::optional<QList<QAction*>> items = wq::itemsWithAction(*bar, message, true);
+        ASSERT_TRUE(items && !items->isEmpty()) << message;
+        for (const QAction* item : *items)
+            EXPECT_FALSE(item->isEnabled()) << message;
+    }
+    QTest::keyClick(&table, Qt::Key_Backspace, Qt::ControlModifier);
+    for (const QAction* action : table.menu()->actions())
+        EXPECT_FALSE(action->isEnabled()) << action->text().toStdString();
+    EXPECT_FALSE(window->entryRow()->isEnabled());
+    EXPECT_FALSE(window->findChild<QWidget*>(u"currency"_qs)->isEnabled());
+    EXPECT_EQ(window->rows().rowCount(), 2);
+    EXPECT_TRUE(notice->isVisible());
+    QTest::qWait(400);   // past the moment a save would have come
+    EXPECT_EQ(fileContents(path), before);
+    close();
+}
+
+TEST_F(Register, ThePasswordIsTypedTwiceAndAWrongOneIsSaidToBe)
+{
+    QTemporaryDir folder;
+    const QString path = QDir(folder.path()).filePath(u"register.xml"_qs);
+    close();
+    open(path);
+    ASSERT_TRUE(opened());
+    QAction* choose = window->findChild<QAction*>(u"registerPassword"_qs);
+    ASSERT_NE(choose, nullptr);
+    choose->trigger();
+    RegisterPasswordDialog* dialog = passwordDialog();
+    ASSERT_NE(dialog, nullptr);
+    QPushButton* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    typeInto(dialog, "password", u"hunter2"_qs);
+    typeInto(dialog, "passwordAgain", u"hunter3"_qs);
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_TRUE(dialog->findChild<QLabel*>(u"problem"_qs)->isVisible());
+    QTest::keyClick(dialog->findChild<QLineEdit*>(u"passwordAgain"_qs), Qt::Key_Backspace);
+    typeInto(dialog, "passwordAgain", u"2"_qs, true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return RegisterStore(path).isEncrypted(); }, 30000));
+    const int rows = window->rows().rowCount();
+    close();
+
+    // At start: asked once; a wrong one is said to be wrong, and asked again.
+    open(path);
+    dialog = passwordDialog();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->findChild<QLineEdit*>(u"passwordAgain"_qs), nullptr);
+    typeInto(dialog, "password", u"hunter3"_qs, true);
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        for (const RegisterPasswordDialog* again : window->findChildren<RegisterPasswordDialog*>())
+            if (again->isVisible() && again->findChild<QLabel*>(u"problem"_qs)->text().contains(u"wrong"))
+                return true;
+        return false;
+    }, 30000));
+    typeInto(passwordDialog(), "password", u"hunter2"_qs, true);
+    ASSERT_TRUE(opened());
+    EXPECT_FALSE(window->isReadOnly());
+    EXPECT_EQ(window->rows().rowCount(), rows);
+    close();
 }
 
 } // namespace

@@ -81,11 +81,22 @@ TEST(RoundRect, OutlineRunsThroughTheCornersInOrder)
     }
 
     // Square corners: the plain rectangle, corner included.
-    for (const auto& [rect, r] : {std::pair{QRectF(0, 0, 100, 3), 2.0}, std::pair{QRectF(0, 0, 0, 0), 4.0},
-                                  std::pair{QRectF(1, 1, 20, 20), 0.0}}) {
+    for (const auto& [rect, r] : {std::pair{QRectF(0, 0, 100, 3), 2.0}, std::pair{QRectF(1, 1, 20, 20), 0.0}}) {
         QPainterPath plain;
         plain.addRect(rect);
         EXPECT_EQ(bezierPathWithRoundRectInRect(rect, r), plain);
+    }
+    // A zero-size rectangle too, at its own place: Qt's addRect() would
+    // leave it out, an empty path whose bounds sit at the origin.
+    const QPainterPath point = bezierPathWithRoundRectInRect(QRectF(30, 40, 0, 0), 4);
+    EXPECT_FALSE(point.isEmpty());
+    EXPECT_EQ(point.boundingRect(), QRectF(30, 40, 0, 0));
+    QPainterPath shape;
+    shape.addRect(QRectF(30, 40, 1, 1));
+    ASSERT_EQ(point.elementCount(), shape.elementCount());
+    for (int i = 0; i < point.elementCount(); ++i) {
+        EXPECT_EQ(point.elementAt(i).type, shape.elementAt(i).type) << i;
+        EXPECT_EQ(QPointF(point.elementAt(i)), QPointF(30, 40)) << i;
     }
 }
 

@@ -31,9 +31,12 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QFuture>
 #include <QString>
 
 #include <cstdint>
+
+class QIODevice;
 
 namespace wq {
 
@@ -55,15 +58,25 @@ inline constexpr qsizetype kWQDefaultMaximumEnvelopeSize = qsizetype(64) * 1024 
 /// The writers' salts have 8 to 16 bytes; the reader takes up to this many.
 inline constexpr qsizetype kWQMaximumSaltLength = 256;
 
-/// The classic envelope with a fresh random salt (8 to 16 bytes) and IV.
+/// Whether document (UTF-8) is what a classic envelope may hold: a
+/// well-formed XML document in valid UTF-8. The classic reader opens an
+/// envelope only to such a document, so the classic writers refuse anything
+/// else rather than write an envelope that could never be opened.
+WQ_CORE_EXPORT bool xml_isWellFormedDocumentUTF8(QByteArrayView document);
+
+/// The classic envelope with a fresh random salt (8 to 16 bytes) and IV;
+/// an empty string when the document is not well-formed XML
+/// (xml_isWellFormedDocumentUTF8).
 WQ_CORE_EXPORT QString xml_encryptDocumentWithPassword(const QString& document, const QString& password);
 /// The same over the document's UTF-8 bytes; the envelope comes back as its
 /// UTF-8 bytes, equal to xml_encryptDocumentWithPassword(...).toUtf8() but
-/// without a text copy of either.
+/// without a text copy of either. Empty for a document that is not
+/// well-formed XML.
 WQ_CORE_EXPORT QByteArray xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password);
 /// The classic envelope with a key the caller derived from salt; the salt is
 /// only recorded. The cipher value ends after the IV when the key or IV is
-/// shorter than 16 bytes.
+/// shorter than 16 bytes. An empty string for a document that is not
+/// well-formed XML.
 WQ_CORE_EXPORT QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, QByteArrayView salt, QByteArrayView iv);
 /// The authenticated envelope: 16-byte salt, 12-byte IV, 16-byte tag.
 WQ_CORE_EXPORT QString xml_encryptDocumentAuthenticatedWithPassword(const QString& document, const QString& password,
@@ -71,6 +84,20 @@ WQ_CORE_EXPORT QString xml_encryptDocumentAuthenticatedWithPassword(const QStrin
 /// The authenticated envelope over the document's UTF-8 bytes, answered as UTF-8 bytes.
 WQ_CORE_EXPORT QByteArray xml_encryptDocumentUTF8AuthenticatedWithPassword(QByteArrayView document, const QString& password,
                                                                            std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
+
+/// The classic envelope of the document's UTF-8 bytes written to device as
+/// it is made, never held whole (a large document's envelope costs no
+/// memory of its own). False when the document is not well-formed XML
+/// (nothing is written then), or the cipher or the device failed (the
+/// device may then hold part of an envelope: write to a QSaveFile and
+/// commit only on success).
+WQ_CORE_EXPORT bool xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password,
+                                                       QIODevice& device);
+/// The authenticated envelope written to device as it is made; false when
+/// the cipher or the device failed.
+WQ_CORE_EXPORT bool xml_encryptDocumentUTF8AuthenticatedWithPassword(
+    QByteArrayView document, const QString& password, QIODevice& device,
+    std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
 
 /// Why an envelope could not be read or opened.
 enum class WQEnvelopeError {
@@ -155,6 +182,34 @@ struct WQ_CORE_EXPORT WQDecryptedDocumentUTF8 {
 /// The same over the envelope's UTF-8 bytes, answering the document's.
 WQ_CORE_EXPORT WQDecryptedDocumentUTF8 xml_decryptDocumentUTF8WithPassword(QByteArrayView envelope, const QString& password,
                                                                            const WQEnvelopeLimits& limits = {});
+
+/// \name Off the calling thread
+/// The same work on Qt's global thread pool, for callers that must not wait:
+/// an authenticated envelope's 600,000 iterations take a good part of a
+/// second. Each answers at once with a future of exactly what the function
+/// of the same name without "Async" answers; the arguments are copied, so
+/// the caller may let its own go. Nothing else is shared with the caller.
+/// @{
+
+/// xml_encryptDocumentWithPassword on the thread pool.
+WQ_CORE_EXPORT QFuture<QString> xml_encryptDocumentWithPasswordAsync(const QString& document, const QString& password);
+/// xml_encryptDocumentUTF8WithPassword on the thread pool.
+WQ_CORE_EXPORT QFuture<QByteArray> xml_encryptDocumentUTF8WithPasswordAsync(const QByteArray& document,
+                                                                            const QString& password);
+/// xml_encryptDocumentAuthenticatedWithPassword on the thread pool.
+WQ_CORE_EXPORT QFuture<QString> xml_encryptDocumentAuthenticatedWithPasswordAsync(
+    const QString& document, const QString& password, std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
+/// xml_encryptDocumentUTF8AuthenticatedWithPassword on the thread pool.
+WQ_CORE_EXPORT QFuture<QByteArray> xml_encryptDocumentUTF8AuthenticatedWithPasswordAsync(
+    const QByteArray& document, const QString& password, std::uint32_t iterationCount = kWQAuthenticatedIterationCount);
+/// xml_decryptDocumentWithPassword on the thread pool.
+WQ_CORE_EXPORT QFuture<WQDecryptedDocument> xml_decryptDocumentWithPasswordAsync(const QString& envelope,
+                                                                                const QString& password,
+                                                                                const WQEnvelopeLimits& limits = {});
+/// xml_decryptDocumentUTF8WithPassword on the thread pool.
+WQ_CORE_EXPORT QFuture<WQDecryptedDocumentUTF8> xml_decryptDocumentUTF8WithPasswordAsync(
+    const QByteArray& envelope, const QString& password, const WQEnvelopeLimits& limits = {});
+/// @}
 
 /// @}
 
