@@ -3,11 +3,12 @@ BUILD      ?= build
 BUILD_ASAN ?= build-asan
 BUILD_BENCH?= build-bench
 BUILD_FUZZ ?= build-fuzz
+BUILD_COVERAGE ?= build-coverage
 FUZZ_SECONDS ?= 30
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run run-quick test test-asan package translations bench fuzz docs clean
+.PHONY: all deps configure build run run-quick test test-asan coverage package translations bench fuzz docs clean
 
 all: build
 
@@ -55,6 +56,13 @@ test-asan: deps
 	@ASAN_OPTIONS=detect_leaks=1 LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp \
 	  CONSUMER_FLAGS="-fsanitize=address,undefined" bash scripts/consumer-check.sh $(BUILD_ASAN)
 
+# Line and branch coverage of core and widgets per folder (gcc --coverage,
+# gcovr), against tests/coverage-baseline.txt: fails when a folder falls by
+# more than one point.
+coverage: deps
+	@bash deps/install.sh debian-packages-coverage.txt
+	@bash scripts/coverage.sh $(BUILD_COVERAGE)
+
 # Refreshes translations/*.ts from the sources; translate what is new in
 # each WQGeneral_<language>.ts (the build compiles them into .qm files).
 translations: deps
@@ -83,4 +91,4 @@ docs:
 	@bash scripts/docs-check.sh $(BUILD_DOCS)
 
 clean:
-	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH) $(BUILD_FUZZ) $(BUILD_DOCS)
+	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH) $(BUILD_FUZZ) $(BUILD_DOCS) $(BUILD_COVERAGE)

@@ -11,34 +11,50 @@
 
 namespace wq::fuzz {
 
-inline WQRange rangeIn(Input& in, qsizetype length)
+// A range inside text of the given length; with anyRange, one that may also
+// start before it or reach past it, as a confused caller might pass.
+inline WQRange rangeIn(Input& in, qsizetype length, bool anyRange = false)
 {
+    if (anyRange)
+        return {qsizetype(in.byte()) % (length + 5) - 2, qsizetype(in.byte()) % (length + 5) - 2};
     const qsizetype location = length == 0 ? 0 : qsizetype(in.byte()) % (length + 1);
     const qsizetype room = length - location;
     const qsizetype span = room == 0 ? 0 : qsizetype(in.byte()) % (room + 1);
     return {location, span};
 }
 
-inline void judgeEdit(WQFormatter& formatter, Input& in)
+// What the formatter made of one edit.
+struct Judgement {
+    bool accepted = false;
+    bool rewritten = false; // the formatter said it rewrote the text
+    QString proposed;       // the text the edit proposed
+    QString text;           // the text after the judgement
+    WQRange range;          // the selection after the judgement
+    QString error;
+};
+
+inline Judgement judgeEdit(WQFormatter& formatter, Input& in, bool anyRange = false)
 {
     const std::uint8_t flags = in.byte();
     const QString original = in.text();
-    const QString proposed = in.text();
-    const WQRange originalRange = rangeIn(in, original.size());
-    WQRange proposedRange = rangeIn(in, proposed.size());
+    Judgement j;
+    j.proposed = in.text();
+    const WQRange originalRange = rangeIn(in, original.size(), anyRange);
+    j.range = rangeIn(in, j.proposed.size(), anyRange);
 
     WQEditEvent event;
     event.type = (flags & 1) ? WQEditEvent::Type::KeyDown : WQEditEvent::Type::None;
-    event.characters = (flags & 2) ? QString(QChar(WQEditEvent::DeleteCharacter)) : proposed.left(1);
+    event.characters = (flags & 2) ? QString(QChar(WQEditEvent::DeleteCharacter)) : j.proposed.left(1);
     event.optionKeyDown = flags & 4;
     WQEditScope scope(event);
 
-    QString text = proposed;
-    QString error;
-    const bool accepted = formatter.isPartialStringValid(&text, &proposedRange, original, originalRange, &error);
-    if (!accepted && (proposedRange.location < 0 || proposedRange.length < 0
-                      || proposedRange.location + proposedRange.length > text.size()))
+    j.text = j.proposed;
+    j.accepted = formatter.isPartialStringValid(&j.text, &j.range, original, originalRange, &j.error);
+    j.rewritten = scope.rewritten();
+    if (!j.accepted && !anyRange
+        && (j.range.location < 0 || j.range.length < 0 || j.range.location + j.range.length > j.text.size()))
         std::abort();
+    return j;
 }
 
 } // namespace wq::fuzz

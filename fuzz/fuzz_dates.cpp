@@ -23,17 +23,28 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         return 0;
     }
-    static const QStringList shortFormats = {QStringLiteral("M/d/yy"), QStringLiteral("dd.MM.yy"),
-                                             QStringLiteral("y-MM-dd"), QStringLiteral("d/M/y")};
-    wq::WQDateFormatter formatter(shortFormats[mode % shortFormats.size()]);
+    static const QStringList shortFormats = {QStringLiteral("M/d/yy"),   QStringLiteral("dd.MM.yy"),
+                                             QStringLiteral("y-MM-dd"),  QStringLiteral("d/M/y"),
+                                             QStringLiteral("d"),        QStringLiteral("%1m/%e/%Y")};
+    wq::WQDateFormatter formatter(shortFormats[(mode / 3) % shortFormats.size()]);
     formatter.setTodayProvider([] { return wq::WQDate::dateWithYear(2026, 11, 22); });
     if (mode % 3 == 1) {
         QVariant value;
         QString error;
         if (formatter.getObjectValue(&value, format, &error))
             (void)formatter.stringForObjectValue(value);
+        else if (error.isEmpty())
+            std::abort(); // a refusal always says why
         return 0;
     }
-    wq::fuzz::judgeEdit(formatter, in);
+    // Any edit, sane ranges or not, gets an answer a field can act on: an
+    // acceptance keeps the proposal and says nothing, and a rewrite is a date
+    // the formatter reads back, with the caret at its end.
+    const wq::fuzz::Judgement j = wq::fuzz::judgeEdit(formatter, in, mode & 0x80);
+    if (j.accepted && (!j.error.isEmpty() || j.text != j.proposed))
+        std::abort();
+    if (j.rewritten
+        && (j.accepted || !formatter.dateForString(j.text) || j.range.location != j.text.size() || j.range.length != 0))
+        std::abort();
     return 0;
 }

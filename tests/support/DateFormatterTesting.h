@@ -3,17 +3,14 @@
 // one keystroke run through the typing judgement the way a field does it.
 
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
-#include <WQGeneral/formatters/WQToolkit.h>
 
+#include "TypingField.h"
 #include "WQTestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <ostream>
-
-QT_BEGIN_NAMESPACE
-QT_END_NAMESPACE
 
 namespace wq::test {
 
@@ -38,30 +35,15 @@ inline void PrintTo(const Keystroke& k, std::ostream* os)
         << ", " << k.caret.length << "} error \"" << k.error.toStdString() << '"';
 }
 
-// Replaces the selection of `original` by `typed` and asks the formatter.
+// Replaces the selection of `original` by `typed`, one key press, and asks
+// the formatter.
 inline Keystroke typeInto(WQDateFormatter& formatter, const QString& original, WQRange selection,
                           const QString& typed, bool option = false)
 {
-    QString proposed = original;
-    proposed.replace(selection.location, selection.length, typed);
-    const WQRange proposedRange{selection.location + typed.size(), 0};
-    QString partial = proposed;
-    WQRange range = proposedRange;
-    Keystroke result;
-    const WQEditScope scope({WQEditEvent::Type::KeyDown, typed, option});
-    result.answer = formatter.isPartialStringValid(&partial, &range, original, selection, &result.error);
-    const bool rewritten = scope.rewritten() || partial != proposed || range != proposedRange;
-    if (result.answer) {
-        result.text = proposed;
-        result.caret = proposedRange;
-    } else if (rewritten) {
-        result.text = partial;
-        result.caret = range;
-    } else {
-        result.text = original;
-        result.caret = selection;
-    }
-    return result;
+    TypingField field(formatter, original);
+    field.select(selection.location, selection.length);
+    field.press(typed, option);
+    return {field.lastAccepted, field.text(), field.selectedRange(), field.lastError};
 }
 
 // Typing at the end of the text.

@@ -128,10 +128,3 @@ TEST(Base64, LineLengthOnlyCountsForTheOwnEncoder)
     base64AppendEncoding(receiver, "foob");
     EXPECT_EQ(receiver, u"x:Zm9vYg==");
 }
-
-TEST(Base64, AlphabetMembership)
-{
-    const QByteArray alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    for (int c = -128; c < 128; ++c)
-        EXPECT_EQ(isCharacterPartOfBase64Encoding(std::int8_t(c)), alphabet.contains(char(c))) << c;
-}

@@ -4,6 +4,7 @@
 #include <WQGeneral/money/WQCalculateMoneyFormatter.h>
 
 #include "MoneyTestSupport.h"
+#include "RecordingToolkit.h"
 #include "WQTestSupport.h"
 
 using namespace wq;
@@ -11,30 +12,6 @@ using namespace Qt::StringLiterals;
 using test::TypingField;
 
 namespace {
-
-// Records what core asks of the toolkit's calculator.
-class FakeToolkit : public WQToolkit {
-public:
-    FakeToolkit() { _replaced = WQToolkit::install(this); }
-    ~FakeToolkit() override { WQToolkit::install(_replaced); }
-
-    const WQEditEvent& currentEvent() const override { return _none; }
-    WQFieldEditor* keyFieldEditor() const override { return nullptr; }
-    void noteRewrite() override {}
-    void setUpForMathOperator(const QString& op, double number, const std::shared_ptr<WQFormatter>& f) override
-    {
-        requests << op + u' ' + QString::number(number);
-        formatter = f;
-    }
-    void finishCalculation() override { requests << u"="_s; }
-
-    QStringList requests;
-    std::shared_ptr<WQFormatter> formatter;
-
-private:
-    const WQEditEvent _none;
-    WQToolkit* _replaced;
-};
 
 class CalculateFormatter : public test::MoneyTest {
 protected:
@@ -52,7 +29,7 @@ protected:
         return toolkit.requests;
     }
 
-    FakeToolkit toolkit;
+    test::RecordingToolkit toolkit;
     std::shared_ptr<WQCalculateMoneyFormatter> _calc;
 };
 
@@ -141,12 +118,7 @@ TEST_F(CalculateFormatter, BackspaceTakesItsReferenceFromTheFieldEditor)
 {
     // The editor's selection, not the previous range the field reports,
     // decides what was inserted when the key is the delete key.
-    struct Editor : WQFieldEditor {
-        WQRange range;
-        WQRange selectedRange() const override { return range; }
-        void setSelectedRange(WQRange r) override { range = r; }
-        QString string() const override { return {}; }
-    } editor;
+    test::RecordingEditor editor;
     const auto judge = [&](const QString& key) {
         QString partial = u"12+"_s;
         WQRange proposed{3, 0};

@@ -1,6 +1,6 @@
 #include <WQGeneral/numbers/WQDecimalFormatter.h>
 
-#include "MoneyTestSupport.h"
+#include "TypingField.h"
 #include "WQTestSupport.h"
 
 using namespace wq;

@@ -4,9 +4,9 @@
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQLocalizedText.h>
 
-#include <QCoreApplication>
-#include <QStringList>
-#include <QTranslator>
+#include "RecordingToolkit.h"
+#include "ScopedTranslations.h"
+#include "TypingField.h"
 
 #include <gtest/gtest.h>
 
@@ -14,26 +14,6 @@ using namespace wq;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// A translator that knows one sentence, in one context.
-class OneSentence : public QTranslator {
-public:
-    QString translate(const char* context, const char* source, const char*, int) const override
-    {
-        if (QByteArray(context) == "WQGeneral" && QByteArray(source) == "Invalid date")
-            return u"Ungültiges Datum"_s;
-        return QString();
-    }
-    bool isEmpty() const override { return false; }
-};
-
-class FakeEditor : public WQFieldEditor {
-public:
-    WQRange selectedRange() const override { return range; }
-    void setSelectedRange(WQRange r) override { range = r; }
-    QString string() const override { return QString(); }
-    WQRange range;
-};
 
 // A toolkit layer that edits one field while its window has the focus.
 struct Layer : WQToolkit {
@@ -44,7 +24,7 @@ struct Layer : WQToolkit {
     void finishCalculation() override {}
     bool ownsKeyWindow() const override { return focused; }
     WQEditEvent none;
-    mutable FakeEditor editor;
+    mutable test::RecordingEditor editor;
     bool focused = false;
 };
 
@@ -53,12 +33,10 @@ struct Layer : WQToolkit {
 TEST(LocalizedText, FallsBackToEnglishAndUsesInstalledTranslations)
 {
     EXPECT_EQ(WQLocalizedString("Invalid date"), u"Invalid date");
-    OneSentence translator;
-    QCoreApplication::installTranslator(&translator);
+    const test::ScopedTranslations german("WQGeneral", {{"Invalid date", u"Ungültiges Datum"_s}});
     EXPECT_EQ(WQLocalizedString("Invalid date"), u"Ungültiges Datum");
     EXPECT_EQ(WQLocalizedStringFromTable("Invalid date", "ToolbarStrings"), u"Invalid date");
     EXPECT_EQ(WQLocalizedString("Something else"), u"Something else");
-    QCoreApplication::removeTranslator(&translator);
 }
 
 TEST(LocalizedText, TemplatesFillPlaceholdersInOrder)
@@ -71,53 +49,40 @@ TEST(LocalizedText, TemplatesFillPlaceholdersInOrder)
 
 TEST(Toolkit, EditScopesNestOverTheInstalledToolkitAndPassCalculatorRequestsOn)
 {
-    struct Recording : WQToolkit {
-        const WQEditEvent& currentEvent() const override { return none; }
-        WQFieldEditor* keyFieldEditor() const override { return focused; }
-        void noteRewrite() override { ++rewrites; }
-        void setUpForMathOperator(const QString& op, double number, const std::shared_ptr<WQFormatter>&) override
-        {
-            requests << op + QString::number(number);
-        }
-        void finishCalculation() override { requests << u"="_s; }
-        WQEditEvent none;
-        WQFieldEditor* focused = nullptr;
-        int rewrites = 0;
-        QStringList requests;
-    } installed;
-    FakeEditor focusedEditor, outerEditor, innerEditor;
-    installed.focused = &focusedEditor;
-
+    test::RecordingEditor focusedEditor, outerEditor, innerEditor;
     EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), nullptr) << "no windows before a toolkit is installed";
-    WQToolkit* const previous = WQToolkit::install(&installed);
-    EXPECT_EQ(&WQToolkit::shared(), &installed);
     {
-        WQEditScope outer({WQEditEvent::Type::KeyDown, QString(QChar(127)), false}, &outerEditor);
-        EXPECT_TRUE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
+        test::RecordingToolkit installed;
+        installed.focused = &focusedEditor;
+        EXPECT_EQ(&WQToolkit::shared(), &installed);
         {
-            WQEditScope inner({WQEditEvent::Type::KeyDown, u"+"_s, true});
-            EXPECT_FALSE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
-            EXPECT_TRUE(WQToolkit::shared().currentEvent().optionKeyDown);
-            EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &outerEditor) << "an editor-less scope keeps the outer one";
-            WQToolkit::shared().noteRewrite();
-            WQToolkit::shared().setUpForMathOperator(u"*"_s, 12, nullptr);
-            EXPECT_TRUE(inner.rewritten());
-            EXPECT_FALSE(outer.rewritten()) << "the verdict belongs to the innermost edit";
+            WQEditScope outer({WQEditEvent::Type::KeyDown, QString(QChar(127)), false}, &outerEditor);
+            EXPECT_TRUE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
+            {
+                WQEditScope inner({WQEditEvent::Type::KeyDown, u"+"_s, true});
+                EXPECT_FALSE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
+                EXPECT_TRUE(WQToolkit::shared().currentEvent().optionKeyDown);
+                EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &outerEditor) << "an editor-less scope keeps the outer one";
+                WQToolkit::shared().noteRewrite();
+                WQToolkit::shared().setUpForMathOperator(u"*"_s, 12, nullptr);
+                EXPECT_TRUE(inner.rewritten());
+                EXPECT_FALSE(outer.rewritten()) << "the verdict belongs to the innermost edit";
+            }
+            {
+                WQEditScope inner({WQEditEvent::Type::KeyDown, u"="_s, false}, &innerEditor);
+                EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &innerEditor);
+                WQToolkit::shared().finishCalculation();
+            }
+            EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &outerEditor);
+            EXPECT_TRUE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
         }
-        {
-            WQEditScope inner({WQEditEvent::Type::KeyDown, u"="_s, false}, &innerEditor);
-            EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &innerEditor);
-            WQToolkit::shared().finishCalculation();
-        }
-        EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &outerEditor);
-        EXPECT_TRUE(WQToolkit::shared().currentEvent().isDeleteKeyDown());
+        EXPECT_EQ(&WQToolkit::shared(), &installed);
+        EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &focusedEditor);
+        EXPECT_EQ(installed.requests, (QStringList{u"* 12"_s, u"="_s}));
+        EXPECT_EQ(installed.rewrites, 0);
     }
-    EXPECT_EQ(&WQToolkit::shared(), &installed);
-    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), &focusedEditor);
-    EXPECT_EQ(installed.requests, (QStringList{u"*12"_s, u"="_s}));
-    EXPECT_EQ(installed.rewrites, 0);
-
-    EXPECT_EQ(WQToolkit::install(previous), &installed);
+    // Removed again, the windowless default answers.
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), nullptr);
     EXPECT_EQ(WQToolkit::shared().currentEvent().type, WQEditEvent::Type::None);
 }
 

@@ -2,6 +2,9 @@
 // standard output against standard error, "--", "-" for standard streams,
 // the envelope choices, and the bash completion.
 
+#include "FileTesting.h"
+#include "ToolRunner.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -12,13 +15,9 @@
 
 #include <functional>
 
-namespace {
+using namespace wq::test;
 
-struct ToolRun {
-    int status = -1;
-    QByteArray out;
-    QByteArray err;
-};
+namespace {
 
 class ToolConventions : public ::testing::Test {
 protected:
@@ -26,29 +25,15 @@ protected:
 
     QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
 
-    void write(const char* name, const QByteArray& bytes) const
-    {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
+    void write(const char* name, const QByteArray& bytes) const { ASSERT_TRUE(writeBytes(path(name), bytes)); }
 
     // The tool with input on standard input and its own data folder.
     ToolRun run(const QStringList& args, const QByteArray& input = {}, const QString& outputFile = {}) const
     {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), dir.filePath(QStringLiteral("data")));
-        process.setProcessEnvironment(environment);
-        if (!outputFile.isEmpty())
-            process.setStandardOutputFile(outputFile);
-        process.start(QStringLiteral(WQ_TOOL_PATH), args);
-        process.waitForStarted();
-        process.write(input);
-        process.closeWriteChannel();
-        process.waitForFinished(60000);
-        const bool exited = process.exitStatus() == QProcess::NormalExit;
-        return {exited ? process.exitCode() : -1, process.readAllStandardOutput(), process.readAllStandardError()};
+        return runProgram(QString::fromLocal8Bit(kTool), args,
+                          {.input = input,
+                           .outputFile = outputFile,
+                           .environment = {{QStringLiteral("XDG_DATA_HOME"), dir.filePath(QStringLiteral("data"))}}});
     }
 
     // What bash offers for the words of a command line, the last one being typed.
@@ -85,7 +70,7 @@ const auto empty = [](const QByteArray& s) { return s.isEmpty(); };
 void check(const ToolRun& r, const Case& c)
 {
     const std::string what = c.args.join(u' ').toStdString();
-    EXPECT_EQ(r.status, c.status) << what << "\n" << r.err.toStdString();
+    EXPECT_EQ(r.exitCode, c.status) << what << "\n" << r.err.toStdString();
     EXPECT_TRUE(c.out(r.out)) << what << ": stdout " << r.out.toStdString();
     EXPECT_TRUE(c.err(r.err)) << what << ": stderr " << r.err.toStdString();
 }
@@ -134,7 +119,7 @@ TEST_F(ToolConventions, HelpVersionStatusesAndTheEndOfOptions)
 
     // Output that cannot be written is a failure, not a usage error.
     const ToolRun full = run({"--help"}, {}, QStringLiteral("/dev/full"));
-    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(full.exitCode, 1);
     EXPECT_TRUE(full.err.contains("cannot write to standard output"));
 }
 
@@ -142,10 +127,10 @@ TEST_F(ToolConventions, NegativeYearsReadBackWhatTheyPrint)
 {
     for (const char* year : {"-44", "-1", "-12345", "0"}) {
         const ToolRun made = run({"date", "make", "--", year, "3", "15"});
-        ASSERT_EQ(made.status, 0) << year << made.err.toStdString();
+        ASSERT_EQ(made.exitCode, 0) << year << made.err.toStdString();
         const QString date = QString::fromUtf8(made.out).trimmed();
         const ToolRun later = run({"date", "add", "--", date, "0", "0", "1"});
-        EXPECT_EQ(later.status, 0) << date.toStdString() << later.err.toStdString();
+        EXPECT_EQ(later.exitCode, 0) << date.toStdString() << later.err.toStdString();
         EXPECT_EQ(later.out, QByteArray(made.out).replace("-15\n", "-16\n")) << date.toStdString();
     }
     // The sign before four digits reads as the same year.
@@ -188,14 +173,14 @@ TEST_F(ToolConventions, EnvelopesAuthenticatedUnlessClassicAndWeakChoicesRefused
 
 TEST_F(ToolConventions, LogWriteTakesLinesFromStandardInput)
 {
-    ASSERT_EQ(run({"log", "--app", "ledger", "write"}, "first\n\nsecond\r\nthird").status, 0);
-    ASSERT_EQ(run({"log", "--app", "ledger", "write", "--", "--fourth"}).status, 0);
+    ASSERT_EQ(run({"log", "--app", "ledger", "write"}, "first\n\nsecond\r\nthird").exitCode, 0);
+    ASSERT_EQ(run({"log", "--app", "ledger", "write", "--", "--fourth"}).exitCode, 0);
     const QStringList lines = QString::fromUtf8(run({"log", "--app", "ledger", "tail", "10"}).out).split(u'\n', Qt::SkipEmptyParts);
     ASSERT_EQ(lines.size(), 4);
     const QStringList expected{"first", "second", "third", "--fourth"};
     for (qsizetype i = 0; i < lines.size(); ++i)
         EXPECT_TRUE(lines[i].endsWith(QStringLiteral(" | ") + expected[i])) << lines[i].toStdString();
-    EXPECT_EQ(run({"log", "--app", "ledger", "write"}, "\xff\n").status, 2);
+    EXPECT_EQ(run({"log", "--app", "ledger", "write"}, "\xff\n").exitCode, 2);
 }
 
 TEST_F(ToolConventions, BashCompletionKnowsTheCommands)

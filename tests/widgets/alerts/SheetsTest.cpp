@@ -1,12 +1,12 @@
 #include "AlertTesting.h"
 #include "DateFormatterTesting.h"
+#include "ScopedTranslations.h"
 
 #include <QAccessible>
 #include <QCheckBox>
 #include <QWindow>
 #include <QLabel>
 #include <QPushButton>
-#include <QTranslator>
 
 #include <WQGeneral/platform/WQTranslations.h>
 
@@ -234,29 +234,16 @@ TEST_F(Sheets, KeepTheKeyboardWhenTheWindowBehindIsClicked)
     EXPECT_TRUE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning));
 }
 
-// German for some of the texts; the others stay English.
-class GermanTexts : public QTranslator {
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* source, const char*, int) const override
-    {
-        if (qstrcmp(context, "WQGeneral") != 0)
-            return QString();
-        static const QHash<QByteArray, QString> german = {
-            {"Don't show again", QStringLiteral("Nicht mehr zeigen")},
-            {"Edit", QStringLiteral("Bearbeiten")},
-            {"The %@ field is blank.", QStringLiteral("Das Feld %@ ist leer.")},
-            {"The %@ text field accepts any of the digits \"0\" through \"9\".",
-             QStringLiteral("Das Feld %@ nimmt nur die Ziffern \"0\" bis \"9\" an.")},
-        };
-        return german.value(source);
-    }
-};
-
 TEST_F(Sheets, TextsGoThroughTheApplicationsTranslations)
 {
-    GermanTexts german;
-    QCoreApplication::installTranslator(&german);
+    // German for some of the texts; the others stay English.
+    const ScopedTranslations german("WQGeneral", {
+        {"Don't show again", QStringLiteral("Nicht mehr zeigen")},
+        {"Edit", QStringLiteral("Bearbeiten")},
+        {"The %@ field is blank.", QStringLiteral("Das Feld %@ ist leer.")},
+        {"The %@ text field accepts any of the digits \"0\" through \"9\".",
+         QStringLiteral("Das Feld %@ nimmt nur die Ziffern \"0\" bis \"9\" an.")},
+    });
     controller->sheetForBlankTextField(field, QStringLiteral("Empfänger"));
     QMessageBox* box = sheet();
     ASSERT_NE(box, nullptr);
@@ -271,7 +258,6 @@ TEST_F(Sheets, TextsGoThroughTheApplicationsTranslations)
     EXPECT_EQ(box->informativeText(), u"Das Feld Raten nimmt nur die Ziffern \"0\" bis \"9\" an.");
     EXPECT_EQ(box->checkBox()->text(), u"Nicht mehr zeigen");
     click(box, box->buttons().first()->text());
-    QCoreApplication::removeTranslator(&german);
 }
 
 // The framework's own catalogues: German, with a real refusal as the title;

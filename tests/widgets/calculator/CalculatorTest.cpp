@@ -302,16 +302,3 @@ TEST_F(Calculator, TotalsAreSpokenAndTheTapeCopies)
     EXPECT_NE(calculator(), nullptr) << "copying is not the end";
     type(u"\x1b"_s);
 }
-
-TEST_F(Calculator, DrawsAtTheScreensPixelRatio)
-{
-    type(u"3+"_s);
-    ASSERT_NE(calculator(), nullptr);
-    WQCalcWindow* popup = calculator()->window();
-    const QPixmap shot = popup->grab();
-    const qreal ratio = popup->devicePixelRatioF();
-    EXPECT_EQ(shot.devicePixelRatio(), ratio);
-    EXPECT_EQ(shot.size(), popup->size() * ratio) << "every device pixel drawn, none scaled up";
-    EXPECT_EQ(ratio, qgetenv("QT_SCALE_FACTOR").isEmpty() ? 1.0 : qgetenv("QT_SCALE_FACTOR").toDouble());
-    type(u"\x1b"_s);
-}

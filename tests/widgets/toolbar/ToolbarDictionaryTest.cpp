@@ -1,38 +1,27 @@
+#include "ScopedTranslations.h"
 #include "ToolbarTesting.h"
 
 #include <WQGeneral/menus/WQActionMessage.h>
 #include <WQGeneral/toolbar/WQToolbarDictionary.h>
 
 #include <QToolButton>
-#include <QTranslator>
 
 using namespace wq;
 using namespace wq::test;
 
 namespace {
 
-class ToolbarGerman : public QTranslator {
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* source, const char*, int) const override
-    {
-        if (qstrcmp(context, "ToolbarStrings") != 0)
-            return QString();
-        static const QHash<QByteArray, QString> german = {{"New", QStringLiteral("Neu")},
-                                                          {"Add a transaction", QStringLiteral("Buchung erfassen")}};
-        return german.value(source);
-    }
-};
-
 using ToolbarDictionary = ToolbarTest;
 
 TEST_F(ToolbarDictionary, ItemsAreMadeAsTheirDescriptionsSay)
 {
-    ToolbarGerman german;
-    QCoreApplication::installTranslator(&german);
     SampleController controller;
-    WQToolbar* toolbar = controller.setUpToolbar(QStringLiteral("Main"));
-    QCoreApplication::removeTranslator(&german);
+    WQToolbar* toolbar = nullptr;
+    {
+        const ScopedTranslations german("ToolbarStrings", {{"New", QStringLiteral("Neu")},
+                                                           {"Add a transaction", QStringLiteral("Buchung erfassen")}});
+        toolbar = controller.setUpToolbar(QStringLiteral("Main"));
+    }
     ASSERT_NE(toolbar, nullptr);
     EXPECT_EQ(toolbar->parentWidget(), controller.window());
     EXPECT_EQ(toolbar->itemIdentifiers(), controller.defaults);

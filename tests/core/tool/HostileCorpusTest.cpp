@@ -3,12 +3,11 @@
 // says, within a time and a memory budget, and nothing is written for a
 // refused one.
 
-#include "ToolProcess.h"
+#include "ToolRunner.h"
 
 #include <gtest/gtest.h>
 
 #include <QFileInfo>
-#include <QProcess>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -16,8 +15,6 @@
 using namespace wq::test;
 
 namespace {
-
-const char* const kTool = WQ_TOOL_PATH;
 
 // Per file: a second of wall time, and no more than three times the
 // envelope's size (or nothing, for a file refused unread) on top of what the
@@ -33,15 +30,14 @@ TEST(HostileCorpus, EveryEnvelopeIsOpenedOrRefusedWithinBudget)
     const QString python = QStandardPaths::findExecutable(QStringLiteral("python3"));
     ASSERT_FALSE(python.isEmpty()) << "python3 makes the corpus";
     QTemporaryDir dir;
-    QProcess maker;
-    maker.start(python, {QStringLiteral(WQ_CORPUS_SCRIPT), dir.path(), QString::fromLocal8Bit(kTool)});
-    ASSERT_TRUE(maker.waitForFinished(300000));
-    ASSERT_EQ(maker.exitCode(), 0) << maker.readAllStandardError().toStdString();
+    const ToolRun maker = runProgram(python, {QStringLiteral(WQ_CORPUS_SCRIPT), dir.path(), QString::fromLocal8Bit(kTool)},
+                                     {.timeoutMs = 300000});
+    ASSERT_EQ(maker.exitCode, 0) << maker.err.toStdString();
     QFile manifest(dir.filePath(QStringLiteral("manifest.txt")));
     ASSERT_TRUE(manifest.open(QIODevice::ReadOnly));
     const QString password = dir.filePath(QStringLiteral("password"));
     const QString output = dir.filePath(QStringLiteral("opened.xml"));
-    const long baseline = runMeasured(kTool, {QStringLiteral("inspect"), QStringLiteral("/dev/null")}).peakKiB;
+    const long baseline = runMeasured({QStringLiteral("inspect"), QStringLiteral("/dev/null")}).peakKiB;
 
     int files = 0;
     double slowest = 0;
@@ -60,12 +56,12 @@ TEST(HostileCorpus, EveryEnvelopeIsOpenedOrRefusedWithinBudget)
         SCOPED_TRACE(line[0].toStdString());
         ++files;
 
-        const ToolResult inspected = runMeasured(kTool, {QStringLiteral("inspect"), file});
-        const ToolResult opened =
-            runMeasured(kTool, {QStringLiteral("decrypt"), QStringLiteral("--password-file"), password, file, output});
+        const ToolRun inspected = runMeasured({QStringLiteral("inspect"), file});
+        const ToolRun opened =
+            runMeasured({QStringLiteral("decrypt"), QStringLiteral("--password-file"), password, file, output});
         EXPECT_EQ(inspected.exitCode, opens || wrong ? 0 : 2) << inspected.err.toStdString();
         EXPECT_EQ(opened.exitCode, opens ? 0 : wrong ? 1 : 2) << opened.err.toStdString();
-        for (const ToolResult* r : {&inspected, &opened}) {
+        for (const ToolRun* r : {&inspected, &opened}) {
             EXPECT_LT(r->seconds, kSeconds * kBudgetScale);
             EXPECT_LT(r->peakKiB - baseline, budgetKiB);
             slowest = std::max(slowest, r->seconds);

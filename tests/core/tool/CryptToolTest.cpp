@@ -1,101 +1,14 @@
 // The wq tool's encoding and envelope commands, run as a user would run them.
 
+#include "FileTesting.h"
+#include "ToolRunner.h"
+
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
-#include <poll.h>
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
+using namespace wq::test;
 
-#include <vector>
-
-namespace {
-
-const char* const kTool = WQ_TOOL_PATH;
-
-struct ToolRun {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-ToolRun run(const QStringList& args, const QByteArray& input = QByteArray())
-{
-    QProcess process;
-    process.start(QString::fromLocal8Bit(kTool), args);
-    process.waitForStarted();
-    process.write(input);
-    process.closeWriteChannel();
-    process.waitForFinished(120000);
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
-
-// Runs the tool on a pseudo-terminal, typing one answer after each
-// "Password" prompt. Answers everything the terminal showed.
-ToolRun runOnTerminal(const QStringList& args, const std::vector<QByteArray>& answers)
-{
-    std::vector<QByteArray> storage{QByteArray(kTool)};
-    for (const QString& a : args)
-        storage.push_back(a.toLocal8Bit());
-    std::vector<char*> argv;
-    for (QByteArray& s : storage)
-        argv.push_back(s.data());
-    argv.push_back(nullptr);
-
-    int master = -1;
-    const pid_t pid = forkpty(&master, nullptr, nullptr, nullptr);
-    if (pid == 0) {
-        ::execv(kTool, argv.data());
-        ::_exit(127);
-    }
-    ToolRun result;
-    if (pid < 0)
-        return result;
-    size_t answered = 0;
-    QByteArray seen;
-    for (;;) {
-        pollfd fd{master, POLLIN, 0};
-        if (::poll(&fd, 1, 20000) <= 0)
-            break;
-        char buffer[512];
-        const ssize_t n = ::read(master, buffer, sizeof buffer);
-        if (n <= 0)
-            break;   // the tool closed the terminal
-        seen.append(buffer, n);
-        result.out.append(buffer, n);
-        if (answered < answers.size() && seen.contains("Password")) {
-            seen.clear();
-            const QByteArray line = answers[answered++] + "\n";
-            if (::write(master, line.constData(), size_t(line.size())) != line.size())
-                break;
-        }
-    }
-    ::close(master);
-    int status = 0;
-    ::waitpid(pid, &status, 0);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-} // namespace
 
 TEST(CryptTool, PromptedPasswordRoundTrip)
 {
@@ -104,7 +17,7 @@ TEST(CryptTool, PromptedPasswordRoundTrip)
     const QString sealed = dir.filePath(QStringLiteral("ledger.enc"));
     const QString opened = dir.filePath(QStringLiteral("opened.xml"));
     const QByteArray document = "<?xml version=\"1.0\"?>\n<ledger><payee>Caf\xc3\xa9 \xe6\x97\xa5</payee></ledger>\n";
-    write(plain, document);
+    ASSERT_TRUE(writeBytes(plain, document));
     const QByteArray password = "gr\xc3\xbcn tea";
 
     ToolRun r = runOnTerminal({"encrypt", plain, sealed}, {password, password});
@@ -112,7 +25,7 @@ TEST(CryptTool, PromptedPasswordRoundTrip)
     EXPECT_FALSE(r.out.contains(password));   // nothing echoed
     r = runOnTerminal({"decrypt", sealed, opened}, {password});
     ASSERT_EQ(r.exitCode, 0) << r.out.toStdString();
-    EXPECT_EQ(contents(opened), document);
+    EXPECT_EQ(readBytes(opened), document);
 
     // Two different answers are refused and nothing is written.
     const QString other = dir.filePath(QStringLiteral("other.enc"));
@@ -127,30 +40,30 @@ TEST(CryptTool, WrongPasswordOrDamageLeavesNoOutput)
     const QString sealed = dir.filePath(QStringLiteral("a.enc"));
     const QString passwordFile = dir.filePath(QStringLiteral("pw"));
     const QString output = dir.filePath(QStringLiteral("out.xml"));
-    write(plain, "<a>1</a>");
-    write(passwordFile, "right\n");
+    ASSERT_TRUE(writeBytes(plain, "<a>1</a>"));
+    ASSERT_TRUE(writeBytes(passwordFile, "right\n"));
 
-    ToolRun r = run({"encrypt", "--iterations", "1000", "--insecure", "--password-file", passwordFile, plain, sealed});
+    ToolRun r = runTool({"encrypt", "--iterations", "1000", "--insecure", "--password-file", passwordFile, plain, sealed});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    r = run({"decrypt", "--password-stdin", sealed, "-"}, "right\n");
+    r = runTool({"decrypt", "--password-stdin", sealed, "-"}, "right\n");
     EXPECT_EQ(r.exitCode, 0);
     EXPECT_EQ(r.out, "<a>1</a>");
 
-    r = run({"decrypt", "--password-stdin", sealed, output}, "wrong\n");
+    r = runTool({"decrypt", "--password-stdin", sealed, output}, "wrong\n");
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_EQ(r.err.count('\n'), 1);
     EXPECT_TRUE(r.err.contains("password is wrong"));
     EXPECT_FALSE(QFile::exists(output));
 
-    QByteArray damaged = contents(sealed);
+    QByteArray damaged = readBytes(sealed);
     damaged[damaged.indexOf("</CipherValue>") - 5] = 'Q';
-    write(sealed, damaged);
-    EXPECT_NE(run({"decrypt", "--password-file", passwordFile, sealed, output}).exitCode, 0);
+    ASSERT_TRUE(writeBytes(sealed, damaged));
+    EXPECT_NE(runTool({"decrypt", "--password-file", passwordFile, sealed, output}).exitCode, 0);
     EXPECT_FALSE(QFile::exists(output));
 
     // The password is never taken from where the document comes from.
-    EXPECT_EQ(run({"decrypt", "--password-stdin", "-", output}).exitCode, 2);
-    r = run({"inspect", plain});
+    EXPECT_EQ(runTool({"decrypt", "--password-stdin", "-", output}).exitCode, 2);
+    r = runTool({"inspect", plain});
     EXPECT_EQ(r.exitCode, 2);
     EXPECT_TRUE(r.err.startsWith("wq: "));
 }
@@ -187,9 +100,9 @@ TEST(CryptTool, InspectAndTheSmallCommands)
     QTemporaryDir dir;
     const QString plain = dir.filePath(QStringLiteral("a.xml"));
     const QString sealed = dir.filePath(QStringLiteral("a.enc"));
-    write(plain, "<a/>");
-    ASSERT_EQ(run({"encrypt", "--classic", "--password-stdin", plain, sealed}, "pw\n").exitCode, 0);
-    const ToolRun inspected = run({"inspect", sealed});
+    ASSERT_TRUE(writeBytes(plain, "<a/>"));
+    ASSERT_EQ(runTool({"encrypt", "--classic", "--password-stdin", plain, sealed}, "pw\n").exitCode, 0);
+    const ToolRun inspected = runTool({"inspect", sealed});
     EXPECT_EQ(inspected.exitCode, 0);
     for (const char* line : {"aes128-cbc", "iterations:      1000\n", "IV length:       16 bytes"})
         EXPECT_TRUE(inspected.out.contains(line)) << line;
@@ -211,7 +124,7 @@ TEST(CryptTool, InspectAndTheSmallCommands)
         {{"round", "2", "lots"}, "", "", 2},
     };
     for (const auto& [args, input, out, exitCode] : cases) {
-        const ToolRun r = run(args, input);
+        const ToolRun r = runTool(args, input);
         EXPECT_EQ(r.exitCode, exitCode) << args.join(u' ').toStdString();
         EXPECT_TRUE(exitCode != 0 || r.out == out) << args.join(u' ').toStdString() << ": " << r.out.toStdString();
     }

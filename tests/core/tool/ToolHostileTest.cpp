@@ -1,7 +1,8 @@
 // The wq tool against careless and hostile use: tampered envelopes,
 // passwords out of bounds, names and numbers out of range, large inputs.
 
-#include "ToolProcess.h"
+#include "FileTesting.h"
+#include "ToolRunner.h"
 
 #include <WQGeneral/encoding/WQBase64.h>
 
@@ -18,26 +19,6 @@ using namespace wq::test;
 
 namespace {
 
-const char* const kTool = WQ_TOOL_PATH;
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
-
-ToolResult run(const QStringList& args, const QString& input = QStringLiteral("/dev/null"))
-{
-    return runMeasured(kTool, args, input);
-}
-
 class HostileTool : public ::testing::Test {
 protected:
     QTemporaryDir dir;
@@ -45,7 +26,7 @@ protected:
     QString withPassword(const QByteArray& password)
     {
         const QString file = path("password");
-        write(file, password);
+        EXPECT_TRUE(writeBytes(file, password));
         return file;
     }
 };
@@ -55,10 +36,10 @@ protected:
 TEST_F(HostileTool, EveryFailureAfterTheKeyLooksTheSame)
 {
     // One block: the IV's last byte decides the padding.
-    write(path("a.xml"), "<a>x</a>");
+    ASSERT_TRUE(writeBytes(path("a.xml"), "<a>x</a>"));
     const QString password = withPassword("pw\n");
-    ASSERT_EQ(run({"encrypt", "--classic", "--password-file", password, path("a.xml"), path("a.enc")}).exitCode, 0);
-    const QByteArray envelope = contents(path("a.enc"));
+    ASSERT_EQ(runMeasured({"encrypt", "--classic", "--password-file", password, path("a.xml"), path("a.enc")}).exitCode, 0);
+    const QByteArray envelope = readBytes(path("a.enc"));
     const qsizetype value = envelope.indexOf("<CipherValue>") + 13;
     const QByteArray iv = QByteArray::fromBase64(envelope.mid(value, 24));
     const auto withIV = [&](int at, char byte) {
@@ -74,10 +55,10 @@ TEST_F(HostileTool, EveryFailureAfterTheKeyLooksTheSame)
         {withIV(0, char(iv[0] ^ '<' ^ '(')), "pw\n"},
         {envelope, "not pw\n"},
     };
-    std::optional<ToolResult> first;
+    std::optional<ToolRun> first;
     for (const auto& [tampered, guess] : cases) {
-        write(path("t.enc"), tampered);
-        const ToolResult r = run({"decrypt", "--password-file", withPassword(guess), path("t.enc"), path("out.xml")});
+        ASSERT_TRUE(writeBytes(path("t.enc"), tampered));
+        const ToolRun r = runMeasured({"decrypt", "--password-file", withPassword(guess), path("t.enc"), path("out.xml")});
         EXPECT_EQ(r.exitCode, 1);
         EXPECT_FALSE(QFile::exists(path("out.xml")));
         EXPECT_EQ(r.err.count("not protected against tampering"), 1);
@@ -91,21 +72,19 @@ TEST_F(HostileTool, EveryFailureAfterTheKeyLooksTheSame)
 TEST_F(HostileTool, PlainTextIsWrittenForItsOwnerOnly)
 {
     const mode_t saved = ::umask(022);
-    write(path("a.xml"), "<a>secret</a>");
+    ASSERT_TRUE(writeBytes(path("a.xml"), "<a>secret</a>"));
     const QString password = withPassword("pw");
     for (const bool authenticated : {false, true}) {
         QStringList encrypt{"encrypt", "--classic", "--password-file", password, path("a.xml"), path("a.enc")};
         if (authenticated)
             encrypt = QStringList{"encrypt", "--iterations", "10", "--insecure"} + encrypt.mid(2);
-        ASSERT_EQ(run(encrypt).exitCode, 0);
-        write(path("out.xml"), "old");   // an existing file's mode is not kept either
+        ASSERT_EQ(runMeasured(encrypt).exitCode, 0);
+        ASSERT_TRUE(writeBytes(path("out.xml"), "old"));   // an existing file's mode is not kept either
         ::chmod(QFile::encodeName(path("out.xml")).constData(), 0644);
-        const ToolResult r = run({"decrypt", "--password-file", password, path("a.enc"), path("out.xml")});
+        const ToolRun r = runMeasured({"decrypt", "--password-file", password, path("a.enc"), path("out.xml")});
         ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-        EXPECT_EQ(contents(path("out.xml")), "<a>secret</a>");
-        struct stat info;
-        ASSERT_EQ(::stat(QFile::encodeName(path("out.xml")).constData(), &info), 0);
-        EXPECT_EQ(info.st_mode & 0777, 0600u);
+        EXPECT_EQ(readBytes(path("out.xml")), "<a>secret</a>");
+        EXPECT_EQ(modeOf(path("out.xml")), 0600u);
         EXPECT_EQ(r.err.contains("not protected against tampering"), !authenticated);
     }
     ::umask(saved);
@@ -113,10 +92,10 @@ TEST_F(HostileTool, PlainTextIsWrittenForItsOwnerOnly)
 
 TEST_F(HostileTool, PasswordsOutOfBoundsAreRefused)
 {
-    write(path("a.xml"), "<a/>");
-    write(path("empty"), "");
-    write(path("long"), QByteArray(4097, 'x'));
-    write(path("longest"), QByteArray(4096, 'x') + "\r\n");
+    ASSERT_TRUE(writeBytes(path("a.xml"), "<a/>"));
+    ASSERT_TRUE(writeBytes(path("empty"), ""));
+    ASSERT_TRUE(writeBytes(path("long"), QByteArray(4097, 'x')));
+    ASSERT_TRUE(writeBytes(path("longest"), QByteArray(4096, 'x') + "\r\n"));
     const struct { QStringList source; QString input; const char* message; } cases[] = {
         {{"--password-stdin"}, path("empty"), "the password is empty"},
         {{"--password-file", path("empty")}, "/dev/null", "the password is empty"},
@@ -125,15 +104,15 @@ TEST_F(HostileTool, PasswordsOutOfBoundsAreRefused)
         {{"--password-stdin"}, "/dev/zero", "longer than 4096 bytes"},
     };
     for (const auto& c : cases) {
-        const ToolResult r = run(QStringList{"encrypt"} + c.source + QStringList{path("a.xml"), path("a.enc")}, c.input);
+        const ToolRun r = runMeasured(QStringList{"encrypt"} + c.source + QStringList{path("a.xml"), path("a.enc")}, c.input);
         EXPECT_EQ(r.exitCode, 2) << c.message;
         EXPECT_TRUE(r.err.contains(c.message)) << r.err.toStdString();
         EXPECT_LT(r.peakKiB, 200 * 1024 * kBudgetScale);
         EXPECT_FALSE(QFile::exists(path("a.enc")));
     }
     // 4096 bytes and a line break are just right.
-    EXPECT_EQ(run({"encrypt", "--password-file", path("longest"), path("a.xml"), path("a.enc")}).exitCode, 0);
-    EXPECT_EQ(run({"decrypt", "--password-stdin", path("a.enc"), "-"}, path("longest")).out, "<a/>");
+    EXPECT_EQ(runMeasured({"encrypt", "--password-file", path("longest"), path("a.xml"), path("a.enc")}).exitCode, 0);
+    EXPECT_EQ(runMeasured({"decrypt", "--password-stdin", path("a.enc"), "-"}, path("longest")).out, "<a/>");
 }
 
 TEST_F(HostileTool, NamesAndNumbersOutOfRangeAreRefused)
@@ -151,7 +130,7 @@ TEST_F(HostileTool, NamesAndNumbersOutOfRangeAreRefused)
         {"round", "7", "2147483647.5", "--split"},
     };
     for (const QStringList& args : refused) {
-        const ToolResult r = run(args);
+        const ToolRun r = runMeasured(args);
         EXPECT_EQ(r.exitCode, 2) << args.join(u' ').toStdString();
         EXPECT_TRUE(r.out.isEmpty()) << r.out.toStdString();
         EXPECT_TRUE(r.err.startsWith("wq: ")) << args.join(u' ').toStdString();
@@ -166,7 +145,7 @@ TEST_F(HostileTool, NamesAndNumbersOutOfRangeAreRefused)
         {{"round", "2", "1e300"}, QString::number(1e300, 'f', 2).toLatin1() + '\n'},
     };
     for (const auto& [args, out] : accepted) {
-        const ToolResult r = run(args);
+        const ToolRun r = runMeasured(args);
         EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
         EXPECT_EQ(r.out, out);
     }
@@ -192,23 +171,23 @@ TEST_F(HostileTool, Base64StreamsWithTheWholeTextsResult)
         "QUJDR===",
     };
     for (const QByteArray& text : texts) {
-        write(path("in.txt"), text);
-        const ToolResult r = run({"base64", "decode", path("in.txt")});
+        ASSERT_TRUE(writeBytes(path("in.txt"), text));
+        const ToolRun r = runMeasured({"base64", "decode", path("in.txt")});
         EXPECT_EQ(r.exitCode, 0);
         EXPECT_EQ(r.out, wq::dataWithBase64EncodedString(QByteArrayView(text)).value_or(QByteArray()))
             << text.size();
     }
-    write(path("in.bin"), data);
+    ASSERT_TRUE(writeBytes(path("in.bin"), data));
     for (const std::uint32_t length : {0u, 4u, 6u, 76u, 1000001u}) {
-        const ToolResult r = run({"base64", "encode", "--line-length", QString::number(length), path("in.bin")});
+        const ToolRun r = runMeasured({"base64", "encode", "--line-length", QString::number(length), path("in.bin")});
         QByteArray expected = wq::base64EncodingWithLineLength(data, length, wq::WQBase64Encoder::Own).toLatin1();
         if (!expected.endsWith('\n'))
             expected += '\n';
         EXPECT_EQ(r.out, expected) << length;
     }
     // Bytes beyond ASCII are refused, even after the "=".
-    write(path("in.txt"), "QQ==\xc3\xa9");
-    EXPECT_EQ(run({"base64", "decode", path("in.txt")}).exitCode, 2);
+    ASSERT_TRUE(writeBytes(path("in.txt"), "QQ==\xc3\xa9"));
+    EXPECT_EQ(runMeasured({"base64", "decode", path("in.txt")}).exitCode, 2);
 }
 
 TEST_F(HostileTool, PeakMemoryOnLargeInputs)
@@ -218,10 +197,10 @@ TEST_F(HostileTool, PeakMemoryOnLargeInputs)
     QByteArray data(64 * 1024 * 1024, Qt::Uninitialized);
     QRandomGenerator random(7);
     random.fillRange(reinterpret_cast<quint32*>(data.data()), data.size() / 4);
-    write(path("big.bin"), data);
-    const ToolResult encoded = run({"base64", "encode", "-", path("big.b64")}, path("big.bin"));
+    ASSERT_TRUE(writeBytes(path("big.bin"), data));
+    const ToolRun encoded = runMeasured({"base64", "encode", "-", path("big.b64")}, path("big.bin"));
     ASSERT_EQ(encoded.exitCode, 0);
-    const ToolResult decoded = run({"base64", "decode", path("big.b64"), "-"});
+    const ToolRun decoded = runMeasured({"base64", "decode", path("big.b64"), "-"});
     ASSERT_EQ(decoded.exitCode, 0);
     EXPECT_TRUE(decoded.out == data);
     EXPECT_LT(encoded.peakKiB, 64 * 1024 * kBudgetScale);
@@ -233,16 +212,16 @@ TEST_F(HostileTool, PeakMemoryOnLargeInputs)
     for (int i = 0; document.size() < 10 * 1024 * 1024; ++i)
         document += "<row n='" + QByteArray::number(i) + "'>Caf\xc3\xa9 &amp; co</row>\n";
     document += "</ledger>";
-    write(path("doc.xml"), document);
+    ASSERT_TRUE(writeBytes(path("doc.xml"), document));
     const QString password = withPassword("pw");
-    const ToolResult sealed = run({"encrypt", "--classic", "--password-file", password, path("doc.xml"), path("doc.enc")});
+    const ToolRun sealed = runMeasured({"encrypt", "--classic", "--password-file", password, path("doc.xml"), path("doc.enc")});
     ASSERT_EQ(sealed.exitCode, 0);
-    const ToolResult opened = run({"decrypt", "--password-file", password, path("doc.enc"), path("back.xml")});
+    const ToolRun opened = runMeasured({"decrypt", "--password-file", password, path("doc.enc"), path("back.xml")});
     ASSERT_EQ(opened.exitCode, 0);
-    EXPECT_TRUE(contents(path("back.xml")) == document);
+    EXPECT_TRUE(readBytes(path("back.xml")) == document);
     const long envelopeKiB = long(QFileInfo(path("doc.enc")).size() / 1024);
     // Measured against the process's own start-up (Qt, ICU data).
-    const long baseline = run({"inspect", "/dev/null"}).peakKiB;
+    const long baseline = runMeasured({"inspect", "/dev/null"}).peakKiB;
     EXPECT_LT(sealed.peakKiB - baseline, 3 * envelopeKiB * kBudgetScale);
     EXPECT_LT(opened.peakKiB - baseline, 3 * envelopeKiB * kBudgetScale);
     RecordProperty("base64_encode_peak_kib", int(encoded.peakKiB));
