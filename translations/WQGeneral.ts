@@ -264,5 +264,17 @@ The date must be entered as a day, month, and year.  The order of the three valu
         <source>The date must be on or before %@.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Type a number and an operator for the next; = or Return writes the total into the field, Escape leaves the field as it was</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a date</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

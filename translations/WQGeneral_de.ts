@@ -266,5 +266,17 @@ Das Datum besteht aus Tag, Monat und Jahr.  In welcher Reihenfolge sie eingegebe
         <source>The date must be on or before %@.</source>
         <translation>Das Datum darf nicht nach dem %@ liegen.</translation>
     </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Type a number and an operator for the next; = or Return writes the total into the field, Escape leaves the field as it was</source>
+        <translation>Eine Zahl und ein Rechenzeichen für die nächste eingeben; = oder die Eingabetaste schreibt die Summe ins Feld, Escape lässt das Feld, wie es war</translation>
+    </message>
+    <message>
+        <source>Choose a date</source>
+        <translation>Datum auswählen</translation>
+    </message>
 </context>
 </TS>

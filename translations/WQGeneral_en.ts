@@ -254,5 +254,29 @@ The date must be entered as a day, month, and year.  The order of the three valu
         <source>Type a number and an operator for the next; = or Return writes the total into the field, Escape leaves the field as it was</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Invalid year entry.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The date must be between %@ and %@.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The date must be on or after %@.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The date must be on or before %@.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a date</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -75,15 +75,15 @@ TEST(CryptTool, ClassicEnvelopeRefusesWhatCouldNeverBeOpened)
     const QString sealed = dir.filePath(QStringLiteral("a.enc"));
     const QString plain = dir.filePath(QStringLiteral("note.txt"));
     for (const QByteArray& text : {QByteArray(), QByteArray("just a note"), QByteArray("<a>1</a><b/>")}) {
-        write(plain, text);
-        ToolRun r = run({"encrypt", "--classic", "--password-stdin", plain, sealed}, "pw\n");
+        ASSERT_TRUE(writeBytes(plain, text));
+        ToolRun r = runTool({"encrypt", "--classic", "--password-stdin", plain, sealed}, "pw\n");
         EXPECT_EQ(r.exitCode, 2) << text.toStdString();
         EXPECT_TRUE(r.err.contains("is not a well-formed XML document")) << r.err.toStdString();
         EXPECT_FALSE(QFile::exists(sealed));
         // The authenticated envelope, the default, takes any text.
-        r = run({"encrypt", "--iterations", "1", "--insecure", "--password-stdin", plain, sealed}, "pw\n");
+        r = runTool({"encrypt", "--iterations", "1", "--insecure", "--password-stdin", plain, sealed}, "pw\n");
         ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-        r = run({"decrypt", "--password-stdin", sealed, "-"}, "pw\n");
+        r = runTool({"decrypt", "--password-stdin", sealed, "-"}, "pw\n");
         EXPECT_EQ(r.exitCode, 0);
         EXPECT_EQ(r.out, text);
         QFile::remove(sealed);

@@ -460,7 +460,6 @@ TEST_F(Register, SpeaksGermanToAGermanUser)
     EXPECT_EQ(window->findChild<QMenuBar*>()->actions().value(0)->text(), u"&Transactions");
 }
 
-TEST(RegisterStore, KeepsTransactionsWholeLockedAndEncryptedWhenAsked)
 TEST(RegisterStore, KeepsTransactionsAndCurrencyWholeLockedAndEncryptedWhenAsked)
 {
     QTemporaryDir folder;
