@@ -8,7 +8,7 @@ set(install_targets)
 foreach(layer IN LISTS layers)
   if(layer STREQUAL "quick" AND BUILD_SHARED_LIBS)
     install(TARGETS wq_quick EXPORT WQGeneralTargets
-            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT quick NAMELINK_COMPONENT development)
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT quicklib NAMELINK_COMPONENT development)
   else()
     list(APPEND install_targets wq_${layer})
   endif()

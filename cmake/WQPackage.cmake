@@ -88,13 +88,17 @@ wq_debian_package(development libwqgeneral-dev DEPENDS runtime
   EXTRA_DEPENDS qt6-base-dev libicu-dev libssl-dev
   SECTION libdevel SUMMARY "WQGeneral headers, CMake package, pkg-config files and Qt help file")
 set(tool_depends)
-wq_debian_package(quick qml6-module-wqgeneral LIBRARIES DEPENDS runtime
+# The Qt Quick library in a package of its own, so that a widgets application
+# does not pull in Qt Quick; the QML module (a plugin the engine loads) beside it.
+wq_debian_package(quicklib libwqgeneralquick${PROJECT_VERSION_MAJOR} LIBRARIES DEPENDS runtime
+  SECTION libs SUMMARY "WQGeneral for Qt Quick: the shared library")
+wq_debian_package(quick qml6-module-wqgeneral DEPENDS quicklib
   # What the module's QML files import (the libraries are read off the binaries).
   EXTRA_DEPENDS qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-layouts
-  SECTION libs SUMMARY "WQGeneral for Qt Quick: the QML module WQGeneral and its library")
+  SECTION libs SUMMARY "WQGeneral for Qt Quick: the QML module WQGeneral")
 if(WQ_HAVE_QUICK)
   # The CMake package and pkg-config files name the Qt Quick library too.
-  set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime quick)
+  set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime quicklib)
   string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", qt6-declarative-dev")
 endif()
 if(BUILD_SHARED_LIBS)
