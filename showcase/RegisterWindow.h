@@ -14,7 +14,6 @@
 
 #include <QFuture>
 #include <QLabel>
-#include <QStandardItemModel>
 #include <QTimer>
 #include <QWidget>
 
@@ -84,9 +83,13 @@ public:
     void setRefusalPresenter(RefusalPresenter presenter) { _presenter = std::move(presenter); }
 
     void showMessage(const QString& message);
+    // A refusal in a cell of the register, shown as the entry row's are.
+    void refuseInCell(const QModelIndex& index, const QString& message);
+    // Starts editing the cell, or the row's date where the cell takes no typing.
+    void editCell(const QModelIndex& index);
     wq::WQTableView& table() { return *_table; }
-    // The register's rows: Date, Payee, Amount, Balance.
-    QStandardItemModel& rows() { return _book->model(); }
+    // The register's rows: Date, Payee, Amount, Cleared, Balance.
+    RegisterBook& rows() { return *_book; }
     RegisterBook& book() { return *_book; }
     // The column of panels beside the register (hidden while it has none).
     SidePanels& sidePanels() { return *_sidePanels; }
@@ -117,6 +120,7 @@ signals:
 private:
     void _seed();
     void _refuse(wq::WQLineEdit* field, const QString& message);
+    void _refuse(wq::WQLineEdit* field, const QString& label, const QString& message);
     QWidget* _fieldFor(const QString& column) const;
     void _askPassword(const QString& problem);
     void _open(const QString& password);
