@@ -51,10 +51,10 @@ public:
         bar->insertMenu(menus.value(1), edit);
         QAction* undo = history.createUndoAction(edit, Text::tr("Undo"));
         undo->setObjectName(QStringLiteral("undo"));
-        undo->setShortcut(QKeySequence::Undo);
+        undo->setShortcuts(QKeySequence::Undo);
         QAction* redo = history.createRedoAction(edit, Text::tr("Redo"));
         redo->setObjectName(QStringLiteral("redo"));
-        redo->setShortcut(QKeySequence::Redo);
+        redo->setShortcuts(QKeySequence::Redo);
         edit->addAction(undo);
         edit->addAction(redo);
         // A change undone or redone is shown where it is.

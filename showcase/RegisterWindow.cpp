@@ -67,6 +67,7 @@ RegisterWindow::RegisterWindow()
     setWindowTitle(Text::tr("WQGeneral showcase: Checking"));
     auto* layout = new QVBoxLayout(this);
     _message = new QLabel(this);
+    _message->setObjectName(QStringLiteral("registerMessage"));
     _message->setStyleSheet(QStringLiteral("color: #b00020;"));
     _message->setWordWrap(true);
 
@@ -375,10 +376,10 @@ bool RegisterWindow::eventFilter(QObject* watched, QEvent* event)
         return QWidget::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
     if (watched == _table) {
-        // Return edits the row where the view has no use for it (an open
-        // editor takes its own Return).
+        // Return edits the row where the view has no use for it (one that
+        // comes from a cell's editor is that editor's).
         if ((key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
-            || (key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+            || (key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier || QApplication::focusWidget() != _table)
             return QWidget::eventFilter(watched, event);
         editCell(_table->currentIndex());
         return true;
