@@ -9,6 +9,7 @@
 #include "ShowcaseFeature.h"
 #include "ShowcaseText.h"
 
+#include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/delegates/WQFormatterDelegate.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
 
@@ -25,7 +26,7 @@ public:
     {
         wq::WQTableView& table = window.table();
         wq::WQMoneyFormatterOwner* document = &window.document();
-        auto* dates = new wq::WQFormatterDelegate(wq::WQLineEdit::Date, 0, &table);
+        auto* dates = new wq::WQFormatterDelegate(window.dateFormatter(), &table);
         auto* amounts = new wq::WQFormatterDelegate(document->moneyFormatter(2), &table);
         amounts->setNegativeBrush(RegisterBook::negativeColour(table.palette()));
         table.setItemDelegateForColumn(RegisterBook::DateColumn, dates);

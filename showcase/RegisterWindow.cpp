@@ -61,7 +61,7 @@ void takeMnemonics(const QString& text, QSet<QChar>& taken)
 } // namespace
 
 RegisterWindow::RegisterWindow()
-    : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
+    : _dates(std::make_shared<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
       _amounts(_document.moneyFormatter(2))
 {
     setWindowTitle(Text::tr("WQGeneral showcase: Checking"));

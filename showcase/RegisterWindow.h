@@ -73,6 +73,9 @@ public:
     // The register's money owner: the currency its amounts are in, kept in
     // its file, and the typing mode of its amount fields.
     wq::WQMoneyFormatterOwner& document() { return _document; }
+    // What the register's dates show through, in the user's short date
+    // format as the regional settings change.
+    const std::shared_ptr<wq::WQDateFormatter>& dateFormatter() const { return _dates; }
     // Changes the register's currency (nothing: the system's settings as
     // they are now, recorded as the register's own) and keeps it.
     void setCurrency(const std::optional<QVariantMap>& currency);
@@ -163,7 +166,7 @@ private:
     RefusalPresenter _presenter;
     // Before the formatters it hands out.
     wq::WQMoneyFormatterOwner _document;
-    std::unique_ptr<wq::WQDateFormatter> _dates;
+    std::shared_ptr<wq::WQDateFormatter> _dates;
     std::shared_ptr<wq::WQMoneyFormatter> _amounts;
     wq::WQObservation _localeObservation{wq::WQNotificationCenter::distributedCenter()};
     wq::WQObservation _moneyObservation; // the application's centre
