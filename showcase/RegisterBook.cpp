@@ -273,9 +273,26 @@ void RegisterBook::setTransactions(const QList<Transaction>& transactions)
 {
     _history.clear();
     beginResetModel();
-    _rows = transactions;
-    std::stable_sort(_rows.begin(), _rows.end(),
-                     [](const Transaction& a, const Transaction& b) { return a.date < b.date; });
+    const auto earlier = [](const Transaction& a, const Transaction& b) { return a.date < b.date; };
+    // A saved register is in order already; any other is sorted by its
+    // positions, which move cheaper than transactions.
+    if (std::is_sorted(transactions.cbegin(), transactions.cend(), earlier)) {
+        _rows = transactions;
+    } else {
+        // Day keys in date order (months and days below 32 each), the
+        // position breaking ties as a stable sort would.
+        std::vector<std::pair<qint64, qsizetype>> order;
+        order.reserve(size_t(transactions.size()));
+        for (qsizetype at = 0; at < transactions.size(); ++at) {
+            const wq::WQDate& d = transactions[at].date;
+            order.emplace_back(d.yearOfCommonEra() * 1024 + qint64(d.monthOfYear()) * 32 + qint64(d.dayOfMonth()), at);
+        }
+        std::sort(order.begin(), order.end());
+        _rows.clear();
+        _rows.reserve(transactions.size());
+        for (const auto& [day, at] : order)
+            _rows.append(transactions[at]);
+    }
     _balances.assign(size_t(_rows.size()), 0);
     endResetModel();
     _rebalance(0);

@@ -85,6 +85,9 @@ RegisterWindow::RegisterWindow()
     QHeaderView* header = _table->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(RegisterBook::PayeeColumn, QHeaderView::Stretch);
+    // Fitted to the rows in view and a hundred around them: a long register
+    // measured whole would take longer than a frame after every change.
+    header->setResizeContentsPrecision(100);
     _table->verticalHeader()->hide();
     // A recorded row is corrected in place: double-click, F2 or Return.
     _table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
