@@ -1,6 +1,7 @@
 // The register in the tour: a transaction typed and recorded with Return
 // lands in date order with its balance; an incomplete row records nothing;
-// the window at its minimum size.
+// its amount corrected in place and the correction undone; the window at its
+// minimum size.
 
 #include "KeyTyping.h"
 #include "RegisterWindow.h"
@@ -8,6 +9,7 @@
 
 #include <WQGeneral/fields/WQLineEdit.h>
 
+#include <QAction>
 #include <QApplication>
 
 namespace showcase {
@@ -42,6 +44,24 @@ public:
             {QStringLiteral("register: Return records it between the 5th and the 9th, with its balance"), date,
              [=] { returnIn(amount); }},
             {QStringLiteral("register: Return with no payee records nothing"), date, [=] { returnIn(date); }},
+            {QStringLiteral("register: F2 on the Bakery's amount, 15 and Return (the balances below follow)"), nullptr,
+             [=] {
+                 RegisterBook& book = w->book();
+                 int row = 0;
+                 while (row < book.rowCount() && book.at(row).payee != QStringLiteral("Bakery"))
+                     ++row;
+                 wq::WQTableView& table = w->table();
+                 table.setFocus();
+                 table.setCurrentIndex(book.index(row, RegisterBook::AmountColumn));
+                 pressKey(&table, Qt::Key_F2, Qt::NoModifier, QString());
+                 typeText(QApplication::focusWidget(), QStringLiteral("15"));
+                 returnIn(QApplication::focusWidget());
+             }},
+            {QStringLiteral("register: Edit > Undo Edit Amount (back to $12.50)"), nullptr,
+             [w] {
+                 if (auto* undo = w->findChild<QAction*>(QStringLiteral("undo")))
+                     undo->trigger();
+             }},
             {QStringLiteral("window: at its minimum size nothing is clipped"), date,
              [w] { w->resize(w->minimumSize()); }},
             {QStringLiteral("window: back to its usual size"), date, [w] { w->resize(1000, 560); }},

@@ -61,12 +61,13 @@ void takeMnemonics(const QString& text, QSet<QChar>& taken)
 } // namespace
 
 RegisterWindow::RegisterWindow()
-    : _dates(std::make_unique<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
+    : _dates(std::make_shared<wq::WQDateFormatter>(wq::WQDateFormatter::shortDateFormat())),
       _amounts(_document.moneyFormatter(2))
 {
     setWindowTitle(Text::tr("WQGeneral showcase: Checking"));
     auto* layout = new QVBoxLayout(this);
     _message = new QLabel(this);
+    _message->setObjectName(QStringLiteral("registerMessage"));
     _message->setStyleSheet(QStringLiteral("color: #b00020;"));
     _message->setWordWrap(true);
 
@@ -78,21 +79,26 @@ RegisterWindow::RegisterWindow()
     _table->setAccessibleName(Text::tr("Register"));
     _table->setAccessibleDescription(Text::tr("The transactions in date order, with the running balance"));
     _table->setModel(&_book->model());
-    _book->model().setHorizontalHeaderLabels(
-        {Text::tr("Date"), Text::tr("Payee"), Text::tr("Amount"), Text::tr("Balance")});
+    _book->setHorizontalHeaderLabels(
+        {Text::tr("Date"), Text::tr("Payee"), Text::tr("Amount"), Text::tr("Cleared"), Text::tr("Balance")});
     // The payee takes what the window gives; the others fit their texts.
     QHeaderView* header = _table->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(RegisterBook::PayeeColumn, QHeaderView::Stretch);
+    // Fitted to the rows in view and a hundred around them: a long register
+    // measured whole would take longer than a frame after every change.
+    header->setResizeContentsPrecision(100);
     _table->verticalHeader()->hide();
-    _table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    // A recorded row is corrected in place: double-click, F2 or Return.
+    _table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
+    _table->installEventFilter(this);
+    connect(_book, &RegisterBook::editRefused, this, &RegisterWindow::refuseInCell);
     _table->setSelectionBehavior(QAbstractItemView::SelectRows);
     // One tab stop: the arrows walk the rows, Tab leaves the register.
     _table->setTabKeyNavigation(false);
     _table->setMinimumWidth(320);
-    // A header fits its columns only when sections come and go; a row
-    // marked cleared (a check box beside its date) or a longer amount needs
-    // it as much.
+    // A header fits its columns only when sections come and go; a longer
+    // amount or balance needs it as much.
     const auto fitColumns = [header] { QMetaObject::invokeMethod(header, "resizeSections", Qt::QueuedConnection); };
     connect(&_book->model(), &QAbstractItemModel::dataChanged, header, fitColumns);
     connect(&_book->model(), &QAbstractItemModel::rowsInserted, header, fitColumns);
@@ -188,8 +194,10 @@ RegisterWindow::~RegisterWindow()
     QObject::disconnect(qApp, nullptr, _panelsArea, nullptr);
     _saveBeforeClosing();
     // The fields hold formatters of the register's money owner, which goes
-    // before the base class deletes them: they go first.
+    // before the base class deletes them: they go first, and the table,
+    // whose cells ask the window's formatters for their texts, with them.
     delete _entryRow;
+    delete _table;
 }
 
 void RegisterWindow::_seed()
@@ -370,6 +378,15 @@ bool RegisterWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
+    if (watched == _table) {
+        // Return edits the row where the view has no use for it (one that
+        // comes from a cell's editor is that editor's).
+        if ((key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
+            || (key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier || QApplication::focusWidget() != _table)
+            return QWidget::eventFilter(watched, event);
+        editCell(_table->currentIndex());
+        return true;
+    }
     // A date picker steps through its sections with Tab; in the entry row
     // Tab goes to the next field, as everywhere else (arrows pick sections).
     if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) && qobject_cast<QDateEdit*>(watched)) {
@@ -411,16 +428,40 @@ void RegisterWindow::watch(wq::WQLineEdit* field)
 
 void RegisterWindow::_refuse(wq::WQLineEdit* field, const QString& message)
 {
-    if (!_presenter || message.isEmpty()) {
-        showMessage(message);
-        return;
-    }
     QString label = field->objectName();
     for (const Group& group : std::as_const(_groups))
         if (group.field == field)
             label = group.label;
+    _refuse(field, label, message);
+}
+
+void RegisterWindow::_refuse(wq::WQLineEdit* field, const QString& label, const QString& message)
+{
+    if (!_presenter || message.isEmpty() || !field) {
+        showMessage(message);
+        return;
+    }
     emit refusalShown(message);
     _presenter(*field, label, message);
+}
+
+void RegisterWindow::refuseInCell(const QModelIndex& index, const QString& message)
+{
+    auto* editor = qobject_cast<wq::WQLineEdit*>(_table->indexWidget(index));
+    // The complaint goes once the cell takes an edit again.
+    if (editor)
+        connect(editor, &wq::WQLineEdit::refusalCleared, _message, &QLabel::clear, Qt::UniqueConnection);
+    _refuse(editor, _book->headerData(index.column(), Qt::Horizontal).toString(), message);
+}
+
+void RegisterWindow::editCell(const QModelIndex& index)
+{
+    if (!index.isValid() || _readOnly)
+        return;
+    const QModelIndex cell =
+        index.flags().testFlag(Qt::ItemIsEditable) ? index : index.siblingAtColumn(RegisterBook::DateColumn);
+    _table->setCurrentIndex(cell);
+    _table->edit(cell);
 }
 
 void RegisterWindow::showMessage(const QString& message)
@@ -482,7 +523,7 @@ bool RegisterWindow::enterTransaction()
     const QString system = _amounts->stringForObjectValue(amount.toDouble()).value_or(QString());
     const int row = _book->add({*date, payee, amount.toDouble(), typed == system ? QString() : typed, false});
     _table->selectRow(row);
-    _table->scrollTo(_book->model().index(row, 0));
+    _table->scrollTo(_book->index(row, 0));
     _message->clear();
 
     payeeField->setObjectValue(QString());

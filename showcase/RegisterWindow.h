@@ -14,7 +14,6 @@
 
 #include <QFuture>
 #include <QLabel>
-#include <QStandardItemModel>
 #include <QTimer>
 #include <QWidget>
 
@@ -74,6 +73,9 @@ public:
     // The register's money owner: the currency its amounts are in, kept in
     // its file, and the typing mode of its amount fields.
     wq::WQMoneyFormatterOwner& document() { return _document; }
+    // What the register's dates show through, in the user's short date
+    // format as the regional settings change.
+    const std::shared_ptr<wq::WQDateFormatter>& dateFormatter() const { return _dates; }
     // Changes the register's currency (nothing: the system's settings as
     // they are now, recorded as the register's own) and keeps it.
     void setCurrency(const std::optional<QVariantMap>& currency);
@@ -84,9 +86,13 @@ public:
     void setRefusalPresenter(RefusalPresenter presenter) { _presenter = std::move(presenter); }
 
     void showMessage(const QString& message);
+    // A refusal in a cell of the register, shown as the entry row's are.
+    void refuseInCell(const QModelIndex& index, const QString& message);
+    // Starts editing the cell, or the row's date where the cell takes no typing.
+    void editCell(const QModelIndex& index);
     wq::WQTableView& table() { return *_table; }
-    // The register's rows: Date, Payee, Amount, Balance.
-    QStandardItemModel& rows() { return _book->model(); }
+    // The register's rows: Date, Payee, Amount, Cleared, Balance.
+    RegisterBook& rows() { return *_book; }
     RegisterBook& book() { return *_book; }
     // The column of panels beside the register (hidden while it has none).
     SidePanels& sidePanels() { return *_sidePanels; }
@@ -117,6 +123,7 @@ signals:
 private:
     void _seed();
     void _refuse(wq::WQLineEdit* field, const QString& message);
+    void _refuse(wq::WQLineEdit* field, const QString& label, const QString& message);
     QWidget* _fieldFor(const QString& column) const;
     void _askPassword(const QString& problem);
     void _open(const QString& password);
@@ -159,7 +166,7 @@ private:
     RefusalPresenter _presenter;
     // Before the formatters it hands out.
     wq::WQMoneyFormatterOwner _document;
-    std::unique_ptr<wq::WQDateFormatter> _dates;
+    std::shared_ptr<wq::WQDateFormatter> _dates;
     std::shared_ptr<wq::WQMoneyFormatter> _amounts;
     wq::WQObservation _localeObservation{wq::WQNotificationCenter::distributedCenter()};
     wq::WQObservation _moneyObservation; // the application's centre

@@ -231,9 +231,7 @@ void ShowcaseController::deleteTransaction()
     QList<int> rows;
     for (const QModelIndex& index : _register.table().selectionModel()->selectedRows())
         rows << index.row();
-    std::sort(rows.begin(), rows.end(), std::greater<>());
-    for (int row : rows)
-        _register.rows().removeRow(row);
+    _register.book().remove(rows);
 }
 
 void ShowcaseController::toggleCalculator(QObject* sender)
@@ -287,11 +285,9 @@ void ShowcaseController::showAllWarningsAgain()
 void ShowcaseController::_filterRegister(const QString& text)
 {
     QTableView& table = _register.table();
-    const QStandardItemModel& rows = _register.rows();
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        const QStandardItem* payee = rows.item(row, 1);
-        table.setRowHidden(row, !text.isEmpty() && !(payee && payee->text().contains(text, Qt::CaseInsensitive)));
-    }
+    const RegisterBook& book = _register.book();
+    for (int row = 0; row < book.rowCount(); ++row)
+        table.setRowHidden(row, !text.isEmpty() && !book.at(row).payee.contains(text, Qt::CaseInsensitive));
 }
 
 } // namespace showcase

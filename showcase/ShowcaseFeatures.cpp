@@ -7,6 +7,7 @@ std::unique_ptr<ShowcaseFeature> makeMoneyFields();
 std::unique_ptr<ShowcaseFeature> makeCalculatorTour();
 std::unique_ptr<ShowcaseFeature> makeAccountsTree();
 std::unique_ptr<ShowcaseFeature> makeWindowMenus();
+std::unique_ptr<ShowcaseFeature> makeRegisterEditing();
 std::unique_ptr<ShowcaseFeature> makeWindowToolbar();
 std::unique_ptr<ShowcaseFeature> makeAlertSheets();
 std::unique_ptr<ShowcaseFeature> makeViewsAndPanels();
@@ -21,6 +22,7 @@ std::vector<std::unique_ptr<ShowcaseFeature>> makeFeatures()
     features.push_back(makeCalculatorTour());
     features.push_back(makeAccountsTree());
     features.push_back(makeWindowMenus());
+    features.push_back(makeRegisterEditing());
     features.push_back(makeWindowToolbar());
     features.push_back(makeAlertSheets());
     features.push_back(makeViewsAndPanels());

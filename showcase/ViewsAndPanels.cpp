@@ -294,7 +294,7 @@ private:
     void _buildContextMenu(RegisterWindow& window)
     {
         wq::WQTableView& table = window.table();
-        QStandardItemModel& rows = window.rows();
+        RegisterBook& book = window.book();
         auto* menu = new QMenu(&table);
         QAction* remove = menu->addAction(Text::tr("Delete"));
         QAction* duplicate = menu->addAction(Text::tr("Duplicate"));
@@ -302,38 +302,19 @@ private:
         _markCleared = menu->addAction(Text::tr("Mark cleared"));
         table.setMenu(menu);
 
-        QObject::connect(remove, &QAction::triggered, &table, [&table, &rows] {
-            const QList<int> selected = table.selectedRows();
-            for (auto it = selected.rbegin(); it != selected.rend(); ++it)
-                rows.removeRow(*it);
+        QObject::connect(remove, &QAction::triggered, &table, [&table, &book] { book.remove(table.selectedRows()); });
+        QObject::connect(duplicate, &QAction::triggered, &table, [&table, &book] {
+            // The copies are what the user goes on with.
+            const QList<int> copies = book.duplicate(table.selectedRows());
+            QItemSelection selection;
+            for (int row : copies)
+                selection.select(book.index(row, 0), book.index(row, book.columnCount() - 1));
+            table.selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+            if (!copies.isEmpty())
+                table.selectionModel()->setCurrentIndex(book.index(copies.first(), 0), QItemSelectionModel::NoUpdate);
         });
-        QObject::connect(duplicate, &QAction::triggered, &table, [&table, &rows] {
-            QList<int> selected = table.selectedRows();
-            std::sort(selected.begin(), selected.end());
-            for (auto it = selected.rbegin(); it != selected.rend(); ++it) {
-                QList<QStandardItem*> copy;
-                for (int c = 0; c < rows.columnCount(); ++c)
-                    copy << (rows.item(*it, c) ? rows.item(*it, c)->clone() : new QStandardItem);
-                rows.insertRow(*it + 1, copy);
-            }
-            // The copies are what the user goes on with: each sits below
-            // its original, pushed down by the copies above it.
-            QItemSelection copies;
-            for (qsizetype k = 0; k < selected.size(); ++k) {
-                const int row = selected[k] + int(k) + 1;
-                copies.select(rows.index(row, 0), rows.index(row, rows.columnCount() - 1));
-            }
-            table.selectionModel()->select(copies, QItemSelectionModel::ClearAndSelect);
-            if (!selected.isEmpty())
-                table.selectionModel()->setCurrentIndex(rows.index(selected.first() + 1, 0), QItemSelectionModel::NoUpdate);
-        });
-        QObject::connect(_markCleared, &QAction::triggered, &table, [&table, &rows] {
-            for (int r : table.selectedRows())
-                if (QStandardItem* date = rows.item(r, 0)) {
-                    date->setCheckable(true);
-                    date->setCheckState(Qt::Checked);
-                }
-        });
+        QObject::connect(_markCleared, &QAction::triggered, &table,
+                         [&table, &book] { book.markCleared(table.selectedRows()); });
     }
 
     // The entry row's text fields that Clear empties: all but the dates.

@@ -363,6 +363,62 @@
         <source>The toolbar items the window is too narrow for</source>
         <translation>Die Symbole, für die das Fenster zu schmal ist</translation>
     </message>
+    <message>
+        <source>Cleared</source>
+        <translation>Gebucht</translation>
+    </message>
+    <message>
+        <source>Not cleared</source>
+        <translation>Nicht gebucht</translation>
+    </message>
+    <message>
+        <source>A transaction needs a date.</source>
+        <translation>Eine Buchung braucht ein Datum.</translation>
+    </message>
+    <message>
+        <source>Edit Date</source>
+        <translation>Datum ändern</translation>
+    </message>
+    <message>
+        <source>A transaction needs a payee.</source>
+        <translation>Eine Buchung braucht einen Empfänger.</translation>
+    </message>
+    <message>
+        <source>Edit Payee</source>
+        <translation>Empfänger ändern</translation>
+    </message>
+    <message>
+        <source>A transaction needs an amount.</source>
+        <translation>Eine Buchung braucht einen Betrag.</translation>
+    </message>
+    <message>
+        <source>Edit Amount</source>
+        <translation>Betrag ändern</translation>
+    </message>
+    <message>
+        <source>Mark Cleared</source>
+        <translation>Als gebucht markieren</translation>
+    </message>
+    <message>
+        <source>Mark Uncleared</source>
+        <translation>Als nicht gebucht markieren</translation>
+    </message>
+    <message>
+        <source>Record Transaction</source>
+        <translation>Buchung erfassen</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>Be&amp;arbeiten</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig:</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen:</translation>
+    </message>
 </context>
 <context>
     <name>ToolbarStrings</name>

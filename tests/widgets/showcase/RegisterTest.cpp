@@ -7,6 +7,7 @@
 #include "RegisterPasswordDialog.h"
 #include "RegisterStore.h"
 #include "RegisterWindow.h"
+#include "ShowcaseController.h"
 #include "ShowcaseFeature.h"
 #include "ShowcaseText.h"
 #include "SidePanels.h"
@@ -27,6 +28,7 @@
 #include <QCheckBox>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QGuiApplication>
 #include <QDir>
 #include <QDialogButtonBox>
@@ -37,6 +39,7 @@
 #include <QSet>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QUndoStack>
 #include <QtTest/QTest>
 
 #include <gtest/gtest.h>
@@ -170,20 +173,146 @@ TEST_F(Register, ReturnRecordsInDateOrderOnlyWhenTheRowIsComplete)
     EXPECT_EQ(window->findChild<QPushButton*>(u"enter"_qs)->isEnabled(), true);
 }
 
-TEST_F(Register, BalanceRunsDownTheRowsAndNegativesShowInTheNegativeColour)
+// Keys to the register's table, or to the cell editor that has the focus.
+void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
-    const QStringList balances = {u"$2,500.00"_qs, u"$2,415.83"_qs, u"$2,354.43"_qs, u"$4,266.98"_qs};
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+}
+
+void typeKeys(const QString& keys)
+{
+    QTest::keyClicks(QApplication::focusWidget(), keys);
+}
+
+TEST_F(Register, ARecordedRowIsCorrectedInPlaceWithTheKeyboardAndKept)
+{
+    QTemporaryDir folder;
+    const QString path = QDir(folder.path()).filePath(u"register.xml"_qs);
+    close();
+    open(path);
+    ASSERT_TRUE(opened());
+    wq::WQTableView& table = window->table();
+    // The table takes the focus on its first row; Return edits its date, Tab
+    // walks to the amount (the payee's editor on the way), Return writes it.
+    table.setFocus();
+    ASSERT_EQ(table.currentIndex().row(), 0);
+    press(Qt::Key_Return);
+    press(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget()->parentWidget(), table.viewport());
+    press(Qt::Key_Tab);
+    typeKeys(u"50"_qs);
+    press(Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget(), &table);
+    EXPECT_EQ(cell(0, RegisterBook::AmountColumn), u"$50.00");
+    EXPECT_EQ(cell(0, RegisterBook::PayeeColumn), u"Opening balance");
+    // The balances follow, a negative one in the negative colour.
+    EXPECT_EQ(cell(1, RegisterBook::BalanceColumn), u"-$34.17");
+    EXPECT_EQ(cell(3, RegisterBook::BalanceColumn), u"$1,816.98");
     const QColor negative = RegisterBook::negativeColour(QApplication::palette());
-    for (int row = 0; row < balances.size(); ++row) {
-        EXPECT_EQ(cell(row, RegisterBook::BalanceColumn), balances[row]);
-        const QModelIndex amount = window->rows().index(row, RegisterBook::AmountColumn);
-        const bool isNegative = amount.data(RegisterBook::kAmountRole).toDouble() < 0;
-        EXPECT_EQ(amount.data(Qt::ForegroundRole).value<QColor>() == negative, isNegative) << row;
-    }
-    // Removing a row (the table's own Delete) carries the balance along.
-    window->rows().removeRow(0);
-    EXPECT_EQ(cell(0, RegisterBook::BalanceColumn), u"-$84.17");
-    EXPECT_EQ(window->rows().index(0, RegisterBook::BalanceColumn).data(Qt::ForegroundRole).value<QColor>(), negative);
+    EXPECT_EQ(window->rows().index(1, RegisterBook::BalanceColumn).data(Qt::ForegroundRole).value<QColor>(), negative);
+    EXPECT_EQ(window->rows().index(1, RegisterBook::AmountColumn).data(Qt::ForegroundRole).value<QColor>(), negative);
+    EXPECT_FALSE(window->rows().index(0, RegisterBook::AmountColumn).data(Qt::ForegroundRole).isValid());
+
+    // F2 edits the current cell; Escape gives the edit up.
+    press(Qt::Key_F2);
+    typeKeys(u"7"_qs);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(cell(0, RegisterBook::AmountColumn), u"$50.00");
+    // Space marks the row cleared in its own column.
+    table.setCurrentIndex(window->rows().index(2, RegisterBook::ClearedColumn));
+    press(Qt::Key_Space);
+    EXPECT_EQ(window->rows().index(2, RegisterBook::ClearedColumn).data(Qt::CheckStateRole), Qt::Checked);
+
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const QList<Transaction> kept = RegisterStore(path).load().contents.transactions;
+        return kept.size() == 4 && kept[0].amount == 50 && kept[2].cleared;
+    }, 10000));
+    close();   // the lock goes before its folder
+}
+
+TEST_F(Register, UndoAndRedoTakeBackDeletesAndCellEditsButNotAFieldsTyping)
+{
+    wq::WQTableView& table = window->table();
+    QMenu* edit = window->findChild<QMenu*>(u"editMenu"_qs);
+    ASSERT_NE(edit, nullptr);
+    QAction* undo = edit->findChild<QAction*>(u"undo"_qs);
+    QAction* redo = edit->findChild<QAction*>(u"redo"_qs);
+    ASSERT_TRUE(undo && redo);
+    EXPECT_TRUE(edit->actions().contains(undo) && edit->actions().contains(redo));
+    EXPECT_FALSE(undo->isEnabled());
+
+    // A later date moves the Corner Grocery after the 9th.
+    table.setFocus();
+    press(Qt::Key_Down);
+    press(Qt::Key_F2);
+    typeKeys(u"3/10/26"_qs);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(2, RegisterBook::PayeeColumn), u"Corner Grocery");
+    EXPECT_EQ(undo->text(), u"Undo Edit Date");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(cell(1, RegisterBook::PayeeColumn), u"Corner Grocery");
+    EXPECT_EQ(cell(1, RegisterBook::BalanceColumn), u"$2,415.83");
+    EXPECT_EQ(redo->text(), u"Redo Edit Date");
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(cell(2, RegisterBook::PayeeColumn), u"Corner Grocery");
+    EXPECT_EQ(cell(2, RegisterBook::BalanceColumn), u"$2,354.43");
+
+    // Delete, undone from the menu and redone with the keys.
+    table.selectionModel()->setCurrentIndex(window->rows().index(0, 0),
+                                            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    press(Qt::Key_Backspace, Qt::ControlModifier);
+    ASSERT_EQ(window->rows().rowCount(), 3);
+    EXPECT_EQ(undo->text(), u"Undo Delete");
+    undo->trigger();
+    ASSERT_EQ(window->rows().rowCount(), 4);
+    EXPECT_EQ(cell(0, RegisterBook::PayeeColumn), u"Opening balance");
+    EXPECT_EQ(cell(3, RegisterBook::BalanceColumn), u"$4,266.98");
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(window->rows().rowCount(), 3);
+    EXPECT_EQ(cell(0, RegisterBook::BalanceColumn), u"-$61.40");
+
+    // A field with the focus undoes its own typing, not the register.
+    type("payee", u"Bakery"_qs);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_NE(field("payee")->text(), u"Bakery");
+    EXPECT_EQ(window->rows().rowCount(), 3);
+    EXPECT_EQ(undo->text(), u"Undo Delete");
+}
+
+TEST_F(Register, ACellRefusesWhatTheEntryRowRefusesAndSaysSo)
+{
+    wq::WQTableView& table = window->table();
+    QStringList shown;
+    QObject::connect(window.get(), &RegisterWindow::refusalShown, window.get(),
+                     [&shown](const QString& message) { shown << message; });
+    QUndoStack& history = window->book().history();
+
+    // A letter in an amount: said as the amount field says it, the editor stays.
+    table.setFocus();
+    table.setCurrentIndex(window->rows().index(1, RegisterBook::AmountColumn));
+    press(Qt::Key_F2);
+    QWidget* editor = QApplication::focusWidget();
+    ASSERT_EQ(editor->parentWidget(), table.viewport());
+    typeKeys(u"x"_qs);
+    ASSERT_EQ(shown.size(), 1);
+    if (QMessageBox* sheet = ShowcaseController::of(*window).attachedSheet())
+        sheet->done(QMessageBox::Ok);
+    // Back in the cell, which still shows the amount.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == editor; }, 2000));
+    EXPECT_EQ(static_cast<QLineEdit*>(editor)->text(), u"-$84.17");
+    press(Qt::Key_Escape);
+
+    // A blank payee is not a transaction's.
+    table.setCurrentIndex(window->rows().index(1, RegisterBook::PayeeColumn));
+    press(Qt::Key_F2);
+    press(Qt::Key_Backspace);
+    press(Qt::Key_Return);
+    QApplication::processEvents();   // the plain editor commits a moment later
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown.last(), u"A transaction needs a payee.");
+    EXPECT_EQ(window->findChild<QLabel*>(u"registerMessage"_qs)->text(), u"A transaction needs a payee.");
+    EXPECT_EQ(cell(1, RegisterBook::PayeeColumn), u"Corner Grocery");
+    EXPECT_EQ(history.count(), 0);
 }
 
 // Tab from the focused widget, as the keyboard sends it, until it comes back
@@ -415,12 +544,9 @@ TEST_F(Register, TheRowMenuActsOnWhatTheUserSees)
                 item->trigger();
         QApplication::processEvents();
     };
-    // A row marked cleared gains a check box; its date (the longest) still
-    // shows whole.
     table.selectRow(3);
     choose(u"Mark cleared"_qs);
-    EXPECT_GE(table.horizontalHeader()->sectionSize(RegisterBook::DateColumn),
-              static_cast<QAbstractItemView&>(table).sizeHintForColumn(RegisterBook::DateColumn));
+    EXPECT_EQ(window->rows().index(3, RegisterBook::ClearedColumn).data(Qt::CheckStateRole), Qt::Checked);
     // Duplicate leaves the copies selected, each below its original.
     table.selectionModel()->select(QItemSelection(window->rows().index(1, 0), window->rows().index(2, 3)),
                                    QItemSelectionModel::ClearAndSelect);
