@@ -392,8 +392,6 @@ TEST(EncryptedDocument, PaddingIsCheckedWhole)
 
 TEST(EncryptedDocument, HostileShapesAreRefusedAtOnce)
 {
-    // The limits at their edges; entities, document types and floods at
-    // large are the hostile corpus's (the tool suite).
     const QString good = keyedEnvelope();
     const auto errorOf = [](const QString& envelope, WQEnvelopeLimits limits = {}) {
         return xml_decryptDocumentWithPassword(envelope, QStringLiteral("pw"), limits).error;
@@ -409,6 +407,12 @@ TEST(EncryptedDocument, HostileShapesAreRefusedAtOnce)
         {QString(good).insert(good.indexOf(u"<CipherData>"), QStringLiteral("<x/>").repeated(1100)), E::TooLarge},
         {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QString(2000, u'A')), E::TooLarge},
         {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>") + QString(100, u' ') + QStringLiteral("1000")), E::TooLarge},
+        {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>99999999999999999999999")), E::DamagedValue},
+        {QStringLiteral("<?xml version='1.0'?><!DOCTYPE EncryptedData [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;'>]>")
+             + good.mid(good.indexOf(u"<EncryptedData")), E::NotAnEnvelope},
+        {QStringLiteral("<!DOCTYPE EncryptedData SYSTEM 'file:///etc/passwd'>") + good.mid(good.indexOf(u"<EncryptedData")),
+         E::NotAnEnvelope},
+        {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QStringLiteral("&xxe;")), E::DamagedValue},
         {QString(good).replace(QStringLiteral("<ds:KeyInfo"), QStringLiteral("<q:KeyInfo")), E::DamagedValue},   // an undeclared prefix
     };
     for (const auto& [envelope, error] : cases)
