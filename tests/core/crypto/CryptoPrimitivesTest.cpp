@@ -49,12 +49,6 @@ TEST(CryptoPrimitives, AES128CBCPublishedVectors)
     // Empty plain text is one block; lengths round up to the next block.
     for (const auto& [length, size] : {std::pair{0, 16}, std::pair{15, 16}, std::pair{17, 32}})
         EXPECT_EQ(AES128EncryptWithDerivedKey(QByteArray(length, 'x'), key, iv).value_or("").size(), size) << length;
-
-    // A damaged last block shows as a padding error.
-    QByteArray damaged = cipher + paddingBlock;
-    damaged[damaged.size() - 1] = char(damaged.back() ^ 0x01);
-    EXPECT_FALSE(AES128DecryptWithDerivedKey(damaged, key, iv).has_value());
-    EXPECT_FALSE(AES128DecryptWithDerivedKey(cipher.first(20), key, iv).has_value());
 }
 
 TEST(CryptoPrimitives, PasswordKeyAndItsByteRule)

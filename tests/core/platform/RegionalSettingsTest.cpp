@@ -8,7 +8,6 @@
 using namespace wq;
 using namespace Qt::StringLiterals;
 using Category = WQRegionalSettings::Category;
-using DateStyle = WQRegionalSettings::DateStyle;
 
 TEST(RegionalSettings, PosixNamesBecomeIcuNames)
 {
@@ -47,22 +46,6 @@ TEST(RegionalSettings, EnvironmentOrderIsLcAllThenCategoryThenLang)
     qunsetenv("LC_TIME");
     qunsetenv("LANG");
     qputenv("LC_ALL", savedAll);
-}
-
-TEST(RegionalSettings, DatePatternsAndNamesFollowTheTimeLocale)
-{
-    {
-        test::ScopedLocale pin(u"en_US"_s);
-        EXPECT_EQ(WQRegionalSettings::datePattern(DateStyle::Short), u"M/d/yy");
-        EXPECT_EQ(WQRegionalSettings::monthNames().front(), u"January");
-        EXPECT_EQ(WQRegionalSettings::shortMonthNames().size(), 12);
-        EXPECT_EQ(WQRegionalSettings::shortWeekdayNames().at(6), u"Sat");
-    }
-    test::ScopedLocale pin(u"de_DE"_s);
-    EXPECT_EQ(WQRegionalSettings::datePattern(DateStyle::Short), u"dd.MM.yy");
-    EXPECT_TRUE(WQRegionalSettings::datePattern(DateStyle::Full).contains(u"EEEE"));
-    EXPECT_EQ(WQRegionalSettings::monthNames().at(2), u"März");
-    EXPECT_EQ(WQRegionalSettings::weekdayNames().front(), u"Sonntag");
 }
 
 TEST(RegionalSettings, ChangesBumpTheGenerationAndAnnounceThemselves)

@@ -9,7 +9,6 @@
 
 using namespace wq::test;
 
-
 TEST(CryptTool, PromptedPasswordRoundTrip)
 {
     QTemporaryDir dir;
@@ -31,41 +30,6 @@ TEST(CryptTool, PromptedPasswordRoundTrip)
     const QString other = dir.filePath(QStringLiteral("other.enc"));
     EXPECT_NE(runOnTerminal({"encrypt", plain, other}, {password, "green tea"}).exitCode, 0);
     EXPECT_FALSE(QFile::exists(other));
-}
-
-TEST(CryptTool, WrongPasswordOrDamageLeavesNoOutput)
-{
-    QTemporaryDir dir;
-    const QString plain = dir.filePath(QStringLiteral("a.xml"));
-    const QString sealed = dir.filePath(QStringLiteral("a.enc"));
-    const QString passwordFile = dir.filePath(QStringLiteral("pw"));
-    const QString output = dir.filePath(QStringLiteral("out.xml"));
-    ASSERT_TRUE(writeBytes(plain, "<a>1</a>"));
-    ASSERT_TRUE(writeBytes(passwordFile, "right\n"));
-
-    ToolRun r = runTool({"encrypt", "--iterations", "1000", "--insecure", "--password-file", passwordFile, plain, sealed});
-    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    r = runTool({"decrypt", "--password-stdin", sealed, "-"}, "right\n");
-    EXPECT_EQ(r.exitCode, 0);
-    EXPECT_EQ(r.out, "<a>1</a>");
-
-    r = runTool({"decrypt", "--password-stdin", sealed, output}, "wrong\n");
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_EQ(r.err.count('\n'), 1);
-    EXPECT_TRUE(r.err.contains("password is wrong"));
-    EXPECT_FALSE(QFile::exists(output));
-
-    QByteArray damaged = readBytes(sealed);
-    damaged[damaged.indexOf("</CipherValue>") - 5] = 'Q';
-    ASSERT_TRUE(writeBytes(sealed, damaged));
-    EXPECT_NE(runTool({"decrypt", "--password-file", passwordFile, sealed, output}).exitCode, 0);
-    EXPECT_FALSE(QFile::exists(output));
-
-    // The password is never taken from where the document comes from.
-    EXPECT_EQ(runTool({"decrypt", "--password-stdin", "-", output}).exitCode, 2);
-    r = runTool({"inspect", plain});
-    EXPECT_EQ(r.exitCode, 2);
-    EXPECT_TRUE(r.err.startsWith("wq: "));
 }
 
 TEST(CryptTool, ClassicEnvelopeRefusesWhatCouldNeverBeOpened)
@@ -110,7 +74,6 @@ TEST(CryptTool, InspectAndTheSmallCommands)
     // Exit status 2 for bad input; the output is only compared on success.
     const std::tuple<QStringList, QByteArray, QByteArray, int> cases[] = {
         {{"base64", "encode"}, "foobar", "Zm9vYmFy\n", 0},
-        {{"base64", "decode"}, "Zm9v\nYmFy\n", "foobar", 0},
         {{"base64", "encode", "--line-length", "4"}, "foobar", "Zm9v\nYmFy\n", 0},
         {{"base64", "decode"}, "Zm9v\xc3\xa9", "", 2},
         {{"escape", "xml", "a<'b'>"}, "", "a&lt;&apos;b&apos;&gt;\n", 0},
@@ -119,7 +82,6 @@ TEST(CryptTool, InspectAndTheSmallCommands)
         {{"unescape", "xml", "&amp;lt;"}, "", "&lt;\n", 0},
         {{"unescape", "url", "x"}, "", "", 2},
         {{"round", "2", "2.675"}, "", "2.68\n", 0},
-        {{"round", "2", "-0.125"}, "", "-0.12\n", 0},
         {{"round", "7", "-1.5", "--split"}, "", "-1.5000000 -1 -5000000\n", 0},
         {{"round", "2", "lots"}, "", "", 2},
     };

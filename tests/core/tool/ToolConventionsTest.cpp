@@ -157,6 +157,8 @@ TEST_F(ToolConventions, EnvelopesAuthenticatedUnlessClassicAndWeakChoicesRefused
         {{"decrypt", "--password-stdin", path("empty.enc"), "-"}, "\n", 0, equals("<a>1</a>"), empty},
         {{"decrypt", "--password-file", "-", path("auth.enc"), "-"}, "secret\n", 0, equals("<a>1</a>"), empty},
         {{"decrypt", "--password-file", "-", path("auth.enc"), "-"}, "wrong\n", 1, empty, oneLineWith("password")},
+        // Standard input is either the password or the document.
+        {{"decrypt", "--password-stdin", "-", path("x.xml")}, "secret\n", 2, empty, oneLineWith("both the password")},
     };
     for (const Case& c : cases) {
         QByteArray input = c.input;

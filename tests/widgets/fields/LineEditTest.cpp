@@ -1,4 +1,5 @@
 #include "FieldTesting.h"
+#include "ProbeFormatter.h"
 
 #include <WQGeneral/fields/WQLineEdit.h>
 
@@ -13,72 +14,7 @@ using namespace wq;
 
 namespace {
 
-// Refuses "x" with a message and "!" silently, upper-cases the text on "u"
-// (selecting it all), rewrites "=" into exactly what was proposed, and keeps
-// a record of the last judgement.
-class ProbeFormatter : public WQFormatter {
-public:
-    struct Edit {
-        QString original;
-        WQRange originalRange;
-        QString proposed;
-        WQRange proposedRange;
-        bool operator==(const Edit&) const = default;
-    };
-    Edit last;
-    WQEditEvent event;
-    WQFieldEditor* editor = nullptr;
-    QString editorString;
-    int calls = 0;
-    QString prefix;
-
-    std::optional<QString> stringForObjectValue(const QVariant& value) const override
-    {
-        if (value.metaType() == QMetaType::fromType<int>())
-            return prefix + QString::number(value.toInt());
-        return std::nullopt;
-    }
-
-    bool getObjectValue(QVariant* value, const QString& string, QString* error) const override
-    {
-        bool ok = false;
-        const int number = QString(string).remove(prefix).toInt(&ok);
-        if (ok)
-            *value = number;
-        else
-            *error = QStringLiteral("Not a number.");
-        return ok;
-    }
-
-    bool isPartialStringValid(QString* partial, WQRange* range, const QString& original, WQRange originalRange,
-                              QString* error) override
-    {
-        ++calls;
-        last = {original, originalRange, *partial, *range};
-        event = WQToolkit::shared().currentEvent();
-        editor = WQToolkit::shared().keyFieldEditor();
-        editorString = editor ? editor->string() : QString();
-        const QString inserted = partial->mid(originalRange.location, range->location - originalRange.location);
-        if (inserted.contains(u'x'))
-            *error = QStringLiteral("\"x\" is not valid here");
-        if (inserted.contains(u'x') || inserted.contains(u'!'))
-            return false;
-        if (inserted.contains(u'u')) {
-            const QString upper = partial->remove(u'u').toUpper();
-            return rewriteProposal(partial, range, upper, {0, upper.size()});
-        }
-        if (inserted.contains(u'='))
-            return rewriteProposal(partial, range, *partial, *range);
-        return true;
-    }
-};
-
-void PrintTo(const ProbeFormatter::Edit& e, std::ostream* os)
-{
-    *os << '"' << e.original.toStdString() << "\" {" << e.originalRange.location << ", " << e.originalRange.length
-        << "} -> \"" << e.proposed.toStdString() << "\" {" << e.proposedRange.location << ", "
-        << e.proposedRange.length << '}';
-}
+using test::ProbeFormatter;
 
 class LineEdit : public ::testing::Test {
 protected:
@@ -292,13 +228,10 @@ TEST_F(LineEdit, WithoutFormatterItIsAPlainLineEdit)
 
 TEST_F(LineEdit, FollowsItsFormattersChangesAndAbortsEdits)
 {
-    const auto formatterChanged = [this] {
-        WQNotificationCenter::defaultCenter().postNotificationName(kWQNotif_FormatterChanged, probe.get());
-    };
     QSignalSpy judged(edit, &WQLineEdit::editedTextChanged);
     edit->setObjectValue(5);
     probe->prefix = QStringLiteral("#");
-    formatterChanged();
+    probe->announceChange();
     EXPECT_EQ(edit->text(), "#5") << "the value shows through the changed formatter";
 
     QTest::keyClicks(edit, "1x");
@@ -306,7 +239,7 @@ TEST_F(LineEdit, FollowsItsFormattersChangesAndAbortsEdits)
     EXPECT_EQ(judged.count(), 1) << "the refused x changed nothing";
     EXPECT_EQ(judged.at(0).at(0).toString(), "#51");
     probe->prefix = QStringLiteral("N");
-    formatterChanged();
+    probe->announceChange();
     EXPECT_EQ(edit->text(), "#51") << "what the user is typing stays";
 
     edit->abortEditing();
@@ -319,6 +252,6 @@ TEST_F(LineEdit, FollowsItsFormattersChangesAndAbortsEdits)
     auto next = std::make_shared<ProbeFormatter>();
     edit->setFormatter(next);
     probe->prefix = QStringLiteral("old");
-    formatterChanged();
+    probe->announceChange();
     EXPECT_EQ(edit->text(), "5");
 }
