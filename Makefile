@@ -47,6 +47,13 @@ test: build
 abi-baseline: build
 	@bash scripts/abi-check.sh --record $(BUILD)
 
+# clang-tidy and clazy over core/, widgets/ and quick/ with the main build's
+# compile commands; quiet and exit 0 when they find nothing.
+lint: configure
+	@bash deps/install.sh debian-packages-lint.txt
+	@cmake $(BUILD) -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
+	@JOBS=$(JOBS) bash scripts/lint.sh $(BUILD)
+
 # Debian packages of the main build, under build/packages.
 package: build
 	@rm -rf $(BUILD)/packages && cd $(BUILD) && cpack -G DEB
