@@ -11,9 +11,6 @@ build=$(cd "${1:?usage: lint.sh <build folder>}" && pwd)
 jobs=${JOBS:-$(nproc)}
 database=$build/compile_commands.json
 [ -e "$database" ] || { echo "no $database (configure with -DCMAKE_EXPORT_COMPILE_COMMANDS=ON)" >&2; exit 1; }
-# moc runs at build time: its output must exist for the sources to parse.
-cmake --build "$build" --target wq_core wq_widgets wq_quick -j "$jobs" >/dev/null
-
 mapfile -t sources < <(python3 - "$database" "$here" <<'EOF'
 import json, sys
 database, root = sys.argv[1], sys.argv[2]
@@ -22,6 +19,11 @@ print("\n".join(sorted({entry["file"] for entry in json.load(open(database))
                         if entry["file"].startswith(layers)})))
 EOF
 )
+# moc's output must exist for the sources to parse: their components'
+# autogen targets, named by the include folders of their compile commands.
+mapfile -t autogen < <(grep -oE '/[A-Za-z0-9_]+_autogen/include' "$database" \
+  | sed -E 's#^/(.*)/include$#\1#' | grep -E '^wq_(core|widgets|quick)_' | sort -u)
+[ ${#autogen[@]} -eq 0 ] || cmake --build "$build" --target "${autogen[@]}" -j "$jobs" >/dev/null
 [ ${#sources[@]} -gt 0 ] || { echo "no sources of core/, widgets/ or quick/ in $database" >&2; exit 1; }
 headers="^$here/(core|widgets|quick)/"
 
