@@ -8,7 +8,7 @@ FUZZ_SECONDS ?= 30
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run run-quick test test-asan coverage package translations bench fuzz docs clean
+.PHONY: all deps configure build run run-quick test abi-baseline lint test-asan coverage package translations bench fuzz docs clean
 
 all: build
 
@@ -40,6 +40,19 @@ test: build
 	@bash scripts/licence-check.sh
 	@bash deps/install.sh debian-packages-docs.txt
 	@bash scripts/docs-check.sh $(BUILD)/docs
+	@bash scripts/abi-check.sh $(BUILD)
+
+# Re-records abi/ from the shared libraries of the main build: only for
+# additions to the public API, or with a new major version (soname).
+abi-baseline: build
+	@bash scripts/abi-check.sh --record $(BUILD)
+
+# clang-tidy and clazy over core/, widgets/ and quick/ with the main build's
+# compile commands; quiet and exit 0 when they find nothing.
+lint: configure
+	@bash deps/install.sh debian-packages-lint.txt
+	@cmake $(BUILD) -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
+	@JOBS=$(JOBS) bash scripts/lint.sh $(BUILD)
 
 # Debian packages of the main build, under build/packages.
 package: build

@@ -153,7 +153,7 @@ bool WQCipherStream::start(Mode mode, const std::uint8_t* key, QByteArrayView iv
         // Decryption leaves the padding to the constant-time check.
         return mode == Mode::CBCEncrypt || EVP_CIPHER_CTX_set_padding(context, 0) == 1;
     }
-    return iv.size() > 0 && iv.size() <= 64
+    return !iv.isEmpty() && iv.size() <= 64
         && EVP_CipherInit_ex(context, EVP_aes_128_gcm(), nullptr, nullptr, nullptr, encrypt) == 1
         && EVP_CIPHER_CTX_ctrl(context, EVP_CTRL_GCM_SET_IVLEN, int(iv.size()), nullptr) == 1
         && EVP_CipherInit_ex(context, nullptr, nullptr, key, ivBytes, encrypt) == 1;

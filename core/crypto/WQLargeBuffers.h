@@ -19,16 +19,19 @@ inline void _wq_prepareForWriting(void* data, qsizetype size, bool populate = tr
     if (size < kWorthIt)
         return;
     const std::uintptr_t page = 4096;
-    const std::uintptr_t begin = (reinterpret_cast<std::uintptr_t>(data) + page - 1) & ~(page - 1);
-    const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(data) + std::uintptr_t(size)) & ~(page - 1);
+    const auto address = reinterpret_cast<std::uintptr_t>(data);
+    const std::uintptr_t begin = (address + page - 1) & ~(page - 1);
+    const std::uintptr_t end = (address + std::uintptr_t(size)) & ~(page - 1);
     if (end <= begin)
         return;
+    // The whole pages inside the buffer, reached from the buffer's own pointer.
+    void* const firstPage = static_cast<char*>(data) + (begin - address);
 #ifdef MADV_HUGEPAGE
-    ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+    ::madvise(firstPage, end - begin, MADV_HUGEPAGE);
 #endif
 #ifdef MADV_POPULATE_WRITE
     if (populate)
-        ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
+        ::madvise(firstPage, end - begin, MADV_POPULATE_WRITE);
 #else
     Q_UNUSED(populate);
 #endif

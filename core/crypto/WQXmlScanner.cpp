@@ -28,8 +28,8 @@ constexpr std::array<std::uint8_t, 256> makeClasses()
     std::array<std::uint8_t, 256> table{};
     for (int c = 0; c < 0x20; ++c)
         table[size_t(c)] = kForbidden | kTextStop;
-    for (const int c : {'\t', '\n', '\r'})
-        table[size_t(c)] = kSpace;
+    for (const size_t c : {size_t('\t'), size_t('\n'), size_t('\r')})
+        table[c] = kSpace;
     table[' '] = kSpace;
     for (int c = 'A'; c <= 'Z'; ++c)
         table[size_t(c)] = kNameStart | kName;
@@ -165,11 +165,11 @@ char predefined(QByteArrayView name)
     const char* n = name.data();
     switch (name.size()) {
     case 2:
-        return n[1] != 't' ? 0 : n[0] == 'l' ? '<' : n[0] == 'g' ? '>' : 0;
+        return n[1] != 't' ? '\0' : n[0] == 'l' ? '<' : n[0] == 'g' ? '>' : '\0';
     case 3:
-        return std::memcmp(n, "amp", 3) == 0 ? '&' : 0;
+        return std::memcmp(n, "amp", 3) == 0 ? '&' : '\0';
     case 4:
-        return std::memcmp(n, "apos", 4) == 0 ? '\'' : std::memcmp(n, "quot", 4) == 0 ? '"' : 0;
+        return std::memcmp(n, "apos", 4) == 0 ? '\'' : std::memcmp(n, "quot", 4) == 0 ? '"' : '\0';
     default:
         return 0;
     }
@@ -636,7 +636,7 @@ bool Scanner::wellFormedToTheEnd()
             return fail(Failure::Malformed);
         if (*p != '<')
             return textRun(p);
-        const char second = p + 1 < _end ? p[1] : 0;
+        const char second = p + 1 < _end ? p[1] : '\0';
         if (second == '/')
             return endTag(p);
         if (second == '!') {

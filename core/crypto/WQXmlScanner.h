@@ -61,9 +61,9 @@ private:
     Token fail(Failure failure);
     // One token from p on, p moved past it.
     Token step(const char*& p);
-    Token startTag(const char*& p);
-    Token endTag(const char*& p);
-    Token textRun(const char*& p);
+    Token startTag(const char*& at);
+    Token endTag(const char*& at);
+    Token textRun(const char*& at);
     Token cdata();
     bool skipComment();
     bool skipProcessingInstruction(bool declarationAllowed);

@@ -107,12 +107,10 @@ std::optional<WQDate> WQDateFormatter::dateForString(const QString& string, QStr
             year = signed32(parts[0]);
         else if (monthAt != 1 && dayAt != 1)
             year = signed32(parts[1]);
-        else if (monthAt == 2)
+        else if (monthAt == 2 || dayAt == 2)
             year = 0;
-        else if (dayAt != 2)
-            year = signed32(parts[2]);
         else
-            year = 0;
+            year = signed32(parts[2]);
         // A fixed pivot: 95-99 are the 1990s, everything else below 100 is
         // in today's century.
         if (year < 100) {

@@ -109,7 +109,7 @@ qint64 WQDate::dayOfCommonEra() const
 int WQDate::compareWithDate(const WQDate& other) const noexcept
 {
     const auto order = *this <=> other;
-    return order < 0 ? -1 : (order > 0 ? 1 : 0);
+    return std::is_lt(order) ? -1 : (std::is_gt(order) ? 1 : 0);
 }
 
 int WQDate::compare(const QVariant& other) const

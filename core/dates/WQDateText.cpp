@@ -55,17 +55,18 @@ public:
     std::pair<quint32, quint32> formatNumber(const QString& format)
     {
         const std::lock_guard lock(_mutex);
-        auto it = _formatNumbers.constFind(format);
-        if (it == _formatNumbers.constEnd()) {
-            if (_formatNumbers.size() >= kNumberedFormats) {
-                // Numbers are about to be reused: no text stored under an
-                // old one may answer.
-                _formatNumbers.clear();
-                _numbering.fetch_add(1, std::memory_order_relaxed);
-            }
-            it = _formatNumbers.insert(format, quint32(_formatNumbers.size()));
+        const auto it = _formatNumbers.constFind(format);
+        if (it != _formatNumbers.constEnd())
+            return {*it, _numbering.load(std::memory_order_relaxed)};
+        if (_formatNumbers.size() >= kNumberedFormats) {
+            // Numbers are about to be reused: no text stored under an
+            // old one may answer.
+            _formatNumbers.clear();
+            _numbering.fetch_add(1, std::memory_order_relaxed);
         }
-        return {*it, _numbering.load(std::memory_order_relaxed)};
+        const auto number = quint32(_formatNumbers.size());
+        _formatNumbers.insert(format, number);
+        return {number, _numbering.load(std::memory_order_relaxed)};
     }
 
     quint32 numbering() const { return _numbering.load(std::memory_order_relaxed); }

@@ -51,7 +51,7 @@ private:
     std::size_t _slotOf(const Key& key) const;
     void _unlink(std::int32_t entry);
     void _pushFront(std::int32_t entry);
-    void _eraseSlot(std::size_t slot);
+    void _eraseSlot(std::size_t hole);
 
     qsizetype _capacity;
     std::vector<Entry> _entries;

@@ -97,8 +97,8 @@ private:
     };
 
     int _add(bool collapse, QStringView needle);
-    void _push(qsizetype edit, int unit);
-    void _settle(qsizetype edit);
+    void _push(qsizetype index, int unit);
+    void _settle(qsizetype index);
     void _emit(int unit);
     bool _idle() const;
 

@@ -30,7 +30,7 @@ constexpr std::array<std::uint8_t, 128> makeValues()
     for (auto& v : values)
         v = 0x80;
     for (int i = 0; i < 64; ++i)
-        values[std::size_t(kAlphabet[i])] = std::uint8_t(i);
+        values[static_cast<unsigned char>(kAlphabet[i])] = std::uint8_t(i);
     return values;
 }
 alignas(64) constexpr auto kValues = makeValues();
@@ -49,11 +49,11 @@ alignas(64) constexpr auto kPack = makePack();
 constexpr std::array<std::uint8_t, 64> makeSpread()
 {
     std::array<std::uint8_t, 64> spread{};
-    for (int g = 0; g < 16; ++g) {
-        spread[std::size_t(4 * g)] = std::uint8_t(3 * g + 1);
-        spread[std::size_t(4 * g + 1)] = std::uint8_t(3 * g);
-        spread[std::size_t(4 * g + 2)] = std::uint8_t(3 * g + 2);
-        spread[std::size_t(4 * g + 3)] = std::uint8_t(3 * g + 1);
+    for (std::size_t g = 0; g < 16; ++g) {
+        spread[4 * g] = std::uint8_t(3 * g + 1);
+        spread[4 * g + 1] = std::uint8_t(3 * g);
+        spread[4 * g + 2] = std::uint8_t(3 * g + 2);
+        spread[4 * g + 3] = std::uint8_t(3 * g + 1);
     }
     return spread;
 }

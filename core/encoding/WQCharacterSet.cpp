@@ -77,11 +77,11 @@ WQCharacterSet WQCharacterSet::invertedSet() const
     char32_t next = 0;
     for (const auto& [first, last] : _wq_ranges) {
         if (first > next)
-            inverted._wq_ranges.push_back({next, first - 1});
+            inverted._wq_ranges.emplace_back(next, first - 1);
         next = last + 1;
     }
     if (next <= kLastCodePoint)
-        inverted._wq_ranges.push_back({next, kLastCodePoint});
+        inverted._wq_ranges.emplace_back(next, kLastCodePoint);
     inverted._wq_rebuildASCII();
     return inverted;
 }

@@ -58,7 +58,7 @@ constexpr std::array<bool, 128> makeXMLAttentionTable()
     for (int c = 0; c < 0x20; ++c)
         table[size_t(c)] = !(c == 0x09 || c == 0x0A || c == 0x0D);
     for (char c : {'&', '<', '>', '"', '\''})
-        table[size_t(c)] = true;
+        table[static_cast<unsigned char>(c)] = true;
     return table;
 }
 constexpr auto kXMLAttention = makeXMLAttentionTable();
@@ -186,7 +186,7 @@ void xml_appendTag(QString& receiver, const QString& tag, const QString& value)
 
 QString csv_encodedForCSV(const QString& string)
 {
-    const QString doubled = stringBySearchingForString(string, u"\"", u"\"\"");
+    QString doubled = stringBySearchingForString(string, u"\"", u"\"\"");
     if (!doubled.contains(u','))
         return doubled;
     QString enclosed;
@@ -220,7 +220,7 @@ constexpr std::array<bool, 128> makeURLLegalTable()
     for (int c = '0'; c <= '9'; ++c)
         table[size_t(c)] = true;
     for (char c : std::string_view("!$&'()*+,-./:;=?@_~"))
-        table[size_t(c)] = true;
+        table[static_cast<unsigned char>(c)] = true;
     return table;
 }
 constexpr auto kURLLegal = makeURLLegalTable();

@@ -232,7 +232,7 @@ const std::array<char16_t, 256>& macRomanTable()
         ucnv_close(converter);
         if (U_SUCCESS(status) && written == 128) {
             for (int i = 0; i < 128; ++i)
-                t[size_t(128 + i)] = units[i];
+                t[128 + size_t(i)] = units[i];
         }
         return t;
     }();

@@ -43,7 +43,7 @@ QString _wq_appendingPathComponent(QString folder, const QString& component)
 
 QString WQDesktopFolderPath()
 {
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     if (!desktop.isEmpty())
         return desktop;
     return QDir::homePath() + QStringLiteral("/Desktop");

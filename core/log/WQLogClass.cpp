@@ -39,7 +39,7 @@ std::size_t _wq_strlcat(char* dst, const char* src, std::size_t size)
 
 QString _wq_baseFolder()
 {
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     if (!data.isEmpty())
         return data;
     return QDir::homePath() + QStringLiteral("/.local/share");
@@ -64,7 +64,7 @@ WQLogClass::WQLogClass(const QString& applicationName)
 {
     _wq_setUp(applicationName);
     if (const QCoreApplication* app = QCoreApplication::instance())
-        _wq_terminateConnection = QObject::connect(app, &QCoreApplication::aboutToQuit,
+        _wq_terminateConnection = QObject::connect(app, &QCoreApplication::aboutToQuit, app,
                                                    [this] { applicationWillTerminate(); });
 }
 

@@ -131,16 +131,16 @@ std::optional<QString> WQMoneyFormatter::stringForObjectValue(const QVariant& va
     return std::nullopt;
 }
 
-QString WQMoneyFormatter::stringForAmount(double d) const
+QString WQMoneyFormatter::stringForAmount(double amount) const
 {
     if (!_wq_plan.direct)
-        return _wq_generalStringForAmount(d);
+        return _wq_generalStringForAmount(amount);
 
     // One pass into a buffer of the final size: sign, symbol, grouped
     // digits, separator and units, symbol, closing parenthesis.
-    const int s = d < 0 ? 1 : 0;
+    const int s = amount < 0 ? 1 : 0;
     const quint8 places = _wq_plan.places[s];
-    const Rounded r = roundAmount(d, _wq_plan.multiplier[s]);
+    const Rounded r = roundAmount(amount, _wq_plan.multiplier[s]);
     char16_t digits[20];
     const int count = wholeDigits(r.whole, digits);
     const bool signed_ = s == 1 && !(r.wholeBeforeCarry == 0 && r.units == 0) && _wq_plan.negativeSign != 0;
@@ -183,11 +183,11 @@ QString WQMoneyFormatter::stringForAmount(double d) const
 
 // The same display for settings the direct layout cannot take (longer or
 // digit-like separators), following the text-editing steps literally.
-QString WQMoneyFormatter::_wq_generalStringForAmount(double d) const
+QString WQMoneyFormatter::_wq_generalStringForAmount(double amount) const
 {
-    const int s = d < 0 ? 1 : 0;
+    const int s = amount < 0 ? 1 : 0;
     const quint8 places = _wq_plan.places[s];
-    const Rounded r = roundAmount(d, _wq_plan.multiplier[s]);
+    const Rounded r = roundAmount(amount, _wq_plan.multiplier[s]);
     char16_t digits[20];
     QString text = QString::fromUtf16(digits, wholeDigits(r.whole, digits));
     if (places >= 1) {

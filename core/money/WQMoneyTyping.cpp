@@ -151,7 +151,7 @@ WQStandardTypingAnswer _wq_standardTyping(const WQStandardTypingSettings& settin
     const qsizetype body = digits.size() + separators * thousands.size();
     const bool symbolShown = settings.symbolShown[negative];
     const bool symbolInFront = symbolShown && !settings.symbolAtEnd;
-    const char sign = negative ? settings.negativeSign : 0;
+    const char sign = negative ? settings.negativeSign : '\0';
 
     answer.text = QString(body + (symbolShown ? symbol.size() : 0) + (sign == '-' ? 1 : sign == '(' ? 2 : 0),
                           Qt::Uninitialized);

@@ -9,7 +9,7 @@
 #include <unicode/smpdtfmt.h>
 
 #include <langinfo.h>
-#include <locale.h>
+#include <clocale>
 
 #include <array>
 #include <cstdlib>
@@ -73,7 +73,7 @@ using CLocale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freel
 // The names are read as UTF-8, so only a UTF-8 variant of the locale will do.
 CLocale openUtf8Locale(const QString& name)
 {
-    CLocale handle(newlocale(LC_TIME_MASK | LC_CTYPE_MASK, name.toLocal8Bit().constData(), locale_t(0)), &freelocale);
+    CLocale handle(newlocale(LC_TIME_MASK | LC_CTYPE_MASK, name.toLocal8Bit().constData(), nullptr), &freelocale);
     if (handle && std::strcmp(nl_langinfo_l(CODESET, handle.get()), "UTF-8") != 0)
         handle.reset();
     return handle;

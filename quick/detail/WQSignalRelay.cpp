@@ -11,7 +11,7 @@ bool WQSignalRelay::relay(QObject* sender, const char* signature, std::function<
     if (index < 0)
         return false;
     static const QMetaMethod fire = staticMetaObject.method(staticMetaObject.indexOfSlot("_wq_fire()"));
-    _wq_slots.insert({sender, index}, std::move(slot));
+    _wq_slots[{sender, index}] = std::move(slot);
     connect(sender, meta->method(index), this, fire, Qt::UniqueConnection);
     return true;
 }

@@ -289,7 +289,7 @@ void WQQuickFormattedField::_wq_install(std::shared_ptr<WQFormatter> formatter)
 
 QVariant WQQuickFormattedField::value() const
 {
-    const QVariant value = _wq_session.objectValue();
+    QVariant value = _wq_session.objectValue();
     if (value.metaType() == QMetaType::fromType<WQDate>()) {
         const QDateTime midnight = value.value<WQDate>().nsDate();
         return midnight.isValid() ? QVariant(midnight) : QVariant();

@@ -106,6 +106,8 @@ public:
     bool comesAfter(const WQDate& other) const noexcept { return *this > other; }
 
     friend constexpr bool operator==(const WQDate&, const WQDate&) = default;
+    // The checker takes the defaulted comparison's literal 0 for a null pointer.
+    // NOLINTNEXTLINE(modernize-use-nullptr)
     friend constexpr std::strong_ordering operator<=>(const WQDate&, const WQDate&) = default;
 
     // --- arithmetic ---------------------------------------------------------

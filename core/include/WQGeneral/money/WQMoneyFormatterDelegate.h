@@ -23,6 +23,8 @@ public:
     /// A copy is another owner, with its own lifetime.
     WQMoneyFormatterDelegate(const WQMoneyFormatterDelegate&) : WQMoneyFormatterDelegate() {}
     /// Assignment keeps this owner's identity and lifetime token.
+    // Nothing is copied, so assigning to itself loses nothing.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
     WQMoneyFormatterDelegate& operator=(const WQMoneyFormatterDelegate&) { return *this; }
     ~WQMoneyFormatterDelegate() override = default;
 

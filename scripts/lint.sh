@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# clang-tidy (checks in .clang-tidy) and clazy over the sources of core/,
+# widgets/ and quick/, with the compile commands of a build folder; their own
+# headers are checked with them, Qt's and the generated ones are not. Quiet
+# and exit 0 when nothing is found; otherwise the findings and exit 1.
+#
+#   scripts/lint.sh <build>       (configured with CMAKE_EXPORT_COMPILE_COMMANDS)
+set -euo pipefail
+here=$(cd "$(dirname "$0")/.." && pwd)
+build=$(cd "${1:?usage: lint.sh <build folder>}" && pwd)
+jobs=${JOBS:-$(nproc)}
+database=$build/compile_commands.json
+[ -e "$database" ] || { echo "no $database (configure with -DCMAKE_EXPORT_COMPILE_COMMANDS=ON)" >&2; exit 1; }
+mapfile -t sources < <(python3 - "$database" "$here" <<'EOF'
+import json, sys
+database, root = sys.argv[1], sys.argv[2]
+layers = tuple(f"{root}/{layer}/" for layer in ("core", "widgets", "quick"))
+print("\n".join(sorted({entry["file"] for entry in json.load(open(database))
+                        if entry["file"].startswith(layers)})))
+EOF
+)
+# moc's output must exist for the sources to parse: their components'
+# autogen targets, named by the include folders of their compile commands.
+mapfile -t autogen < <(grep -oE '/[A-Za-z0-9_]+_autogen/include' "$database" \
+  | sed -E 's#^/(.*)/include$#\1#' | grep -E '^wq_(core|widgets|quick)_' | sort -u)
+[ ${#autogen[@]} -eq 0 ] || cmake --build "$build" --target "${autogen[@]}" -j "$jobs" >/dev/null
+[ ${#sources[@]} -gt 0 ] || { echo "no sources of core/, widgets/ or quick/ in $database" >&2; exit 1; }
+headers="^$here/(core|widgets|quick)/"
+
+# clazy's level 0 and 1, but:
+#  non-pod-global-static: the framework's few global statics (default
+#    formatters, translation tables) are intended and built once;
+#  qstring-allocations is level 2 and stays out.
+clazy_checks=level0,level1,no-non-pod-global-static
+
+log=$(mktemp -d)
+trap 'rm -rf "$log"' EXIT
+start=$(date +%s)
+printf '%s\n' "${sources[@]}" | xargs -P "$jobs" -I{} sh -c '
+  out=$1/$(echo "$2" | tr / _)
+  clang-tidy -p "$3" --quiet -header-filter="$4" "$2" >"$out.tidy" 2>&1 || true
+  clazy-standalone -p "$3/compile_commands.json" -checks="$5" -header-filter="$4" "$2" >"$out.clazy" 2>&1 || true
+' sh "$log" {} "$build" "$headers" "$clazy_checks"
+
+# A header's finding shows once, however many sources include it.
+# Only diagnostics at a place count: clazy also prints notes about its own
+# limits ("internal error: couldn't find method") without one.
+findings=$(cat "$log"/* | grep -E ':[0-9]+:[0-9]+: (warning|error):' | sort -u || true)
+if [ -n "$findings" ]; then
+  # The findings with their context lines, each header's once.
+  cat "$log"/* | awk '/:[0-9]+:[0-9]+: (warning|error):/ { show = !seen[$0]++ } show' >&2
+  echo "lint: $(wc -l <<<"$findings") findings in ${#sources[@]} sources" >&2
+  exit 1
+fi
+echo "lint: clang-tidy and clazy clean over ${#sources[@]} sources ($(( $(date +%s) - start )) s)"
