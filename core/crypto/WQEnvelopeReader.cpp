@@ -14,6 +14,7 @@
 
 #include <openssl/crypto.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -104,13 +105,18 @@ bool decodeExactly(const Unit* text, qsizetype characters, std::uint8_t* out, qs
         return false;
     const bool padded = text[characters - 1] == '=';
     const qsizetype whole = padded ? characters - 4 : characters;
+    // A damaged value may hold more whole groups than out has room for.
+    if (whole / 4 * 3 > bytes)
+        return false;
     if (_wq_base64DecodeGroups(text, whole, out) != whole)
         return false;
     qsizetype got = whole / 4 * 3;
     if (padded) {
-        const int tail = paddedGroup(text + whole, out + got);
-        if (tail < 0)
+        std::array<std::uint8_t, 2> last{};
+        const int tail = paddedGroup(text + whole, last.data());
+        if (tail < 0 || got + tail != bytes)
             return false;
+        std::copy_n(last.begin(), tail, out + got);
         got += tail;
     }
     return got == bytes;
