@@ -83,7 +83,7 @@ translations: deps
 
 bench: deps
 	@cmake -S . -B $(BUILD_BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DWQ_BUILD_BENCH=ON \
-	  -DWQ_BUILD_TESTS=OFF -DWQ_BUILD_SHOWCASE=OFF $(CMAKE_FLAGS) >/dev/null
+	  -DWQ_BUILD_TESTS=OFF $(CMAKE_FLAGS) >/dev/null
 	@cmake --build $(BUILD_BENCH) -j $(JOBS)
 	@bash scripts/bench.sh $(BUILD_BENCH)
 
