@@ -1,49 +1,26 @@
 // The formatter kinds a form can name for a WQLineEdit.
 #include <WQGeneral/fields/WQLineEdit.h>
 
-#include <WQGeneral/dateformatter/WQDateFormatter.h>
-#include <WQGeneral/money/WQMoneyFormatter.h>
-#include <WQGeneral/numbers/WQDecimalFormatter.h>
-#include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
-
-#include <QRegularExpression>
+#include <WQGeneral/fields/WQFieldKind.h>
 
 #include <algorithm>
 
 namespace wq {
 
-namespace {
-
-// The short date pattern with every run of year letters made four long, so
-// the century is typed and shown.
-QString extendedDateFormat()
-{
-    static const QRegularExpression yearRun(QStringLiteral("y+"));
-    return WQDateFormatter::shortDateFormat().replace(yearRun, QStringLiteral("yyyy"));
-}
-
-} // namespace
+// The field's kinds are core's, named inside the class for Designer and
+// Qt's meta-object system.
+static_assert(int(WQLineEdit::NoFormatter) == int(WQFieldKind::NoFormatter)
+              && int(WQLineEdit::Date) == int(WQFieldKind::Date)
+              && int(WQLineEdit::ExtendedDate) == int(WQFieldKind::ExtendedDate)
+              && int(WQLineEdit::WholeNumber) == int(WQFieldKind::WholeNumber)
+              && int(WQLineEdit::Decimal) == int(WQFieldKind::Decimal)
+              && int(WQLineEdit::Money) == int(WQFieldKind::Money)
+              && int(WQLineEdit::CalculatingMoney) == int(WQFieldKind::CalculatingMoney)
+              && int(WQLineEdit::Custom) == int(WQFieldKind::Custom));
 
 std::shared_ptr<WQFormatter> WQMakeFormatter(WQLineEdit::FormatterKind kind, int places)
 {
-    switch (kind) {
-    case WQLineEdit::Date:
-        return std::make_shared<WQDateFormatter>(WQDateFormatter::shortDateFormat());
-    case WQLineEdit::ExtendedDate:
-        return std::make_shared<WQDateFormatter>(extendedDateFormat());
-    case WQLineEdit::WholeNumber:
-        return std::make_shared<WQPositiveIntegerFormatter>();
-    case WQLineEdit::Decimal:
-        return std::make_shared<WQDecimalFormatter>();
-    case WQLineEdit::Money:
-    case WQLineEdit::CalculatingMoney:
-        return WQMoneyFormatter::moneyFormatterForDelegate(nullptr, static_cast<qint8>(std::clamp(places, 0, 9)),
-                                                           kind == WQLineEdit::CalculatingMoney);
-    case WQLineEdit::NoFormatter:
-    case WQLineEdit::Custom:
-        break;
-    }
-    return nullptr;
+    return WQFormatterOfKind(static_cast<WQFieldKind>(kind), places, nullptr);
 }
 
 WQLineEdit::FormatterKind WQLineEdit::formatterKind() const
