@@ -50,9 +50,9 @@ record_one() {   # <name> <layer>...
   # A translation unit's name is the path the compiler was given: relative
   # to the build folder, or absolute when the build folder is elsewhere.
   sed -E -e "s#(<abi-instr [^>]*path=')(\.\./)+#\1#" -e "s#(<abi-instr [^>]*path=')$here/#\1#" \
-    "$out.tmp" > "$out"
+    "$out.tmp" | xz -9 -T1 -c > "$out.xz"
   rm -f "$out.tmp"
-  echo "recorded $(basename "$out")"
+  echo "recorded $(basename "$out").xz"
 }
 
 # A library and baseline already compared with this script give the same
@@ -64,7 +64,7 @@ fingerprint() {   # <file>...
 
 check_one() {   # <name> <layer>...
   local name=$1 layer=$2; shift
-  local so=$build/$layer/libWQGeneral$name.so.0 baseline=$abi_dir/libWQGeneral$name.abi
+  local so=$build/$layer/libWQGeneral$name.so.0 baseline=$abi_dir/libWQGeneral$name.abi.xz
   local memo=$build/abi-check/libWQGeneral$name.passed
   if [ ! -e "$so" ]; then
     echo "libWQGeneral$name.so.0: not built, not checked"
@@ -82,8 +82,12 @@ check_one() {   # <name> <layer>...
   fi
   mapfile -t headers < <(header_options --hd2 "$@")
   local report status=0
-  report=$(abidiff "${common[@]}" --fail-no-debug-info --suppressions "$abi_dir/std-instantiations.suppr" \
-    "${headers[@]}" "$baseline" "$so") || status=$?
+  # The recorded text is kept compressed (it is about a megabyte a library).
+  local recorded=$build/abi-check/libWQGeneral$name.abi
+  mkdir -p "$(dirname "$recorded")"
+  xz -dc "$baseline" > "$recorded"
+  report=$(abidiff "${common[@]}" --fail-no-debug-info --suppressions "$abi_dir/suppressions" \
+    "${headers[@]}" "$recorded" "$so") || status=$?
   # abidiff's status is a bit set: 1 error, 2 usage, 4 some change,
   # 8 a change known to break applications.
   if (( status & 3 )); then
@@ -96,7 +100,7 @@ check_one() {   # <name> <layer>...
   local changes
   changes=$(printf '%s\n' "$report" | grep -oE '(^|[^0-9])[1-9][0-9]* (Removed|Changed)' || true)
   if (( status & 8 )) || [ -n "$changes" ]; then
-    echo "libWQGeneral$name.so.0: incompatible ABI change against abi/libWQGeneral$name.abi" >&2
+    echo "libWQGeneral$name.so.0: incompatible ABI change against abi/libWQGeneral$name.abi.xz" >&2
     printf '%s\n' "$report" >&2
     return 1
   fi
