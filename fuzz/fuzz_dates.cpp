@@ -26,7 +26,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const QStringList shortFormats = {QStringLiteral("M/d/yy"),   QStringLiteral("dd.MM.yy"),
                                              QStringLiteral("y-MM-dd"),  QStringLiteral("d/M/y"),
                                              QStringLiteral("d"),        QStringLiteral("%1m/%e/%Y")};
-    wq::WQDateFormatter formatter(shortFormats[(mode / 3) % shortFormats.size()]);
+    const qsizetype formatIndex = (mode / 3) % shortFormats.size();
+    // A day-only format shows a stepped date without its month, so its
+    // rewrites need not read back (1 stepped back shows 31, in any month).
+    const bool rendersWholeDate = shortFormats[formatIndex] != QStringLiteral("d");
+    wq::WQDateFormatter formatter(shortFormats[formatIndex]);
     formatter.setTodayProvider([] { return wq::WQDate::dateWithYear(2026, 11, 22); });
     if (mode % 3 == 1) {
         QVariant value;
@@ -38,13 +42,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     // Any edit, sane ranges or not, gets an answer a field can act on: an
-    // acceptance keeps the proposal and says nothing, and a rewrite is a date
-    // the formatter reads back, with the caret at its end.
+    // acceptance keeps the proposal and says nothing, and a rewrite puts the
+    // caret at its end and is a date the formatter reads back.
     const wq::fuzz::Judgement j = wq::fuzz::judgeEdit(formatter, in, mode & 0x80);
     if (j.accepted && (!j.error.isEmpty() || j.text != j.proposed))
         std::abort();
     if (j.rewritten
-        && (j.accepted || !formatter.dateForString(j.text) || j.range.location != j.text.size() || j.range.length != 0))
+        && (j.accepted || (rendersWholeDate && !formatter.dateForString(j.text)) || j.range.location != j.text.size()
+            || j.range.length != 0))
         std::abort();
     return 0;
 }
