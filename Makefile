@@ -58,10 +58,12 @@ lint: configure
 package: build
 	@rm -rf $(BUILD)/packages && cd $(BUILD) && cpack -G DEB
 
-# The same tests with AddressSanitizer and UndefinedBehaviorSanitizer.
+# The same tests with AddressSanitizer and UndefinedBehaviorSanitizer, built
+# at -O1 with line tables only: what the sanitizers' reports need, at about
+# two thirds of the compile time of -O2 -g.
 test-asan: deps
 	@cmake -S . -B $(BUILD_ASAN) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DWQ_SANITIZE=ON \
-	  -DWQ_BUILD_SHOWCASE=OFF $(CMAKE_FLAGS) >/dev/null
+	  "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -g1 -DNDEBUG" -DWQ_BUILD_SHOWCASE=OFF $(CMAKE_FLAGS) >/dev/null
 	@cmake --build $(BUILD_ASAN) -j $(JOBS)
 	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp \
