@@ -5,6 +5,8 @@
 
 #include "FileTesting.h"
 
+#include <gtest/gtest.h>
+
 #include <QByteArray>
 #include <QFile>
 #include <QList>
@@ -69,11 +71,6 @@ inline ToolRun runProgram(const QString& program, const QStringList& args, const
 
 #ifdef WQ_TOOL_PATH
 inline constexpr char kTool[] = WQ_TOOL_PATH;
-
-inline ToolRun runTool(const QStringList& args, const QByteArray& input = {})
-{
-    return runProgram(QString::fromLocal8Bit(kTool), args, {.input = input});
-}
 
 inline std::vector<QByteArray> toolArgv(const char* first, const QStringList& args)
 {
@@ -171,6 +168,19 @@ inline ToolRun runMeasured(const QStringList& args, const QString& inputPath = Q
     return result;
 }
 #endif
+
+// A test with a scratch folder for the files it hands the tool.
+class ToolScratch : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
+    // Writes the file and answers its path.
+    QString written(const char* name, const QByteArray& bytes) const
+    {
+        EXPECT_TRUE(writeBytes(path(name), bytes)) << name;
+        return path(name);
+    }
+};
 
 // Instrumented builds (sanitizers, coverage) take several times the time and memory.
 #ifdef WQ_INSTRUMENTED

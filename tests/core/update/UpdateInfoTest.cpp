@@ -1,12 +1,12 @@
 #include <WQGeneral/update/WQUpdateInfo.h>
 
+#include "FileTesting.h"
 #include "WQUpdateInfoInternal.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -16,14 +16,6 @@
 using namespace wq;
 
 namespace {
-
-void writeText(const QString& path, const QByteArray& text)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(text);
-}
 
 // The identifier as this application, or as another program of the maker
 // with names of its own, sees it.
@@ -58,7 +50,7 @@ TEST(UpdateInfo, InstallationIdentifierIsMadeOnceAndSharedByTheMakersApplication
     EXPECT_EQ(uuid(true), first);
 
     // A value another application stored is used as it stands.
-    writeText(shared, "[General]\ncom.veltranostudio.softwareupdate.uuid=made-by-another-program\n");
+    ASSERT_TRUE(test::writeBytes(shared, "[General]\ncom.veltranostudio.softwareupdate.uuid=made-by-another-program\n"));
     EXPECT_EQ(uuid(true), QStringLiteral("made-by-another-program"));
 
     // Gone again: a new one, different from the old.
@@ -104,7 +96,7 @@ TEST(UpdateInfo, SystemVersionComesFromOsRelease)
         {"NAME=Rolling\nVERSION_CODENAME=\n# VERSION_ID=9\n", QString()},
     };
     for (const auto& [text, version] : files) {
-        writeText(path, text);
+        ASSERT_TRUE(test::writeBytes(path, text));
         EXPECT_EQ(_wq_systemVersionFromOsRelease(path), version) << text.constData();
         EXPECT_EQ(_wq_systemVersionFromOsRelease(path).isNull(), version.isNull());
     }
