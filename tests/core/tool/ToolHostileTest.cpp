@@ -2,6 +2,7 @@
 // passwords out of bounds, names and numbers out of range, large inputs.
 
 #include "ToolRunner.h"
+#include "WQTestSupport.h"
 
 #include <WQGeneral/encoding/WQBase64.h>
 
@@ -136,10 +137,7 @@ TEST_F(HostileTool, Base64StreamsWithTheWholeTextsResult)
     // Pieces of the input are read a mebibyte at a time: texts longer than
     // that, with junk, line breaks and padding in awkward places, must give
     // the library's answer for the whole text.
-    QRandomGenerator random(20240613);
-    QByteArray data(3 * 1024 * 1024 + 7, Qt::Uninitialized);
-    for (char& c : data)
-        c = char(random.bounded(256));
+    const QByteArray data = randomBytes(3 * 1024 * 1024 + 7, 20240613);
     const QByteArray encoded = wq::base64EncodedBytes(data);
     QByteArray junky;
     for (qsizetype i = 0; i < encoded.size(); ++i)
