@@ -3,6 +3,8 @@
 // the doomsday rule, written the plain way so the fast day arithmetic can be
 // checked against them.
 
+#include <WQGeneral/dates/WQDate.h>
+
 #include <QtGlobal>
 
 #include <array>
@@ -33,6 +35,12 @@ struct Ymd {
 inline void PrintTo(const Ymd& date, std::ostream* os)
 {
     *os << date.year << '-' << date.month << '-' << date.day;
+}
+
+// The fields the date stores.
+inline Ymd fields(const WQDate& date)
+{
+    return {date.yearOfCommonEra(), qint64(date.monthOfYear()), qint64(date.dayOfMonth())};
 }
 
 // Counts no years for year 0 and below: the counter starts at 1 and only

@@ -5,25 +5,23 @@
 
 #include "FileTesting.h"
 
+#include <gtest/gtest.h>
+
 #include <QByteArray>
 #include <QFile>
 #include <QList>
 #include <QProcess>
 #include <QStringList>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 
-#include <chrono>
 #include <utility>
 #include <vector>
 
-#include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-extern char** environ;
 
 namespace wq::test {
 
@@ -31,13 +29,14 @@ struct ToolRun {
     int exitCode = -1; // -1 when it did not exit normally
     QByteArray out;
     QByteArray err;
-    double seconds = 0; // measured runs only
+    double seconds = 0;
     long peakKiB = 0;   // measured runs only
 };
 
 struct RunOptions {
     // Each member has an initializer, so that a call names only what it sets.
     QByteArray input{};   // standard input
+    QString inputFile{};  // standard input from this file instead
     QString outputFile{}; // standard output to this file instead
     QList<std::pair<QString, QString>> environment{}; // set on top of this process's
     int timeoutMs = 120000;
@@ -52,14 +51,21 @@ inline ToolRun runProgram(const QString& program, const QStringList& args, const
             environment.insert(name, value);
         process.setProcessEnvironment(environment);
     }
+    if (!options.inputFile.isEmpty())
+        process.setStandardInputFile(options.inputFile);
     if (!options.outputFile.isEmpty())
         process.setStandardOutputFile(options.outputFile);
+    QElapsedTimer timer;
+    timer.start();
     process.start(program, args);
     process.waitForStarted();
-    process.write(options.input);
-    process.closeWriteChannel();
+    if (options.inputFile.isEmpty()) {
+        process.write(options.input);
+        process.closeWriteChannel();
+    }
     process.waitForFinished(options.timeoutMs);
     ToolRun result;
+    result.seconds = double(timer.nsecsElapsed()) / 1e9;
     if (process.exitStatus() == QProcess::NormalExit && process.state() == QProcess::NotRunning)
         result.exitCode = process.exitCode();
     result.out = process.readAllStandardOutput();
@@ -70,34 +76,17 @@ inline ToolRun runProgram(const QString& program, const QStringList& args, const
 #ifdef WQ_TOOL_PATH
 inline constexpr char kTool[] = WQ_TOOL_PATH;
 
-inline ToolRun runTool(const QStringList& args, const QByteArray& input = {})
-{
-    return runProgram(QString::fromLocal8Bit(kTool), args, {.input = input});
-}
-
-inline std::vector<QByteArray> toolArgv(const char* first, const QStringList& args)
-{
-    std::vector<QByteArray> storage{QByteArray(first)};
-    for (const QString& a : args)
-        storage.push_back(QFile::encodeName(a));
-    return storage;
-}
-
-inline std::vector<char*> pointersTo(std::vector<QByteArray>& storage)
-{
-    std::vector<char*> argv;
-    for (QByteArray& s : storage)
-        argv.push_back(s.data());
-    argv.push_back(nullptr);
-    return argv;
-}
-
 // The tool on a pseudo-terminal, typing one answer after each "Password"
 // prompt; out is everything the terminal showed.
 inline ToolRun runOnTerminal(const QStringList& args, const std::vector<QByteArray>& answers)
 {
-    std::vector<QByteArray> storage = toolArgv(kTool, args);
-    const std::vector<char*> argv = pointersTo(storage);
+    std::vector<QByteArray> storage{QByteArray(kTool)};
+    for (const QString& a : args)
+        storage.push_back(QFile::encodeName(a));
+    std::vector<char*> argv;
+    for (QByteArray& s : storage)
+        argv.push_back(s.data());
+    argv.push_back(nullptr);
     int master = -1;
     const pid_t pid = forkpty(&master, nullptr, nullptr, nullptr);
     if (pid == 0) {
@@ -134,43 +123,35 @@ inline ToolRun runOnTerminal(const QStringList& args, const std::vector<QByteArr
 }
 
 // The tool with standard input from inputPath, timed, its peak memory
-// counted by /usr/bin/time: a process started straight from this (large)
-// test process would be credited with the test's own peak.
+// counted by /usr/bin/time for its own child, the tool: counted for a child
+// of this (large) test process, the test's own peak would be credited to it.
 inline ToolRun runMeasured(const QStringList& args, const QString& inputPath = QStringLiteral("/dev/null"))
 {
     QTemporaryDir dir;
-    const QByteArray outPath = QFile::encodeName(dir.filePath(QStringLiteral("out")));
-    const QByteArray errPath = QFile::encodeName(dir.filePath(QStringLiteral("err")));
-    const QByteArray inPath = QFile::encodeName(inputPath);
     const QString peakPath = dir.filePath(QStringLiteral("peak"));
-    std::vector<QByteArray> storage = toolArgv(kTool, args);
-    storage.insert(storage.begin(), {"/usr/bin/time", "-q", "-f", "%M", "-o", QFile::encodeName(peakPath)});
-    const std::vector<char*> argv = pointersTo(storage);
-
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, inPath.constData(), O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, outPath.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    posix_spawn_file_actions_addopen(&actions, 2, errPath.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    ToolRun result;
-    const auto start = std::chrono::steady_clock::now();
-    pid_t pid = -1;
-    const int spawned = posix_spawn(&pid, "/usr/bin/time", &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (spawned != 0)
-        return result;
-    int status = 0;
-    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
-    }
-    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    ToolRun result = runProgram(QStringLiteral("/usr/bin/time"),
+                                QStringList{"-q", "-f", "%M", "-o", peakPath, QString::fromLocal8Bit(kTool)} + args,
+                                {.inputFile = inputPath});
     // time answers 128 and more for a tool that died of a signal.
-    result.exitCode = WIFEXITED(status) && WEXITSTATUS(status) < 128 ? WEXITSTATUS(status) : -1;
+    if (result.exitCode >= 128)
+        result.exitCode = -1;
     result.peakKiB = readBytes(peakPath).trimmed().toLong();
-    result.out = readBytes(QFile::decodeName(outPath));
-    result.err = readBytes(QFile::decodeName(errPath));
     return result;
 }
 #endif
+
+// A test with a scratch folder for the files it hands the tool.
+class ToolScratch : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
+    // Writes the file and answers its path.
+    QString written(const char* name, const QByteArray& bytes) const
+    {
+        EXPECT_TRUE(writeBytes(path(name), bytes)) << name;
+        return path(name);
+    }
+};
 
 // Instrumented builds (sanitizers, coverage) take several times the time and memory.
 #ifdef WQ_INSTRUMENTED

@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QRandomGenerator>
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
@@ -53,6 +54,16 @@ private:
     static void handler(QtMsgType, const QMessageLogContext&, const QString& message) { lines().append(message); }
     QtMessageHandler _previous;
 };
+
+// n bytes the generator seeded with seed makes; the same on every run.
+inline QByteArray randomBytes(qsizetype n, quint32 seed)
+{
+    QRandomGenerator generator(seed);
+    QByteArray bytes(n, Qt::Uninitialized);
+    for (char& b : bytes)
+        b = char(generator.bounded(256));
+    return bytes;
+}
 
 // Runs the event loop until done() holds or timeoutMs passes; answers done().
 inline bool spinUntil(const std::function<bool()>& done, int timeoutMs = 2000)

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-
 using namespace wq;
 
 namespace {
@@ -79,14 +77,4 @@ TEST(CryptoPrimitives, PasswordKeyAndItsByteRule)
     EXPECT_EQ(AES128DecryptWithPassword(*cipher, QStringLiteral("p\u00e4ss"), salt, iv), plain);
     EXPECT_EQ(AES128EncryptWithDerivedKey(plain, pkcs_pbkdf2_derive_aes128_key_with_salt(QStringLiteral("p\u00e4ss"), salt).bytes(), iv),
               cipher);
-}
-
-TEST(CryptoPrimitives, RandomData)
-{
-    EXPECT_TRUE(randomDataOfLength(0).isEmpty());
-    std::set<QByteArray> seen;
-    for (int i = 0; i < 64; ++i)
-        seen.insert(randomDataOfLength(16));
-    EXPECT_EQ(seen.size(), 64u);   // 128 random bits do not repeat
-    EXPECT_EQ(randomDataOfLength(255).size(), 255);
 }

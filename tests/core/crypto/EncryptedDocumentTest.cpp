@@ -54,12 +54,6 @@ testing::AssertionResult opensAs(const QString& envelope, const QString& passwor
     return opened.document == document ? testing::AssertionSuccess() : testing::AssertionFailure() << "another document";
 }
 
-QString smileyPassword()
-{
-    const char32_t text[] = {0x1F600, U'k', 0x1F511};
-    return QString::fromUcs4(text, 3);
-}
-
 } // namespace
 
 TEST(EncryptedDocument, KeyEnvelopeFollowsTheTemplateExactly)
@@ -69,6 +63,14 @@ TEST(EncryptedDocument, KeyEnvelopeFollowsTheTemplateExactly)
     // A key the cipher refuses leaves the cipher text out.
     EXPECT_EQ(keyedEnvelope("short"), saltAndIV + kTail);
     EXPECT_EQ(xml_decryptDocumentWithPassword(keyedEnvelope("short"), QStringLiteral("x")).error, WQEnvelopeError::DamagedValue);
+
+    const WQEnvelopeInfo info = xml_inspectEnvelope(keyedEnvelope());
+    ASSERT_EQ(info.error, WQEnvelopeError::None);
+    EXPECT_FALSE(info.authenticated);
+    EXPECT_EQ(info.keyDerivationAlgorithm, u"http://www.rsasecurity.com/rsalabs/pkcs/schemas/pkcs-5v2-0#pbkdf2");
+    EXPECT_EQ(info.iterationCount, 1000u);
+    EXPECT_EQ(info.keyLength, 16u);
+    EXPECT_EQ(AES128DecryptWithDerivedKey(info.cipherText, "0123456789abcdef", info.iv), "<a/>");
 }
 
 TEST(EncryptedDocument, PasswordEnvelopeSaltAndIV)
@@ -101,7 +103,7 @@ TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
     };
     const QString passwords[] = {
         QStringLiteral("correct horse"), QString(), QStringLiteral("p\u00e4ssw\u00f6rd"),
-        QStringLiteral("\u5bc6\u7801"), smileyPassword(),
+        QStringLiteral("\u5bc6\u7801"), QString::fromUtf8("\xf0\x9f\x98\x80k\xf0\x9f\x94\x91"),
     };
     for (const QString& password : passwords) {
         for (const QString& document : documents) {
@@ -186,23 +188,6 @@ TEST(EncryptedDocument, AsynchronousAndStreamingVariantsAnswerWhatTheOthersDo)
     EXPECT_TRUE(refused.data().isEmpty());
 }
 
-TEST(EncryptedDocument, TenMebibyteDocuments)
-{
-    // Ten mebibytes of rows, each numbered so that no two blocks repeat.
-    QString document;
-    document.reserve(10 * 1024 * 1024 + 64);
-    document += u"<ledger>";
-    for (int i = 0; document.size() < 10 * 1024 * 1024 - 64; ++i) {
-        document += u"<row n='";
-        document += QString::number(i);
-        document += u"'>Caf\u00e9 &amp; co</row>\n";
-    }
-    document += u"</ledger>";
-    const QString password = QStringLiteral("big \u00e9");
-    EXPECT_TRUE(opensAs(xml_encryptDocumentWithPassword(document, password), password, document));
-    EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(document, password, 1000), password, document));
-}
-
 TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
 {
     const QString good = keyedEnvelope();
@@ -283,21 +268,6 @@ TEST(EncryptedDocument, AuthenticatedEnvelopeNoticesEveryChange)
     EXPECT_TRUE(opensAs(byDefault, QStringLiteral("pw"), QStringLiteral("<a/>")));
 }
 
-TEST(EncryptedDocument, InspectClassicEnvelope)
-{
-    const QString envelope = xml_encryptDocumentWithPassword(QStringLiteral("<a>x</a>"), QStringLiteral("pw"));
-    const WQEnvelopeInfo info = xml_inspectEnvelope(envelope);
-    ASSERT_EQ(info.error, WQEnvelopeError::None);
-    EXPECT_FALSE(info.authenticated);
-    EXPECT_EQ(info.encryptionAlgorithm, u"http://www.w3.org/2001/04/xmlenc#aes128-cbc");
-    EXPECT_EQ(info.keyDerivationAlgorithm, u"http://www.rsasecurity.com/rsalabs/pkcs/schemas/pkcs-5v2-0#pbkdf2");
-    EXPECT_EQ(info.iterationCount, 1000u);
-    EXPECT_EQ(info.keyLength, 16u);
-    EXPECT_EQ(info.iv.size(), 16);
-    EXPECT_EQ(info.cipherText.size(), 16);
-    EXPECT_EQ(AES128DecryptWithPassword(info.cipherText, QStringLiteral("pw"), info.salt, info.iv), "<a>x</a>");
-}
-
 TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
 {
     // Large enough that the value runs over many of the reader's slices.
@@ -311,6 +281,7 @@ TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
     const qsizetype valueEnd = envelope.indexOf(u"</CipherValue>");
     const auto opens = [&](const QString& text) { return opensAs(text, password, document); };
     EXPECT_TRUE(opens(envelope));
+    EXPECT_TRUE(opens(xml_encryptDocumentAuthenticatedWithPassword(document, password, 1)));
 
     // Line breaks and indentation, as an editor might leave them, between
     // the elements and inside the value.
@@ -407,12 +378,8 @@ TEST(EncryptedDocument, HostileShapesAreRefusedAtOnce)
         {QString(good).insert(good.indexOf(u"<CipherData>"), QStringLiteral("<x/>").repeated(1100)), E::TooLarge},
         {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QString(2000, u'A')), E::TooLarge},
         {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>") + QString(100, u' ') + QStringLiteral("1000")), E::TooLarge},
-        {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>99999999999999999999999")), E::DamagedValue},
-        {QStringLiteral("<?xml version='1.0'?><!DOCTYPE EncryptedData [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;'>]>")
-             + good.mid(good.indexOf(u"<EncryptedData")), E::NotAnEnvelope},
-        {QStringLiteral("<!DOCTYPE EncryptedData SYSTEM 'file:///etc/passwd'>") + good.mid(good.indexOf(u"<EncryptedData")),
-         E::NotAnEnvelope},
-        {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QStringLiteral("&xxe;")), E::DamagedValue},
+        // (Entities, floods far past these limits and absurd counts are the hostile corpus's.)
+        {QStringLiteral("<!DOCTYPE EncryptedData>") + good.mid(good.indexOf(u"<EncryptedData")), E::NotAnEnvelope},
         {QString(good).replace(QStringLiteral("<ds:KeyInfo"), QStringLiteral("<q:KeyInfo")), E::DamagedValue},   // an undeclared prefix
     };
     for (const auto& [envelope, error] : cases)

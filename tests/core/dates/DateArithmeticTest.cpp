@@ -8,16 +8,12 @@
 
 namespace ref = wq::test::reference;
 using wq::WQDate;
+using ref::fields;
 
 namespace {
 
 constexpr qint64 kMax = std::numeric_limits<qint64>::max();
 constexpr qint64 kMin = std::numeric_limits<qint64>::min();
-
-ref::Ymd fields(const WQDate& date)
-{
-    return {date.yearOfCommonEra(), qint64(date.monthOfYear()), qint64(date.dayOfMonth())};
-}
 
 qint64 daysOnly(const WQDate& receiver, const WQDate& other)
 {

@@ -4,27 +4,17 @@
 
 #include <gtest/gtest.h>
 
-#include <QtGlobal>
-
 #include <ctime>
 #include <limits>
 
 namespace ref = wq::test::reference;
 using wq::WQDate;
+using ref::fields;
 namespace test = wq::test;
 using wq::test::messageOf;
 
-namespace {
-
-ref::Ymd fields(const WQDate& date)
-{
-    return {date.yearOfCommonEra(), qint64(date.monthOfYear()), qint64(date.dayOfMonth())};
-}
-
 constexpr qint64 kMaxYear = std::numeric_limits<qint64>::max();
 constexpr qint64 kMinYear = std::numeric_limits<qint64>::min();
-
-} // namespace
 
 TEST(DateValue, ConstructionNormalisesForward)
 {

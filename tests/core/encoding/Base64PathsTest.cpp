@@ -5,10 +5,9 @@
 #include <WQGeneral/encoding/WQBase64.h>
 
 #include "WQBase64Testing.h"
+#include "WQTestSupport.h"
 
 #include <gtest/gtest.h>
-
-#include <QRandomGenerator>
 
 #include <functional>
 #include <vector>
@@ -64,14 +63,6 @@ void expectSameOnEveryPath(const std::function<Result()>& work, const char* what
     }
 }
 
-QByteArray randomBytes(qsizetype n, QRandomGenerator& generator)
-{
-    QByteArray bytes(n, Qt::Uninitialized);
-    for (char& b : bytes)
-        b = char(generator.bounded(256));
-    return bytes;
-}
-
 } // namespace
 
 TEST(Base64Paths, TheMachineOffersWhatItClaims)
@@ -91,8 +82,7 @@ TEST(Base64Paths, TheMachineOffersWhatItClaims)
 
 TEST(Base64Paths, EncodingAgreesForEveryLengthAndOffset)
 {
-    QRandomGenerator generator(12);
-    const QByteArray data = randomBytes(4096 + 64, generator);
+    const QByteArray data = test::randomBytes(4096 + 64, 12);
     // Every length up to a few blocks of every kernel, from unaligned starts.
     for (qsizetype n = 0; n <= 400; ++n) {
         const QByteArrayView piece(data.constData() + n % 61, n);
@@ -104,7 +94,7 @@ TEST(Base64Paths, EncodingAgreesForEveryLengthAndOffset)
             return receiver;
         }, "appended");
     }
-    const QByteArray large = randomBytes(1 << 20, generator);
+    const QByteArray large = test::randomBytes(1 << 20, 13);
     expectSameOnEveryPath<QByteArray>([&] { return base64EncodedBytes(large); }, "1 MiB");
     ScopedPath best(_wq_base64BestPath());
     EXPECT_EQ(base64EncodedBytes(large), large.toBase64());
@@ -112,10 +102,9 @@ TEST(Base64Paths, EncodingAgreesForEveryLengthAndOffset)
 
 TEST(Base64Paths, EveryByteAtEveryPlaceOfABlock)
 {
-    QRandomGenerator generator(34);
     // Three AVX-512 blocks of clean text, so each kernel meets the odd
     // character in its first, a middle and its last block.
-    const QByteArray clean = randomBytes(144, generator).toBase64();
+    const QByteArray clean = test::randomBytes(144, 34).toBase64();
     ASSERT_EQ(clean.size(), 192);
     for (qsizetype at : {qsizetype(0), qsizetype(5), qsizetype(15), qsizetype(16), qsizetype(31), qsizetype(32),
                          qsizetype(47), qsizetype(63), qsizetype(64), qsizetype(100), qsizetype(127),

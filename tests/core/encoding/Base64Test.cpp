@@ -1,11 +1,13 @@
 #include <WQGeneral/encoding/WQBase64.h>
 
+#include "WQTestSupport.h"
+
 #include <gtest/gtest.h>
 
-#include <QRandomGenerator>
 #include <QStringList>
 
 using namespace wq;
+using test::randomBytes;
 
 namespace {
 
@@ -14,15 +16,6 @@ QByteArray decoded(QStringView text)
     const auto bytes = dataWithBase64EncodedString(text);
     EXPECT_TRUE(bytes.has_value()) << text.toString().toStdString();
     return bytes.value_or(QByteArray("<nothing>"));
-}
-
-QByteArray randomBytes(qsizetype n, quint32 seed)
-{
-    QRandomGenerator generator(seed);
-    QByteArray bytes(n, Qt::Uninitialized);
-    for (char& b : bytes)
-        b = char(generator.bounded(256));
-    return bytes;
 }
 
 } // namespace

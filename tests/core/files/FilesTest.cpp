@@ -1,9 +1,10 @@
 #include <WQGeneral/files/WQFiles.h>
 
+#include "FileTesting.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -15,9 +16,7 @@ namespace {
 
 void touch(const QString& path, const QByteArray& bytes = {})
 {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(path);
-    file.write(bytes);
+    ASSERT_TRUE(test::writeBytes(path, bytes)) << qPrintable(path);
 }
 
 // report.txt, report-1.txt, report-2.txt ... in folder.

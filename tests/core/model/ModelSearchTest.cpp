@@ -67,17 +67,13 @@ TEST(ModelSearch, SortingIsUnsignedAndStableAndSortedFindUsesIt)
     EXPECT_EQ(identifiersOf(list), (QList<quint32>{0, 5, 5, 17, 0x80000000u, 0xFFFFFFFFu}));
     EXPECT_LT(list[1]->tag, list[2]->tag) << "equal identifiers keep their order";
 
-    for (Item* item : list)
-        EXPECT_EQ(WQFindObjectWithIDInSortedArray(item->veltranoID(), list)->veltranoID(), item->veltranoID());
-    for (quint32 missing : {1u, 6u, 100u, 0x7FFFFFFFu, 0xFFFFFFFEu})
-        EXPECT_EQ(WQFindObjectWithIDInSortedArray(missing, list), nullptr) << missing;
-
     // The two historical preconditions are checked: no over-read, no endless search.
     for (quint32 sought : {0u, 5u})
         EXPECT_EQ(WQFindObjectWithIDInSortedArray(sought, QList<Item*>{}), nullptr);
     EXPECT_EQ(WQFindObjectWithIDInSortedArray(0, static_cast<const QList<Item*>*>(nullptr)), nullptr);
 
-    // Against a linear search over random sorted lists, one element and up.
+    // Against a linear search over random sorted lists, one element and up,
+    // with identifiers on both sides of 0x80000000.
     QRandomGenerator random(20240501);
     for (int round = 0; round < 200; ++round) {
         QList<std::shared_ptr<Item>> shared;

@@ -1,11 +1,10 @@
-// Localized sentences, message templates and the bridge through which
-// formatters learn about the edit they judge.
+// Message templates (the catalogues are the translations test's) and the
+// bridge through which formatters learn about the edit they judge.
 
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQLocalizedText.h>
 
 #include "RecordingToolkit.h"
-#include "ScopedTranslations.h"
 #include "TypingField.h"
 
 #include <gtest/gtest.h>
@@ -29,15 +28,6 @@ struct Layer : WQToolkit {
 };
 
 } // namespace
-
-TEST(LocalizedText, FallsBackToEnglishAndUsesInstalledTranslations)
-{
-    EXPECT_EQ(WQLocalizedString("Invalid date"), u"Invalid date");
-    const test::ScopedTranslations german("WQGeneral", {{"Invalid date", u"Ungültiges Datum"_s}});
-    EXPECT_EQ(WQLocalizedString("Invalid date"), u"Ungültiges Datum");
-    EXPECT_EQ(WQLocalizedStringFromTable("Invalid date", "ToolbarStrings"), u"Invalid date");
-    EXPECT_EQ(WQLocalizedString("Something else"), u"Something else");
-}
 
 TEST(LocalizedText, TemplatesFillPlaceholdersInOrder)
 {

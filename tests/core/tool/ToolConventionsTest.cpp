@@ -1,17 +1,12 @@
 // The wq tool by command-line conventions: help and version, exit statuses,
 // standard output against standard error, "--", "-" for standard streams,
-// the envelope choices, and the bash completion.
+// the small commands, the envelope choices, passwords typed at a terminal,
+// and the bash completion.
 
-#include "FileTesting.h"
 #include "ToolRunner.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
 #include <functional>
 
@@ -19,14 +14,8 @@ using namespace wq::test;
 
 namespace {
 
-class ToolConventions : public ::testing::Test {
+class ToolConventions : public ToolScratch {
 protected:
-    QTemporaryDir dir;
-
-    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
-
-    void write(const char* name, const QByteArray& bytes) const { ASSERT_TRUE(writeBytes(path(name), bytes)); }
-
     // The tool with input on standard input and its own data folder.
     ToolRun run(const QStringList& args, const QByteArray& input = {}, const QString& outputFile = {}) const
     {
@@ -77,10 +66,9 @@ void check(const ToolRun& r, const Case& c)
 
 } // namespace
 
-TEST_F(ToolConventions, HelpVersionStatusesAndTheEndOfOptions)
+TEST_F(ToolConventions, HelpVersionStatusesTheEndOfOptionsAndTheSmallCommands)
 {
-    write("in.txt", "foobar");
-    const QString in = path("in.txt"), missing = path("missing"), unwritable = path("no/such/folder/out");
+    const QString in = written("in.txt", "foobar"), missing = path("missing"), unwritable = path("no/such/folder/out");
     const Case cases[] = {
         // Help asked for goes to standard output; help forced on a user goes to standard error.
         {{"--help"}, {}, 0, has("usage: wq COMMAND"), empty},
@@ -113,6 +101,16 @@ TEST_F(ToolConventions, HelpVersionStatusesAndTheEndOfOptions)
         // "-" is standard input and output.
         {{"base64", "encode", "-", "-"}, "foobar", 0, equals("Zm9vYmFy\n"), empty},
         {{"base64", "decode", "-"}, "Zm9vYmFy", 0, equals("foobar"), empty},
+        {{"base64", "encode", "--line-length", "4"}, "foobar", 0, equals("Zm9v\nYmFy\n"), empty},
+        {{"base64", "decode"}, "Zm9v\xc3\xa9", 2, empty, has("wq: ")},
+        {{"escape", "xml", "a<'b'>"}, {}, 0, equals("a&lt;&apos;b&apos;&gt;\n"), empty},
+        {{"escape", "csv"}, "1,5", 0, equals("\"1,5\""), empty},
+        {{"escape", "url", "a b"}, {}, 0, equals("a%20b\n"), empty},
+        {{"unescape", "xml", "&amp;lt;"}, {}, 0, equals("&lt;\n"), empty},
+        {{"unescape", "url", "x"}, {}, 2, empty, has("wq: ")},
+        {{"round", "2", "2.675"}, {}, 0, equals("2.68\n"), empty},
+        {{"round", "7", "-1.5", "--split"}, {}, 0, equals("-1.5000000 -1 -5000000\n"), empty},
+        {{"round", "2", "lots"}, {}, 2, empty, has("wq: ")},
     };
     for (const Case& c : cases)
         check(run(c.args, c.input), c);
@@ -140,9 +138,10 @@ TEST_F(ToolConventions, NegativeYearsReadBackWhatTheyPrint)
 
 TEST_F(ToolConventions, EnvelopesAuthenticatedUnlessClassicAndWeakChoicesRefused)
 {
-    write("doc.xml", "<a>1</a>");
-    write("pw", "secret\n");
-    const QString doc = path("doc.xml"), pw = path("pw");
+    const QString doc = written("doc.xml", "<a>1</a>"), pw = written("pw", "secret\n");
+    // The classic envelope holds only a well-formed document; the
+    // authenticated one takes any text.
+    const QString note = written("note.txt", "just a note");
     const Case cases[] = {
         // Through standard input and output; the authenticated envelope says nothing.
         {{"encrypt", "--password-file", pw, "-", path("auth.enc")}, "<a>1</a>", 0, empty, empty},
@@ -159,6 +158,10 @@ TEST_F(ToolConventions, EnvelopesAuthenticatedUnlessClassicAndWeakChoicesRefused
         {{"decrypt", "--password-file", "-", path("auth.enc"), "-"}, "wrong\n", 1, empty, oneLineWith("password")},
         // Standard input is either the password or the document.
         {{"decrypt", "--password-stdin", "-", path("x.xml")}, "secret\n", 2, empty, oneLineWith("both the password")},
+        {{"encrypt", "--classic", "--password-stdin", note, path("x.enc")}, "pw\n", 2, empty,
+         has("is not a well-formed XML document")},
+        {{"encrypt", "--iterations", "1", "--insecure", "--password-stdin", note, path("note.enc")}, "pw\n", 0, empty, empty},
+        {{"decrypt", "--password-stdin", path("note.enc"), "-"}, "pw\n", 0, equals("just a note"), empty},
     };
     for (const Case& c : cases) {
         QByteArray input = c.input;
@@ -169,8 +172,31 @@ TEST_F(ToolConventions, EnvelopesAuthenticatedUnlessClassicAndWeakChoicesRefused
         }
         check(run(c.args, input), c);
     }
-    EXPECT_TRUE(run({"inspect", path("classic.enc")}).out.contains("aes128-cbc"));
+    const QByteArray inspected = run({"inspect", path("classic.enc")}).out;
+    for (const char* line : {"aes128-cbc", "iterations:      1000\n", "IV length:       16 bytes"})
+        EXPECT_TRUE(inspected.contains(line)) << line;
     EXPECT_FALSE(QFile::exists(path("x.enc")));
+}
+
+TEST_F(ToolConventions, PasswordsTypedAtATerminal)
+{
+    const QByteArray document = "<?xml version=\"1.0\"?>\n<ledger><payee>Caf\xc3\xa9 \xe6\x97\xa5</payee></ledger>\n";
+    const QString plain = written("ledger.xml", document), sealed = path("ledger.enc");
+    const QByteArray password = "gr\xc3\xbcn tea";
+    ToolRun r = runOnTerminal({"encrypt", plain, sealed}, {password, password});
+    ASSERT_EQ(r.exitCode, 0) << r.out.toStdString();
+    EXPECT_FALSE(r.out.contains(password)); // nothing echoed
+    r = runOnTerminal({"decrypt", sealed, path("opened.xml")}, {password});
+    ASSERT_EQ(r.exitCode, 0) << r.out.toStdString();
+    EXPECT_EQ(readBytes(path("opened.xml")), document);
+    // Two different answers are refused and nothing is written.
+    EXPECT_NE(runOnTerminal({"encrypt", plain, path("other.enc")}, {password, "green tea"}).exitCode, 0);
+    EXPECT_FALSE(QFile::exists(path("other.enc")));
+    // A document the classic envelope cannot hold is refused before the prompt.
+    const ToolRun asked = runOnTerminal({"encrypt", "--classic", written("note.txt", "just a note"), sealed}, {});
+    EXPECT_EQ(asked.exitCode, 2);
+    EXPECT_TRUE(asked.out.contains("is not a well-formed XML document"));
+    EXPECT_FALSE(asked.out.contains("Password"));
 }
 
 TEST_F(ToolConventions, LogWriteTakesLinesFromStandardInput)
@@ -197,7 +223,7 @@ TEST_F(ToolConventions, BashCompletionKnowsTheCommands)
     EXPECT_GT(listed.size(), 10);
     EXPECT_EQ(complete({"wq", ""}), listed);
 
-    write("ledger.xml", "");
+    written("ledger.xml", "");
     const std::pair<QStringList, QStringList> cases[] = {
         {{"wq", "date", ""}, {"add", "format", "from-day", "info", "make", "since"}},
         {{"wq", "date", "since", "--units", "y"}, {"y", "yd", "ym", "ymd"}},

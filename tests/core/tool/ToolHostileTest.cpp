@@ -1,43 +1,23 @@
 // The wq tool against careless and hostile use: tampered envelopes,
 // passwords out of bounds, names and numbers out of range, large inputs.
 
-#include "FileTesting.h"
 #include "ToolRunner.h"
+#include "WQTestSupport.h"
 
 #include <WQGeneral/encoding/WQBase64.h>
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
-#include <QStandardPaths>
-
-#include <sys/stat.h>
 
 using namespace wq::test;
 
-namespace {
-
-class HostileTool : public ::testing::Test {
-protected:
-    QTemporaryDir dir;
-    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
-    QString withPassword(const QByteArray& password)
-    {
-        const QString file = path("password");
-        EXPECT_TRUE(writeBytes(file, password));
-        return file;
-    }
-};
-
-} // namespace
+using HostileTool = ToolScratch;
 
 TEST_F(HostileTool, EveryFailureAfterTheKeyLooksTheSame)
 {
     // One block: the IV's last byte decides the padding.
-    ASSERT_TRUE(writeBytes(path("a.xml"), "<a>x</a>"));
-    const QString password = withPassword("pw\n");
+    written("a.xml", "<a>x</a>");
+    const QString password = written("password", "pw\n");
     ASSERT_EQ(runMeasured({"encrypt", "--classic", "--password-file", password, path("a.xml"), path("a.enc")}).exitCode, 0);
     const QByteArray envelope = readBytes(path("a.enc"));
     const qsizetype value = envelope.indexOf("<CipherValue>") + 13;
@@ -57,8 +37,8 @@ TEST_F(HostileTool, EveryFailureAfterTheKeyLooksTheSame)
     };
     std::optional<ToolRun> first;
     for (const auto& [tampered, guess] : cases) {
-        ASSERT_TRUE(writeBytes(path("t.enc"), tampered));
-        const ToolRun r = runMeasured({"decrypt", "--password-file", withPassword(guess), path("t.enc"), path("out.xml")});
+        written("t.enc", tampered);
+        const ToolRun r = runMeasured({"decrypt", "--password-file", written("password", guess), path("t.enc"), path("out.xml")});
         EXPECT_EQ(r.exitCode, 1);
         EXPECT_FALSE(QFile::exists(path("out.xml")));
         EXPECT_EQ(r.err.count("not protected against tampering"), 1);
@@ -72,14 +52,14 @@ TEST_F(HostileTool, EveryFailureAfterTheKeyLooksTheSame)
 TEST_F(HostileTool, PlainTextIsWrittenForItsOwnerOnly)
 {
     const mode_t saved = ::umask(022);
-    ASSERT_TRUE(writeBytes(path("a.xml"), "<a>secret</a>"));
-    const QString password = withPassword("pw");
+    written("a.xml", "<a>secret</a>");
+    const QString password = written("password", "pw");
     for (const bool authenticated : {false, true}) {
         QStringList encrypt{"encrypt", "--classic", "--password-file", password, path("a.xml"), path("a.enc")};
         if (authenticated)
             encrypt = QStringList{"encrypt", "--iterations", "10", "--insecure"} + encrypt.mid(2);
         ASSERT_EQ(runMeasured(encrypt).exitCode, 0);
-        ASSERT_TRUE(writeBytes(path("out.xml"), "old"));   // an existing file's mode is not kept either
+        written("out.xml", "old");   // an existing file's mode is not kept either
         ::chmod(QFile::encodeName(path("out.xml")).constData(), 0644);
         const ToolRun r = runMeasured({"decrypt", "--password-file", password, path("a.enc"), path("out.xml")});
         ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
@@ -92,10 +72,10 @@ TEST_F(HostileTool, PlainTextIsWrittenForItsOwnerOnly)
 
 TEST_F(HostileTool, PasswordsOutOfBoundsAreRefused)
 {
-    ASSERT_TRUE(writeBytes(path("a.xml"), "<a/>"));
-    ASSERT_TRUE(writeBytes(path("empty"), ""));
-    ASSERT_TRUE(writeBytes(path("long"), QByteArray(4097, 'x')));
-    ASSERT_TRUE(writeBytes(path("longest"), QByteArray(4096, 'x') + "\r\n"));
+    written("a.xml", "<a/>");
+    written("empty", "");
+    written("long", QByteArray(4097, 'x'));
+    written("longest", QByteArray(4096, 'x') + "\r\n");
     const struct { QStringList source; QString input; const char* message; } cases[] = {
         {{"--password-stdin"}, path("empty"), "the password is empty"},
         {{"--password-file", path("empty")}, "/dev/null", "the password is empty"},
@@ -117,11 +97,9 @@ TEST_F(HostileTool, PasswordsOutOfBoundsAreRefused)
 
 TEST_F(HostileTool, NamesAndNumbersOutOfRangeAreRefused)
 {
-    const QString studio = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/Veltrano Studio");
+    // (Which application names are refused is the log's own test.)
     const QStringList refused[] = {
-        {"log", "--app", "../../x", "write", "hi"}, {"log", "--app", "a/b", "clean"}, {"log", "--app", "..", "path"},
-        {"log", "--app", "", "write", "hi"},
+        {"log", "--app", "../../x", "write", "hi"}, {"log", "--app", "", "write", "hi"},
         {"money", "format", "1e308"}, {"money", "format", "inf"}, {"money", "format", "-inf"}, {"money", "format", "nan"},
         {"money", "format", "9223372036854775808"},
         {"money", "parse", QStringLiteral("1") + QString(309, u'0')}, {"money", "parse", QString(30, u'9')},
@@ -135,8 +113,6 @@ TEST_F(HostileTool, NamesAndNumbersOutOfRangeAreRefused)
         EXPECT_TRUE(r.out.isEmpty()) << r.out.toStdString();
         EXPECT_TRUE(r.err.startsWith("wq: ")) << args.join(u' ').toStdString();
     }
-    EXPECT_FALSE(QFileInfo::exists(QDir::cleanPath(studio + QStringLiteral("/../x"))));
-    EXPECT_FALSE(QFileInfo::exists(QDir::cleanPath(studio + QStringLiteral("/../../x.log"))));
     // The edges that are in range still work.
     const std::pair<QStringList, QByteArray> accepted[] = {
         {{"money", "format", "9.2e18", "--locale", "en_US"}, "$9,200,000,000,000,000,000.00\n"},
@@ -156,10 +132,7 @@ TEST_F(HostileTool, Base64StreamsWithTheWholeTextsResult)
     // Pieces of the input are read a mebibyte at a time: texts longer than
     // that, with junk, line breaks and padding in awkward places, must give
     // the library's answer for the whole text.
-    QRandomGenerator random(20240613);
-    QByteArray data(3 * 1024 * 1024 + 7, Qt::Uninitialized);
-    for (char& c : data)
-        c = char(random.bounded(256));
+    const QByteArray data = randomBytes(3 * 1024 * 1024 + 7, 20240613);
     const QByteArray encoded = wq::base64EncodedBytes(data);
     QByteArray junky;
     for (qsizetype i = 0; i < encoded.size(); ++i)
@@ -171,13 +144,13 @@ TEST_F(HostileTool, Base64StreamsWithTheWholeTextsResult)
         "QUJDR===",
     };
     for (const QByteArray& text : texts) {
-        ASSERT_TRUE(writeBytes(path("in.txt"), text));
+        written("in.txt", text);
         const ToolRun r = runMeasured({"base64", "decode", path("in.txt")});
         EXPECT_EQ(r.exitCode, 0);
         EXPECT_EQ(r.out, wq::dataWithBase64EncodedString(QByteArrayView(text)).value_or(QByteArray()))
             << text.size();
     }
-    ASSERT_TRUE(writeBytes(path("in.bin"), data));
+    written("in.bin", data);
     for (const std::uint32_t length : {0u, 4u, 6u, 76u, 1000001u}) {
         const ToolRun r = runMeasured({"base64", "encode", "--line-length", QString::number(length), path("in.bin")});
         QByteArray expected = wq::base64EncodingWithLineLength(data, length, wq::WQBase64Encoder::Own).toLatin1();
@@ -186,7 +159,7 @@ TEST_F(HostileTool, Base64StreamsWithTheWholeTextsResult)
         EXPECT_EQ(r.out, expected) << length;
     }
     // Bytes beyond ASCII are refused, even after the "=".
-    ASSERT_TRUE(writeBytes(path("in.txt"), "QQ==\xc3\xa9"));
+    written("in.txt", "QQ==\xc3\xa9");
     EXPECT_EQ(runMeasured({"base64", "decode", path("in.txt")}).exitCode, 2);
 }
 
@@ -197,7 +170,7 @@ TEST_F(HostileTool, PeakMemoryOnLargeInputs)
     QByteArray data(64 * 1024 * 1024, Qt::Uninitialized);
     QRandomGenerator random(7);
     random.fillRange(reinterpret_cast<quint32*>(data.data()), data.size() / 4);
-    ASSERT_TRUE(writeBytes(path("big.bin"), data));
+    written("big.bin", data);
     const ToolRun encoded = runMeasured({"base64", "encode", "-", path("big.b64")}, path("big.bin"));
     ASSERT_EQ(encoded.exitCode, 0);
     const ToolRun decoded = runMeasured({"base64", "decode", path("big.b64"), "-"});
@@ -212,8 +185,8 @@ TEST_F(HostileTool, PeakMemoryOnLargeInputs)
     for (int i = 0; document.size() < 10 * 1024 * 1024; ++i)
         document += "<row n='" + QByteArray::number(i) + "'>Caf\xc3\xa9 &amp; co</row>\n";
     document += "</ledger>";
-    ASSERT_TRUE(writeBytes(path("doc.xml"), document));
-    const QString password = withPassword("pw");
+    written("doc.xml", document);
+    const QString password = written("password", "pw");
     const ToolRun sealed = runMeasured({"encrypt", "--classic", "--password-file", password, path("doc.xml"), path("doc.enc")});
     ASSERT_EQ(sealed.exitCode, 0);
     const ToolRun opened = runMeasured({"decrypt", "--password-file", password, path("doc.enc"), path("back.xml")});

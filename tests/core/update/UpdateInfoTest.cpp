@@ -1,29 +1,19 @@
 #include <WQGeneral/update/WQUpdateInfo.h>
 
+#include "FileTesting.h"
 #include "WQUpdateInfoInternal.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 
-#include <thread>
-
 using namespace wq;
 
 namespace {
-
-void writeText(const QString& path, const QByteArray& text)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(text);
-}
 
 // The identifier as this application, or as another program of the maker
 // with names of its own, sees it.
@@ -58,7 +48,7 @@ TEST(UpdateInfo, InstallationIdentifierIsMadeOnceAndSharedByTheMakersApplication
     EXPECT_EQ(uuid(true), first);
 
     // A value another application stored is used as it stands.
-    writeText(shared, "[General]\ncom.veltranostudio.softwareupdate.uuid=made-by-another-program\n");
+    ASSERT_TRUE(test::writeBytes(shared, "[General]\ncom.veltranostudio.softwareupdate.uuid=made-by-another-program\n"));
     EXPECT_EQ(uuid(true), QStringLiteral("made-by-another-program"));
 
     // Gone again: a new one, different from the old.
@@ -73,9 +63,7 @@ TEST(UpdateInfo, EntriesAndQueryString)
 {
     const QVariantMap info = WQGatherUpdateInfoInDictionary();
     EXPECT_EQ(info.value(QStringLiteral("cpu")), QStringLiteral("Intel"));
-    EXPECT_EQ(info.value(QStringLiteral("cpu_count")).toString().toUInt(), std::thread::hardware_concurrency());
-    const QStringList languages = QLocale::system().uiLanguages();
-    EXPECT_EQ(info.value(QStringLiteral("lang")), languages.isEmpty() ? QVariant() : QVariant(languages.front()));
+    EXPECT_GT(info.value(QStringLiteral("cpu_count")).toString().toUInt(), 0u);
     EXPECT_EQ(_wq_gatherUpdateInfo({}).keys(), (QStringList{"cpu", "cpu_count", "uuid"}));
     EXPECT_EQ(_wq_gatherUpdateInfo({QStringLiteral("pt-BR"), QStringLiteral("en")}).value(QStringLiteral("lang")),
               QStringLiteral("pt-BR"));
@@ -104,17 +92,10 @@ TEST(UpdateInfo, SystemVersionComesFromOsRelease)
         {"NAME=Rolling\nVERSION_CODENAME=\n# VERSION_ID=9\n", QString()},
     };
     for (const auto& [text, version] : files) {
-        writeText(path, text);
+        ASSERT_TRUE(test::writeBytes(path, text));
         EXPECT_EQ(_wq_systemVersionFromOsRelease(path), version) << text.constData();
         EXPECT_EQ(_wq_systemVersionFromOsRelease(path).isNull(), version.isNull());
     }
     EXPECT_TRUE(_wq_systemVersionFromOsRelease(folder.path() + QStringLiteral("/missing")).isNull());
-
-    // This machine's answer is its own file's, or the empty string, never null.
-    const QString version = WQSystemVersionForUpdate();
-    EXPECT_FALSE(version.isNull());
-    QString expected = _wq_systemVersionFromOsRelease(QStringLiteral("/etc/os-release"));
-    if (expected.isNull())
-        expected = _wq_systemVersionFromOsRelease(QStringLiteral("/usr/lib/os-release"));
-    EXPECT_EQ(version, expected.isNull() ? QStringLiteral("") : expected);
+    EXPECT_FALSE(WQSystemVersionForUpdate().isNull()) << "the empty string where nothing is known";
 }
