@@ -229,7 +229,7 @@ void WQWindowController::_wq_beginSheet(QMessageBox* sheet, SheetEnd didEnd)
         sheet->deleteLater();
         _wq_showNextSheet();
     });
-    _wq_waitingSheets.push_back(sheet);
+    _wq_waitingSheets.emplace_back(sheet);
     _wq_showNextSheet();
 }
 
