@@ -30,7 +30,7 @@ public:
 
     State currentState() const { return {field.text(), field.selectedRange()}; }
     void show(const QString& text, WQRange selection);
-    void judgeEdit(const State& before, const WQEditEvent& event);
+    void judgeEdit(const State& before, const WQEditEvent& edit);
     void followFormatter();
     void showValue(const QVariant& value);
     void remember(const State& seen);

@@ -41,11 +41,8 @@ WQLineEdit::WQLineEdit(std::shared_ptr<WQFormatter> formatter, QWidget* parent)
     connect(session, &WQFieldSession::refusalCleared, this, &WQLineEdit::refusalCleared);
 }
 
-WQLineEdit::~WQLineEdit()
-{
-    // The line edit's own signals must not reach the session while it goes.
-    disconnect(this, nullptr, &_wq_d->session, nullptr);
-}
+// The session goes before the line edit's own parts, and its connections with it.
+WQLineEdit::~WQLineEdit() = default;
 
 void WQLineEdit::setFormatter(std::shared_ptr<WQFormatter> formatter)
 {

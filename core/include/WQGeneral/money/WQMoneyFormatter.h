@@ -109,7 +109,7 @@ private:
                                       const QString& originalString, WQRange originalSelectedRange,
                                       QString* errorDescription);
 
-    /// What display needs from the patterns and settings (WQMoneyFormatter_p.h).
+    /// What display needs from the patterns and settings, worked out once per change.
     struct _wq_DisplayPlan;
     void _wq_rebuildDisplayPlan();
     QString _wq_generalStringForAmount(double amount) const;
