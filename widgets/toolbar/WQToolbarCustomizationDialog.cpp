@@ -317,7 +317,7 @@ void WQToolbarCustomizationDialog::_wq_remove(QList<int> rows)
 void WQToolbarCustomizationDialog::_wq_move(QList<int> rows, int destination)
 {
     std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    rows.resize(std::unique(rows.begin(), rows.end()) - rows.begin());
     QStringList moving;
     QStringList rest;
     for (int i = 0; i < _wq_d->chosen.size(); ++i) {
