@@ -47,7 +47,7 @@ test: build
 abi-baseline: build
 	@bash scripts/abi-check.sh --record $(BUILD)
 
-# clang-tidy and clazy over core/, widgets/ and quick/ with the main build's
+# clang-tidy and clazy over core/, widgets/, quick/ and tools/ with the main build's
 # compile commands; quiet and exit 0 when they find nothing.
 lint: configure
 	@bash deps/install.sh debian-packages-lint.txt

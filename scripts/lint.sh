@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # clang-tidy (checks in .clang-tidy) and clazy over the sources of core/,
-# widgets/ and quick/, with the compile commands of a build folder; their own
+# widgets/, quick/ and tools/, with the compile commands of a build folder; their own
 # headers are checked with them, Qt's and the generated ones are not. Quiet
 # and exit 0 when nothing is found; otherwise the findings and exit 1.
 #
@@ -14,7 +14,7 @@ database=$build/compile_commands.json
 mapfile -t sources < <(python3 - "$database" "$here" <<'EOF'
 import json, sys
 database, root = sys.argv[1], sys.argv[2]
-layers = tuple(f"{root}/{layer}/" for layer in ("core", "widgets", "quick"))
+layers = tuple(f"{root}/{layer}/" for layer in ("core", "widgets", "quick", "tools"))
 print("\n".join(sorted({entry["file"] for entry in json.load(open(database))
                         if entry["file"].startswith(layers)})))
 EOF
@@ -24,8 +24,8 @@ EOF
 mapfile -t autogen < <(grep -oE '/[A-Za-z0-9_]+_autogen/include' "$database" \
   | sed -E 's#^/(.*)/include$#\1#' | grep -E '^wq_(core|widgets|quick)_' | sort -u)
 [ ${#autogen[@]} -eq 0 ] || cmake --build "$build" --target "${autogen[@]}" -j "$jobs" >/dev/null
-[ ${#sources[@]} -gt 0 ] || { echo "no sources of core/, widgets/ or quick/ in $database" >&2; exit 1; }
-headers="^$here/(core|widgets|quick)/"
+[ ${#sources[@]} -gt 0 ] || { echo "no sources of core/, widgets/, quick/ or tools/ in $database" >&2; exit 1; }
+headers="^$here/(core|widgets|quick|tools)/"
 
 # clazy's level 0 and 1, but:
 #  non-pod-global-static: the framework's few global statics (default

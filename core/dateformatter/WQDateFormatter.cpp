@@ -1,5 +1,7 @@
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 
+#include "WQDateFormatter_p.h"
+
 #include "WQDateIncrementKeys.h"
 
 #include <QChar>
@@ -9,15 +11,43 @@ namespace wq {
 using namespace dateformatter;
 
 WQDateFormatter::WQDateFormatter(const QString& format)
-    : mIncrementerSet(QStringLiteral("+=-tT%1%2%3").arg(QChar(kEnDash), QChar(kNotEqual), QChar(kPlusMinus)))
+    : _wq_d(std::make_unique<_wq_Private>(
+          QStringLiteral("+=-tT%1%2%3").arg(QChar(kEnDash), QChar(kNotEqual), QChar(kPlusMinus))))
 {
     setDateFormat(format);
 }
 
+WQDateFormatter::WQDateFormatter(const WQDateFormatter& other)
+    : WQFormatter(other), WQSystemDateSettings(other), _wq_d(std::make_unique<_wq_Private>(*other._wq_d))
+{
+}
+
+WQDateFormatter& WQDateFormatter::operator=(const WQDateFormatter& other)
+{
+    if (this != &other) {
+        WQFormatter::operator=(other);
+        WQSystemDateSettings::operator=(other);
+        *_wq_d = *other._wq_d;
+    }
+    return *this;
+}
+
+WQDateFormatter::~WQDateFormatter() = default;
+
+const QString& WQDateFormatter::dateFormat() const noexcept { return _wq_d->format; }
+const QString& WQDateFormatter::localizedSeparator() const noexcept { return _wq_d->localizedSeparator; }
+bool WQDateFormatter::showCentury() const noexcept { return _wq_d->flags.showCentury; }
+bool WQDateFormatter::zeroPadDate() const noexcept { return _wq_d->flags.zeroPadDate; }
+bool WQDateFormatter::zeroPadMonth() const noexcept { return _wq_d->flags.zeroPadMonth; }
+int WQDateFormatter::monthPosition() const noexcept { return _wq_d->flags.monthPosition; }
+int WQDateFormatter::dayPosition() const noexcept { return _wq_d->flags.dayPosition; }
+const std::optional<WQDate>& WQDateFormatter::minimumDate() const noexcept { return _wq_d->minimumDate; }
+const std::optional<WQDate>& WQDateFormatter::maximumDate() const noexcept { return _wq_d->maximumDate; }
+
 void WQDateFormatter::setDateFormat(const QString& format)
 {
-    const bool changed = !mFormat.isNull() && mFormat != format;
-    mFormat = format;
+    const bool changed = !_wq_d->format.isNull() && _wq_d->format != format;
+    _wq_d->format = format;
     _wq_processFormat();
     if (changed)
         WQNotificationCenter::defaultCenter().postNotificationName(kWQNotif_FormatterChanged, this);
@@ -25,7 +55,7 @@ void WQDateFormatter::setDateFormat(const QString& format)
 
 void WQDateFormatter::_wq_processFormat()
 {
-    const QString& f = mFormat;
+    const QString& f = _wq_d->format;
     const qsizetype n = f.size();
     char16_t separator = 0;
     unsigned p = 0;
@@ -43,14 +73,14 @@ void WQDateFormatter::_wq_processFormat()
                         break;
                     ++run;
                 }
-                mFlags.showCentury = run > 2;
+                _wq_d->flags.showCentury = run > 2;
                 ++p;
                 if (separator == 0 && c != u'y')
                     separator = c;
             } else if (c == u'M') {
                 const bool two = i + 1 < n && f[i + 1] == u'M';
-                mFlags.zeroPadMonth = two;
-                mFlags.monthPosition = p & 3;
+                _wq_d->flags.zeroPadMonth = two;
+                _wq_d->flags.monthPosition = p & 3;
                 ++p;
                 if (two)
                     ++i;
@@ -58,8 +88,8 @@ void WQDateFormatter::_wq_processFormat()
                     separator = f[++i].unicode();
             } else if (c == u'd') {
                 const bool two = i + 1 < n && f[i + 1] == u'd';
-                mFlags.zeroPadDate = two;
-                mFlags.dayPosition = p & 3;
+                _wq_d->flags.zeroPadDate = two;
+                _wq_d->flags.dayPosition = p & 3;
                 ++p;
                 if (two)
                     ++i;
@@ -72,36 +102,36 @@ void WQDateFormatter::_wq_processFormat()
         for (qsizetype i = 0; i < n; ++i) {
             const char16_t c = f[i].unicode();
             if (c == u'y' || c == u'Y') {
-                mFlags.showCentury = c == u'y';
+                _wq_d->flags.showCentury = c == u'y';
                 ++p;
                 if (separator == 0 && i + 1 < n)
                     separator = f[++i].unicode();
             } else if (c == u'm') {
-                mFlags.zeroPadMonth = !(i > 0 && f[i - 1] == u'1');
-                mFlags.monthPosition = p & 3;
+                _wq_d->flags.zeroPadMonth = !(i > 0 && f[i - 1] == u'1');
+                _wq_d->flags.monthPosition = p & 3;
                 ++p;
                 if (separator == 0 && i + 1 < n)
                     separator = f[++i].unicode();
             } else if (c == u'd' || c == u'e') {
-                mFlags.zeroPadDate = c == u'd';
-                mFlags.dayPosition = p & 3;
+                _wq_d->flags.zeroPadDate = c == u'd';
+                _wq_d->flags.dayPosition = p & 3;
                 ++p;
             }
         }
     }
 
-    mLocalizedDateSeparatorString = QString(QChar(separator));
-    mInvertedDecimalSetPlusLocalizedSeparatorsCharacterSet.separator = separator;
+    _wq_d->localizedSeparator = QString(QChar(separator));
+    _wq_d->invertedDecimalSetPlusLocalizedSeparators.separator = separator;
 }
 
-bool WQDateFormatter::InvertedCharacterSet::contains(char32_t c) const noexcept
+bool WQDateFormatter::_wq_Private::InvertedCharacterSet::contains(char32_t c) const noexcept
 {
     if (c == separator || isIncrementKey(c))
         return false;
     return !QChar::isDigit(c);
 }
 
-bool WQDateFormatter::InvertedCharacterSet::intersects(QStringView text) const noexcept
+bool WQDateFormatter::_wq_Private::InvertedCharacterSet::intersects(QStringView text) const noexcept
 {
     const qsizetype n = text.size();
     for (qsizetype i = 0; i < n; ++i) {
@@ -120,17 +150,17 @@ bool WQDateFormatter::InvertedCharacterSet::intersects(QStringView text) const n
 
 void WQDateFormatter::setTodayProvider(TodayProvider provider)
 {
-    _wq_todayProvider = std::move(provider);
+    _wq_d->todayProvider = std::move(provider);
 }
 
 std::optional<WQDate> WQDateFormatter::today() const
 {
-    return _wq_todayProvider ? _wq_todayProvider() : WQDate::date();
+    return _wq_d->todayProvider ? _wq_d->todayProvider() : WQDate::date();
 }
 
 QString WQDateFormatter::_wq_render(const WQDate& date) const
 {
-    return date.descriptionWithCalendarFormat(mFormat, systemDefinedDateInformation());
+    return date.descriptionWithCalendarFormat(_wq_d->format, systemDefinedDateInformation());
 }
 
 std::optional<QString> WQDateFormatter::stringForObjectValue(const QVariant& value) const

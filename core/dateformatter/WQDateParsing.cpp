@@ -1,4 +1,6 @@
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
+
+#include "WQDateFormatter_p.h"
 #include <WQGeneral/platform/WQLocalizedText.h>
 
 #include <array>
@@ -64,7 +66,7 @@ std::optional<WQDate> WQDateFormatter::dateForString(const QString& string, QStr
     std::array<qint64, 3> parts{};
     qsizetype count = 0;
     const QStringView text(string);
-    const char16_t separator = mLocalizedDateSeparatorString.isEmpty() ? 0 : mLocalizedDateSeparatorString[0].unicode();
+    const char16_t separator = _wq_d->localizedSeparator.isEmpty() ? 0 : _wq_d->localizedSeparator[0].unicode();
     qsizetype from = 0;
     for (;;) {
         const qsizetype at = text.indexOf(QChar(separator), from);
@@ -77,8 +79,8 @@ std::optional<WQDate> WQDateFormatter::dateForString(const QString& string, QStr
         from = at + 1;
     }
 
-    const unsigned monthAt = mFlags.monthPosition;
-    const unsigned dayAt = mFlags.dayPosition;
+    const unsigned monthAt = _wq_d->flags.monthPosition;
+    const unsigned dayAt = _wq_d->flags.dayPosition;
     qint64 year = 0;
     quint8 month = 0;
     quint8 day = 0;
@@ -133,22 +135,22 @@ std::optional<WQDate> WQDateFormatter::dateForString(const QString& string, QStr
 
 void WQDateFormatter::setMinimumDate(std::optional<WQDate> minimum)
 {
-    _wq_minimumDate = minimum;
-    if (minimum && _wq_maximumDate && *_wq_maximumDate < *minimum)
-        _wq_maximumDate = minimum;
+    _wq_d->minimumDate = minimum;
+    if (minimum && _wq_d->maximumDate && *_wq_d->maximumDate < *minimum)
+        _wq_d->maximumDate = minimum;
 }
 
 void WQDateFormatter::setMaximumDate(std::optional<WQDate> maximum)
 {
-    _wq_maximumDate = maximum;
-    if (maximum && _wq_minimumDate && *maximum < *_wq_minimumDate)
-        _wq_minimumDate = maximum;
+    _wq_d->maximumDate = maximum;
+    if (maximum && _wq_d->minimumDate && *maximum < *_wq_d->minimumDate)
+        _wq_d->minimumDate = maximum;
 }
 
 void WQDateFormatter::setDateRange(std::optional<WQDate> minimum, std::optional<WQDate> maximum)
 {
-    _wq_minimumDate = minimum;
-    _wq_maximumDate = minimum && maximum && *maximum < *minimum ? minimum : maximum;
+    _wq_d->minimumDate = minimum;
+    _wq_d->maximumDate = minimum && maximum && *maximum < *minimum ? minimum : maximum;
 }
 
 QString WQDateFormatter::_wq_outOfRange(const WQDate& date) const
@@ -157,16 +159,16 @@ QString WQDateFormatter::_wq_outOfRange(const WQDate& date) const
     // back as another date.
     if (date.yearOfCommonEra() < kEarliestYear || date.yearOfCommonEra() > kLatestYear)
         return WQStrings::tr("Invalid year entry.");
-    const bool early = _wq_minimumDate && date < *_wq_minimumDate;
-    const bool late = _wq_maximumDate && date > *_wq_maximumDate;
+    const bool early = _wq_d->minimumDate && date < *_wq_d->minimumDate;
+    const bool late = _wq_d->maximumDate && date > *_wq_d->maximumDate;
     if (!early && !late)
         return QString();
-    if (_wq_minimumDate && _wq_maximumDate)
+    if (_wq_d->minimumDate && _wq_d->maximumDate)
         return WQFormatTemplate(WQStrings::tr("The date must be between %@ and %@."),
-                                {_wq_render(*_wq_minimumDate), _wq_render(*_wq_maximumDate)});
+                                {_wq_render(*_wq_d->minimumDate), _wq_render(*_wq_d->maximumDate)});
     if (early)
-        return WQFormatTemplate(WQStrings::tr("The date must be on or after %@."), {_wq_render(*_wq_minimumDate)});
-    return WQFormatTemplate(WQStrings::tr("The date must be on or before %@."), {_wq_render(*_wq_maximumDate)});
+        return WQFormatTemplate(WQStrings::tr("The date must be on or after %@."), {_wq_render(*_wq_d->minimumDate)});
+    return WQFormatTemplate(WQStrings::tr("The date must be on or before %@."), {_wq_render(*_wq_d->maximumDate)});
 }
 
 bool WQDateFormatter::getObjectValue(QVariant* value, const QString& string, QString* errorDescription) const

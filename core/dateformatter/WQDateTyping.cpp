@@ -1,4 +1,6 @@
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
+
+#include "WQDateFormatter_p.h"
 #include <WQGeneral/formatters/WQToolkit.h>
 #include <WQGeneral/platform/WQLocalizedText.h>
 
@@ -73,13 +75,13 @@ bool WQDateFormatter::isPartialStringValid(QString* partialString, WQRange* prop
     const QString inserted =
         start >= 0 && start <= proposed.size() ? proposed.mid(start, insertedLength) : QString();
 
-    if (mInvertedDecimalSetPlusLocalizedSeparatorsCharacterSet.intersects(inserted)) {
+    if (_wq_d->invertedDecimalSetPlusLocalizedSeparators.intersects(inserted)) {
         if (errorDescription)
             *errorDescription = WQFormatTemplate(WQStrings::tr("\"%@\" is not valid here"), {inserted});
         return false;
     }
 
-    const QChar separator = mLocalizedDateSeparatorString.isEmpty() ? QChar(0) : mLocalizedDateSeparatorString[0];
+    const QChar separator = _wq_d->localizedSeparator.isEmpty() ? QChar(0) : _wq_d->localizedSeparator[0];
     const qsizetype first = proposed.indexOf(separator);
 
     // Text pasted over the whole field may hold a key.
@@ -94,13 +96,13 @@ bool WQDateFormatter::isPartialStringValid(QString* partialString, WQRange* prop
             if (_wq_incrementDecrement(inserted, originalString, partialString, proposedSelectedRange)
                 && errorDescription)
                 *errorDescription = WQFormatTemplate(WQStrings::tr("\"%@\" can't appear more than twice here"),
-                                                     {mLocalizedDateSeparatorString});
+                                                     {_wq_d->localizedSeparator});
             return false;
         }
     }
 
     // A separator that is no key is a separator; one that is a key steps.
-    if ((!inserted.contains(separator) || mIncrementerSet.contains(separator))
+    if ((!inserted.contains(separator) || _wq_d->incrementerSet.contains(separator))
         && !_wq_incrementDecrement(inserted, originalString, partialString, proposedSelectedRange))
         return false;
 

@@ -1,8 +1,11 @@
 #include <WQGeneral/formatters/WQFieldSession.h>
 
+#include <WQGeneral/platform/WQNotificationCenter.h>
+
 #include <QScopedValueRollback>
 
 #include <exception>
+#include <vector>
 
 namespace wq {
 namespace {
@@ -11,11 +14,56 @@ QString describe(const std::exception& error) { return QString::fromUtf8(error.w
 
 } // namespace
 
+class WQFieldSessionPrivate {
+    Q_DECLARE_PUBLIC(WQFieldSession)
+public:
+    struct State {
+        QString text;
+        WQRange selection;
+    };
+
+    WQFieldSessionPrivate(WQFieldSession* session, WQFieldSession::Field& field,
+                          std::shared_ptr<WQFormatter> formatter)
+        : q_ptr(session), field(field), editor(session), formatter(std::move(formatter))
+    {
+    }
+
+    State currentState() const { return {field.text(), field.selectedRange()}; }
+    void show(const QString& text, WQRange selection);
+    void judgeEdit(const State& before, const WQEditEvent& edit);
+    void followFormatter();
+    void showValue(const QVariant& value);
+    void remember(const State& seen);
+    void step(std::vector<State>& from, std::vector<State>& to);
+    void noteRefusal(bool refused);
+    /// Reads text as editing's end does; false with error when it cannot.
+    bool read(const QString& text, QVariant* value, QString* error) const;
+
+    WQFieldSession* q_ptr;
+    WQFieldSession::Field& field;
+    WQFieldEditor* editor;
+    std::shared_ptr<WQFormatter> formatter;
+    QVariant objectValue;
+    State shown;              ///< what the field stood at after the last edit
+    State beforeEvent;        ///< the same, when the current event began
+    WQEditEvent event;        ///< the event being handled
+    int eventDepth = 0;
+    bool editedInEvent = false;
+    bool judging = false;
+    bool showing = false;     ///< the session itself is changing the text
+    bool pendingEdit = false;
+    bool refusalShown = false;
+    std::vector<State> undoStack;
+    std::vector<State> redoStack;
+    WQObservation formatterObservation;
+};
+
 WQFieldSession::WQFieldSession(Field& field, std::shared_ptr<WQFormatter> formatter, QObject* parent)
-    : QObject(parent), _wq_field(field), _wq_formatter(std::move(formatter))
+    : QObject(parent), _wq_d(std::make_unique<WQFieldSessionPrivate>(this, field, std::move(formatter)))
 {
-    _wq_shown = _wq_currentState();
-    _wq_followFormatter();
+    Q_D(WQFieldSession);
+    d->shown = d->currentState();
+    d->followFormatter();
 }
 
 WQFieldSession::~WQFieldSession() = default;
@@ -32,39 +80,86 @@ WQEditEvent WQFieldSession::keyEvent(int key, const QString& text, Qt::KeyboardM
     return event;
 }
 
-void WQFieldSession::setFormatter(std::shared_ptr<WQFormatter> formatter)
+void WQFieldSession::setFieldEditor(WQFieldEditor* editor) noexcept
 {
-    _wq_formatter = std::move(formatter);
-    _wq_followFormatter();
-    if (!_wq_pendingEdit && _wq_objectValue.isValid())
-        _wq_showValue(_wq_objectValue);
+    Q_D(WQFieldSession);
+    d->editor = editor ? editor : this;
 }
 
-void WQFieldSession::_wq_followFormatter()
+const std::shared_ptr<WQFormatter>& WQFieldSession::formatter() const noexcept
 {
-    _wq_formatterObservation.reset();
-    if (!_wq_formatter)
+    Q_D(const WQFieldSession);
+    return d->formatter;
+}
+
+QVariant WQFieldSession::objectValue() const
+{
+    Q_D(const WQFieldSession);
+    return d->objectValue;
+}
+
+bool WQFieldSession::hasPendingEdit() const noexcept
+{
+    Q_D(const WQFieldSession);
+    return d->pendingEdit;
+}
+
+bool WQFieldSession::canUndoEdit() const noexcept
+{
+    Q_D(const WQFieldSession);
+    return !d->undoStack.empty();
+}
+
+bool WQFieldSession::canRedoEdit() const noexcept
+{
+    Q_D(const WQFieldSession);
+    return !d->redoStack.empty();
+}
+
+void WQFieldSession::setFormatter(std::shared_ptr<WQFormatter> formatter)
+{
+    Q_D(WQFieldSession);
+    d->formatter = std::move(formatter);
+    d->followFormatter();
+    if (!d->pendingEdit && d->objectValue.isValid())
+        d->showValue(d->objectValue);
+}
+
+void WQFieldSessionPrivate::followFormatter()
+{
+    formatterObservation.reset();
+    if (!formatter)
         return;
-    _wq_formatterObservation.observe(_wq_formatter->changeNotificationName(), _wq_formatter.get(),
-                                     [this](const WQNotification&) {
-                                         // What the user is typing stays theirs.
-                                         if (!_wq_pendingEdit && _wq_objectValue.isValid())
-                                             _wq_showValue(_wq_objectValue);
-                                     });
+    formatterObservation.observe(formatter->changeNotificationName(), formatter.get(),
+                                 [this](const WQNotification&) {
+                                     // What the user is typing stays theirs.
+                                     if (!pendingEdit && objectValue.isValid())
+                                         showValue(objectValue);
+                                 });
 }
 
 QString WQFieldSession::string() const
 {
-    return _wq_judging ? _wq_shown.text : _wq_field.text();
+    Q_D(const WQFieldSession);
+    return d->judging ? d->shown.text : d->field.text();
 }
 
-WQRange WQFieldSession::selectedRange() const { return _wq_field.selectedRange(); }
+WQRange WQFieldSession::selectedRange() const
+{
+    Q_D(const WQFieldSession);
+    return d->field.selectedRange();
+}
 
-void WQFieldSession::setSelectedRange(WQRange range) { _wq_field.setSelectedRange(range); }
+void WQFieldSession::setSelectedRange(WQRange range)
+{
+    Q_D(WQFieldSession);
+    d->field.setSelectedRange(range);
+}
 
 bool WQFieldSession::escape()
 {
-    if (!_wq_pendingEdit)
+    Q_D(WQFieldSession);
+    if (!d->pendingEdit)
         return false;
     abortEditing();
     return true;
@@ -72,125 +167,143 @@ bool WQFieldSession::escape()
 
 void WQFieldSession::abortEditing()
 {
-    if (_wq_pendingEdit) {
-        if (_wq_objectValue.isValid()) {
-            _wq_showValue(_wq_objectValue);
+    Q_D(WQFieldSession);
+    if (d->pendingEdit) {
+        if (d->objectValue.isValid()) {
+            d->showValue(d->objectValue);
         } else {
-            _wq_remember(_wq_shown);
-            _wq_show(QString(), {0, 0});
-            _wq_shown = _wq_currentState();
+            d->remember(d->shown);
+            d->show(QString(), {0, 0});
+            d->shown = d->currentState();
         }
-        _wq_pendingEdit = false;
-        _wq_noteRefusal(false);
+        d->pendingEdit = false;
+        d->noteRefusal(false);
     }
-    const QString text = _wq_field.text();
-    _wq_show(text, {0, text.size()});
-    _wq_shown = _wq_currentState();
+    const QString text = d->field.text();
+    d->show(text, {0, text.size()});
+    d->shown = d->currentState();
 }
 
-void WQFieldSession::_wq_remember(const State& seen)
+void WQFieldSessionPrivate::remember(const State& seen)
 {
-    if (!_wq_undoStack.empty() && _wq_undoStack.back().text == seen.text)
+    if (!undoStack.empty() && undoStack.back().text == seen.text)
         return;
-    _wq_undoStack.push_back(seen);
-    _wq_redoStack.clear();
+    undoStack.push_back(seen);
+    redoStack.clear();
 }
 
-void WQFieldSession::_wq_step(std::vector<State>& from, std::vector<State>& to)
+void WQFieldSessionPrivate::step(std::vector<State>& from, std::vector<State>& to)
 {
+    Q_Q(WQFieldSession);
     if (from.empty())
         return;
-    to.push_back(_wq_shown);
+    to.push_back(shown);
     const State target = from.back();
     from.pop_back();
-    _wq_show(target.text, target.selection);
-    _wq_shown = _wq_currentState();
+    show(target.text, target.selection);
+    shown = currentState();
     // A text the user saw is theirs again, to be read when editing ends.
-    _wq_pendingEdit = _wq_shown.text != displayString(_wq_objectValue) || !_wq_objectValue.isValid();
-    emit editedTextChanged(_wq_shown.text);
+    pendingEdit = shown.text != q->displayString(objectValue) || !objectValue.isValid();
+    emit q->editedTextChanged(shown.text);
 }
 
-void WQFieldSession::undoEdit() { _wq_step(_wq_undoStack, _wq_redoStack); }
-void WQFieldSession::redoEdit() { _wq_step(_wq_redoStack, _wq_undoStack); }
-
-void WQFieldSession::_wq_noteRefusal(bool refused)
+void WQFieldSession::undoEdit()
 {
+    Q_D(WQFieldSession);
+    d->step(d->undoStack, d->redoStack);
+}
+
+void WQFieldSession::redoEdit()
+{
+    Q_D(WQFieldSession);
+    d->step(d->redoStack, d->undoStack);
+}
+
+void WQFieldSessionPrivate::noteRefusal(bool refused)
+{
+    Q_Q(WQFieldSession);
     if (refused) {
-        _wq_refusalShown = true;
-    } else if (_wq_refusalShown) {
-        _wq_refusalShown = false;
-        emit refusalCleared();
+        refusalShown = true;
+    } else if (refusalShown) {
+        refusalShown = false;
+        emit q->refusalCleared();
     }
 }
 
-WQFieldSession::State WQFieldSession::_wq_currentState() const
+void WQFieldSessionPrivate::show(const QString& text, WQRange selection)
 {
-    return {_wq_field.text(), _wq_field.selectedRange()};
-}
-
-void WQFieldSession::_wq_show(const QString& text, WQRange selection)
-{
-    const QScopedValueRollback showing(_wq_showing, true);
+    const QScopedValueRollback showingNow(showing, true);
     // Replacing the text drops the field's own history; keep it when nothing changes.
-    if (_wq_field.text() != text)
-        _wq_field.setText(text);
-    _wq_field.setSelectedRange(selection);
+    if (field.text() != text)
+        field.setText(text);
+    field.setSelectedRange(selection);
 }
 
 void WQFieldSession::beginEvent(const WQEditEvent& event)
 {
-    if (_wq_eventDepth++ > 0)
+    Q_D(WQFieldSession);
+    if (d->eventDepth++ > 0)
         return;
-    _wq_beforeEvent = _wq_currentState();
-    _wq_event = event;
-    _wq_editedInEvent = false;
+    d->beforeEvent = d->currentState();
+    d->event = event;
+    d->editedInEvent = false;
 }
 
 void WQFieldSession::endEvent()
 {
-    if (_wq_eventDepth == 0 || --_wq_eventDepth > 0)
+    Q_D(WQFieldSession);
+    if (d->eventDepth == 0 || --d->eventDepth > 0)
         return;
-    if (_wq_editedInEvent)
-        _wq_judgeEdit(_wq_beforeEvent, _wq_event);
+    if (d->editedInEvent)
+        d->judgeEdit(d->beforeEvent, d->event);
     else
-        _wq_shown = _wq_currentState();
+        d->shown = d->currentState();
 }
 
 void WQFieldSession::textEdited()
 {
-    if (_wq_showing)
+    Q_D(WQFieldSession);
+    if (d->showing)
         return;
-    _wq_pendingEdit = true;
-    if (_wq_eventDepth > 0) {
-        _wq_editedInEvent = true;
+    d->pendingEdit = true;
+    if (d->eventDepth > 0) {
+        d->editedInEvent = true;
         return;
     }
-    _wq_judgeEdit(_wq_shown, WQEditEvent{});
+    d->judgeEdit(d->shown, WQEditEvent{});
 }
 
 void WQFieldSession::textChanged()
 {
-    if (_wq_showing || _wq_eventDepth > 0)
+    Q_D(WQFieldSession);
+    if (d->showing || d->eventDepth > 0)
         return;
-    if (_wq_field.text() != _wq_shown.text) {
-        _wq_pendingEdit = true; // set by the application: read at editing end
-        _wq_remember(_wq_shown);
+    if (d->field.text() != d->shown.text) {
+        d->pendingEdit = true; // set by the application: read at editing end
+        d->remember(d->shown);
     }
-    _wq_shown = _wq_currentState();
+    d->shown = d->currentState();
 }
 
 void WQFieldSession::selectionChanged()
 {
-    if (_wq_showing || _wq_eventDepth > 0 || _wq_field.text() != _wq_shown.text)
+    Q_D(WQFieldSession);
+    if (d->showing || d->eventDepth > 0 || d->field.text() != d->shown.text)
         return;
-    _wq_shown.selection = _wq_field.selectedRange();
+    d->shown.selection = d->field.selectedRange();
 }
 
-void WQFieldSession::_wq_judgeEdit(const State& before, const WQEditEvent& event)
+void WQFieldSessionPrivate::judgeEdit(const State& before, const WQEditEvent& edit)
 {
-    const State proposal = _wq_currentState();
-    if (!_wq_formatter) {
-        _wq_shown = proposal;
+    Q_Q(WQFieldSession);
+    const State proposal = currentState();
+    if (!formatter) {
+        // Every edit stands; it is remembered all the same, for undo.
+        shown = proposal;
+        if (proposal.text != before.text) {
+            remember(before);
+            emit q->editedTextChanged(proposal.text);
+        }
         return;
     }
     QString partial = proposal.text;
@@ -199,9 +312,9 @@ void WQFieldSession::_wq_judgeEdit(const State& before, const WQEditEvent& event
     bool accepted = false;
     bool rewritten = false;
     try {
-        const QScopedValueRollback judging(_wq_judging, true);
-        const WQEditScope scope(event, _wq_editor);
-        accepted = _wq_formatter->isPartialStringValid(&partial, &range, before.text, before.selection, &error);
+        const QScopedValueRollback judgingNow(judging, true);
+        const WQEditScope scope(edit, editor);
+        accepted = formatter->isPartialStringValid(&partial, &range, before.text, before.selection, &error);
         rewritten = scope.rewritten();
     } catch (const std::exception& failure) {
         partial = proposal.text;
@@ -211,26 +324,27 @@ void WQFieldSession::_wq_judgeEdit(const State& before, const WQEditEvent& event
 
     if (!accepted) {
         if (rewritten || partial != proposal.text || range != proposal.selection)
-            _wq_show(partial, range);
+            show(partial, range);
         else
-            _wq_show(before.text, before.selection);
+            show(before.text, before.selection);
     }
-    _wq_shown = _wq_currentState();
-    if (_wq_shown.text != before.text)
-        _wq_remember(before);
+    shown = currentState();
+    if (shown.text != before.text)
+        remember(before);
     if (!error.isEmpty())
-        emit editRefused(error);
-    _wq_noteRefusal(!error.isEmpty());
-    if (_wq_shown.text != before.text)
-        emit editedTextChanged(_wq_shown.text);
+        emit q->editRefused(error);
+    noteRefusal(!error.isEmpty());
+    if (shown.text != before.text)
+        emit q->editedTextChanged(shown.text);
 }
 
 QString WQFieldSession::displayString(const QVariant& value) const
 {
-    if (!_wq_formatter)
+    Q_D(const WQFieldSession);
+    if (!d->formatter)
         return value.toString();
     try {
-        return _wq_formatter->stringForObjectValue(value).value_or(QString());
+        return d->formatter->stringForObjectValue(value).value_or(QString());
     } catch (const std::exception&) {
         return QString();
     }
@@ -238,46 +352,63 @@ QString WQFieldSession::displayString(const QVariant& value) const
 
 void WQFieldSession::setObjectValue(const QVariant& value)
 {
-    _wq_showValue(value);
+    Q_D(WQFieldSession);
+    d->showValue(value);
     // A value from the application starts a new history.
-    _wq_undoStack.clear();
-    _wq_redoStack.clear();
+    d->undoStack.clear();
+    d->redoStack.clear();
 }
 
-void WQFieldSession::_wq_showValue(const QVariant& value)
+void WQFieldSessionPrivate::showValue(const QVariant& value)
 {
-    const QString shown = displayString(value);
-    if (_wq_field.text() != shown)
-        _wq_remember(_wq_shown);
-    _wq_noteRefusal(false);
-    _wq_objectValue = value;
-    _wq_pendingEdit = false;
-    _wq_show(shown, WQRange{shown.size(), 0});
-    _wq_shown = _wq_currentState();
-    emit objectValueChanged(value);
+    Q_Q(WQFieldSession);
+    const QString shownText = q->displayString(value);
+    if (field.text() != shownText)
+        remember(shown);
+    noteRefusal(false);
+    objectValue = value;
+    pendingEdit = false;
+    show(shownText, WQRange{shownText.size(), 0});
+    shown = currentState();
+    emit q->objectValueChanged(value);
+}
+
+bool WQFieldSessionPrivate::read(const QString& text, QVariant* value, QString* error) const
+{
+    *value = text;
+    if (!formatter)
+        return true;
+    try {
+        return formatter->getObjectValue(value, text, error);
+    } catch (const std::exception& failure) {
+        *error = describe(failure);
+        return false;
+    }
+}
+
+QVariant WQFieldSession::currentObjectValue() const
+{
+    Q_D(const WQFieldSession);
+    if (!d->pendingEdit)
+        return d->objectValue;
+    QVariant value;
+    QString error;
+    return d->read(d->field.text(), &value, &error) ? value : d->objectValue;
 }
 
 bool WQFieldSession::validateEditing()
 {
-    if (!_wq_pendingEdit)
+    Q_D(WQFieldSession);
+    if (!d->pendingEdit)
         return true;
-    const QString text = _wq_field.text();
-    QVariant value = text;
-    if (_wq_formatter) {
-        QString error;
-        bool ok = false;
-        try {
-            ok = _wq_formatter->getObjectValue(&value, text, &error);
-        } catch (const std::exception& failure) {
-            error = describe(failure);
-        }
-        if (!ok) {
-            emit valueRefused(error);
-            _wq_noteRefusal(true);
-            return false;
-        }
+    QVariant value;
+    QString error;
+    if (!d->read(d->field.text(), &value, &error)) {
+        emit valueRefused(error);
+        d->noteRefusal(true);
+        return false;
     }
-    _wq_showValue(value);
+    d->showValue(value);
     return true;
 }
 

@@ -1,4 +1,6 @@
 #include <WQGeneral/log/WQLogClass.h>
+
+#include "WQLogClass_p.h"
 #include <WQGeneral/files/WQFiles.h>
 
 #include "WQLogLocking.h"
@@ -60,18 +62,23 @@ bool WQLogClass::isUsableApplicationName(const QString& name)
         && !name.contains(QChar(0));
 }
 
-WQLogClass::WQLogClass(const QString& applicationName)
+WQLogClass::WQLogClass(const QString& applicationName) : _wq_d(std::make_unique<_wq_Private>())
 {
     _wq_setUp(applicationName);
     if (const QCoreApplication* app = QCoreApplication::instance())
-        _wq_terminateConnection = QObject::connect(app, &QCoreApplication::aboutToQuit, app,
+        _wq_d->terminateConnection = QObject::connect(app, &QCoreApplication::aboutToQuit, app,
                                                    [this] { applicationWillTerminate(); });
 }
 
 WQLogClass::~WQLogClass()
 {
-    QObject::disconnect(_wq_terminateConnection);
+    QObject::disconnect(_wq_d->terminateConnection);
 }
+
+QString WQLogClass::logFilePath() const { return _wq_d->full_file_path; }
+void WQLogClass::setLogFilePath(const QString& path) { _wq_d->full_file_path = path; }
+bool WQLogClass::isEnabled() const { return _wq_d->is_enabled; }
+void WQLogClass::setEnabled(bool enabled) { _wq_d->is_enabled = enabled; }
 
 void WQLogClass::_wq_setUp(const QString& applicationName)
 {
@@ -83,8 +90,8 @@ void WQLogClass::_wq_setUp(const QString& applicationName)
     // records then simply fail to be written.
     if (!QFileInfo::exists(folder) && !createAllDirectoriesAtPath(folder))
         return;
-    _wq_full_file_path = folder + u'/' + name + QStringLiteral(".log");
-    _wq_is_enabled = true;
+    _wq_d->full_file_path = folder + u'/' + name + QStringLiteral(".log");
+    _wq_d->is_enabled = true;
 }
 
 WQLogClass& WQLogClass::sharedLog()
@@ -95,7 +102,7 @@ WQLogClass& WQLogClass::sharedLog()
 
 void WQLogClass::log(const QString& message) const
 {
-    if (!_wq_is_enabled || _wq_full_file_path.isEmpty())
+    if (!_wq_d->is_enabled || _wq_d->full_file_path.isEmpty())
         return;
     char record[kRecordBufferSize];
     record[0] = '\0';
@@ -111,7 +118,7 @@ void WQLogClass::log(const QString& message) const
     // i.e. 4095 bytes and the terminating zero, and no line feed.
     const std::size_t length = _wq_strlcat(record, "\n", sizeof record);
     const std::size_t toWrite = std::min(length, sizeof record);
-    const int fd = _wq_openForAppending(QFile::encodeName(_wq_full_file_path));
+    const int fd = _wq_openForAppending(QFile::encodeName(_wq_d->full_file_path));
     if (fd < 0)
         return;
     const ssize_t written = ::write(fd, record, toWrite);
@@ -121,13 +128,13 @@ void WQLogClass::log(const QString& message) const
 
 void WQLogClass::cleanLogFile() const
 {
-    if (!_wq_full_file_path.isEmpty())
-        ::unlink(QFile::encodeName(_wq_full_file_path).constData());
+    if (!_wq_d->full_file_path.isEmpty())
+        ::unlink(QFile::encodeName(_wq_d->full_file_path).constData());
 }
 
 std::optional<QString> WQLogClass::logDataWithMaxLines(quint64 maxLines) const
 {
-    return _wq_readLastLines(_wq_full_file_path, maxLines);
+    return _wq_readLastLines(_wq_d->full_file_path, maxLines);
 }
 
 void WQLogClass::applicationWillTerminate() const

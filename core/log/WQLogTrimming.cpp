@@ -1,5 +1,7 @@
 #include <WQGeneral/log/WQLogClass.h>
 
+#include "WQLogClass_p.h"
+
 #include "WQLogLocking.h"
 #include "WQLogReading.h"
 
@@ -111,9 +113,9 @@ void replaceKeepingNewRecords(const QByteArray& path, int fd, qint64 readBytes, 
 
 void WQLogClass::clearLogDataBeforeDate(const QDateTime& cutOff) const
 {
-    if (!cutOff.isValid() || _wq_full_file_path.isEmpty())
+    if (!cutOff.isValid() || _wq_d->full_file_path.isEmpty())
         return;
-    const QByteArray path = QFile::encodeName(_wq_full_file_path);
+    const QByteArray path = QFile::encodeName(_wq_d->full_file_path);
     const Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC));
     if (file.fd < 0)
         return;

@@ -2,6 +2,14 @@
 
 namespace wq {
 
+struct WQBaseModelObject::_wq_Private {
+    WQDocument* document = nullptr;
+    quint32 uniqueID = 0;
+    bool sendNotifications = true;
+};
+
+WQBaseModelObject::WQBaseModelObject() : _wq_d(std::make_unique<_wq_Private>()) {}
+
 WQBaseModelObject::~WQBaseModelObject()
 {
     WQNotificationCenter::defaultCenter().removeObserver(static_cast<const void*>(this));
@@ -9,18 +17,18 @@ WQBaseModelObject::~WQBaseModelObject()
 
 QUndoStack* WQBaseModelObject::undoManager() const
 {
-    return _wq_document ? _wq_document->undoManager() : nullptr;
+    return _wq_d->document ? _wq_d->document->undoManager() : nullptr;
 }
 
 void WQBaseModelObject::sendNotification(const QString& name) const
 {
-    if (_wq_sendNotifications)
+    if (_wq_d->sendNotifications)
         WQNotificationCenter::defaultCenter().postNotificationName(name, this);
 }
 
 void WQBaseModelObject::sendNotification(const QString& name, const QVariant& data) const
 {
-    if (!_wq_sendNotifications)
+    if (!_wq_d->sendNotifications)
         return;
     if (!data.isValid()) {
         sendNotification(name);
@@ -59,5 +67,12 @@ void WQExtractDataFromNotification(const WQNotification& notification, const WQN
         }
     }
 }
+
+void WQBaseModelObject::setDocument(WQDocument* document) { _wq_d->document = document; }
+WQDocument* WQBaseModelObject::document() const { return _wq_d->document; }
+void WQBaseModelObject::setVeltranoID(quint32 identifier) { _wq_d->uniqueID = identifier; }
+quint32 WQBaseModelObject::veltranoID() const { return _wq_d->uniqueID; }
+void WQBaseModelObject::disableNotificationSending() { _wq_d->sendNotifications = false; }
+void WQBaseModelObject::enableNotificationSending() { _wq_d->sendNotifications = true; }
 
 } // namespace wq

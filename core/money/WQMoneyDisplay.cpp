@@ -1,4 +1,6 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
+
+#include "WQMoneyFormatter_p.h"
 #include "detail/WQTextEditing.h"
 
 #include "WQMoneyPlaces.h"
@@ -94,7 +96,7 @@ quint64 _local_decimal_place_multiplier(QStringView pattern, bool hasPattern, qu
 
 QString WQMoneyFormatter::_wq_formatForMoney(bool negative, QString* localizedFormat) const
 {
-    const QString& localized = negative ? _wq_localizedNegativeFormat : _wq_localizedPositiveFormat;
+    const QString& localized = negative ? _wq_d->localizedNegativeFormat : _wq_d->localizedPositiveFormat;
     if (localizedFormat)
         *localizedFormat = localized;
     const QString base = negative ? negativeFormat() : positiveFormat();
@@ -111,15 +113,15 @@ void WQMoneyFormatter::_wq_rebuildDisplayPlan()
         plan.grouping[sign] = localized.contains(u',');
         plan.symbol[sign] = pattern.contains(u'$');
     }
-    plan.symbolAtEnd = _wq_localizedPositiveFormat.endsWith(u'$');
-    if (_wq_localizedNegativeFormat.contains(u'-'))
+    plan.symbolAtEnd = _wq_d->localizedPositiveFormat.endsWith(u'$');
+    if (_wq_d->localizedNegativeFormat.contains(u'-'))
         plan.negativeSign = '-';
-    else if (_wq_localizedNegativeFormat.contains(u'(') && _wq_localizedNegativeFormat.contains(u')'))
+    else if (_wq_d->localizedNegativeFormat.contains(u'(') && _wq_d->localizedNegativeFormat.contains(u')'))
         plan.negativeSign = '(';
     const bool placesUsed = plan.places[0] > 0 || plan.places[1] > 0;
-    plan.direct = _wq_localizedThousandsSeparator.size() <= 1
-        && (!placesUsed || (!_wq_localizedDecimalSeparator.isEmpty() && !hasDigit(_wq_localizedDecimalSeparator)));
-    _wq_plan = plan;
+    plan.direct = _wq_d->localizedThousandsSeparator.size() <= 1
+        && (!placesUsed || (!_wq_d->localizedDecimalSeparator.isEmpty() && !hasDigit(_wq_d->localizedDecimalSeparator)));
+    _wq_d->plan = plan;
 }
 
 std::optional<QString> WQMoneyFormatter::stringForObjectValue(const QVariant& value) const
@@ -133,23 +135,23 @@ std::optional<QString> WQMoneyFormatter::stringForObjectValue(const QVariant& va
 
 QString WQMoneyFormatter::stringForAmount(double amount) const
 {
-    if (!_wq_plan.direct)
+    if (!_wq_d->plan.direct)
         return _wq_generalStringForAmount(amount);
 
     // One pass into a buffer of the final size: sign, symbol, grouped
     // digits, separator and units, symbol, closing parenthesis.
     const int s = amount < 0 ? 1 : 0;
-    const quint8 places = _wq_plan.places[s];
-    const Rounded r = roundAmount(amount, _wq_plan.multiplier[s]);
+    const quint8 places = _wq_d->plan.places[s];
+    const Rounded r = roundAmount(amount, _wq_d->plan.multiplier[s]);
     char16_t digits[20];
     const int count = wholeDigits(r.whole, digits);
-    const bool signed_ = s == 1 && !(r.wholeBeforeCarry == 0 && r.units == 0) && _wq_plan.negativeSign != 0;
-    const bool parens = signed_ && _wq_plan.negativeSign == '(';
-    const QString& thousands = _wq_localizedThousandsSeparator;
-    const QString& decimal = _wq_localizedDecimalSeparator;
-    const QString& symbol = _wq_localizedCurrencySymbol;
-    const qsizetype groups = _wq_plan.grouping[s] && !thousands.isEmpty() && count > 3 ? (count - 1) / 3 : 0;
-    const qsizetype symbolLength = _wq_plan.symbol[s] ? symbol.size() : 0;
+    const bool signed_ = s == 1 && !(r.wholeBeforeCarry == 0 && r.units == 0) && _wq_d->plan.negativeSign != 0;
+    const bool parens = signed_ && _wq_d->plan.negativeSign == '(';
+    const QString& thousands = _wq_d->localizedThousandsSeparator;
+    const QString& decimal = _wq_d->localizedDecimalSeparator;
+    const QString& symbol = _wq_d->localizedCurrencySymbol;
+    const qsizetype groups = _wq_d->plan.grouping[s] && !thousands.isEmpty() && count > 3 ? (count - 1) / 3 : 0;
+    const qsizetype symbolLength = _wq_d->plan.symbol[s] ? symbol.size() : 0;
     const qsizetype length = (signed_ ? 1 : 0) + (parens ? 1 : 0) + symbolLength + count + groups
         + (places ? decimal.size() + places : 0);
 
@@ -161,7 +163,7 @@ QString WQMoneyFormatter::stringForAmount(double amount) const
         std::copy_n(reinterpret_cast<const char16_t*>(symbol.constData()), symbolLength, out);
         out += symbolLength;
     };
-    if (symbolLength && !_wq_plan.symbolAtEnd)
+    if (symbolLength && !_wq_d->plan.symbolAtEnd)
         putSymbol();
     for (int i = 0; i < count; ++i) {
         if (groups && i > 0 && (count - i) % 3 == 0)
@@ -174,7 +176,7 @@ QString WQMoneyFormatter::stringForAmount(double amount) const
         fractionDigits(r.units, places, out);
         out += places;
     }
-    if (symbolLength && _wq_plan.symbolAtEnd)
+    if (symbolLength && _wq_d->plan.symbolAtEnd)
         putSymbol();
     if (parens)
         *out++ = u')';
@@ -186,29 +188,29 @@ QString WQMoneyFormatter::stringForAmount(double amount) const
 QString WQMoneyFormatter::_wq_generalStringForAmount(double amount) const
 {
     const int s = amount < 0 ? 1 : 0;
-    const quint8 places = _wq_plan.places[s];
-    const Rounded r = roundAmount(amount, _wq_plan.multiplier[s]);
+    const quint8 places = _wq_d->plan.places[s];
+    const Rounded r = roundAmount(amount, _wq_d->plan.multiplier[s]);
     char16_t digits[20];
     QString text = QString::fromUtf16(digits, wholeDigits(r.whole, digits));
     if (places >= 1) {
-        text += _wq_localizedDecimalSeparator;
+        text += _wq_d->localizedDecimalSeparator;
         char16_t units[kWQMaximumMoneyPlaces];
         fractionDigits(r.units, places, units);
         text += QStringView(units, places);
     }
-    if (_wq_plan.grouping[s])
-        _wq_insertGrouping(text, _wq_localizedThousandsSeparator, _wq_localizedDecimalSeparator, [](qsizetype) {});
-    if (_wq_plan.symbol[s]) {
-        if (_wq_plan.symbolAtEnd)
-            text += _wq_localizedCurrencySymbol;
+    if (_wq_d->plan.grouping[s])
+        _wq_insertGrouping(text, _wq_d->localizedThousandsSeparator, _wq_d->localizedDecimalSeparator, [](qsizetype) {});
+    if (_wq_d->plan.symbol[s]) {
+        if (_wq_d->plan.symbolAtEnd)
+            text += _wq_d->localizedCurrencySymbol;
         else
-            text.prepend(_wq_localizedCurrencySymbol);
+            text.prepend(_wq_d->localizedCurrencySymbol);
     }
     if (s == 0 || (r.wholeBeforeCarry == 0 && r.units == 0))
         return text;
-    if (_wq_plan.negativeSign == '-')
+    if (_wq_d->plan.negativeSign == '-')
         return text.prepend(u'-');
-    if (_wq_plan.negativeSign == '(')
+    if (_wq_d->plan.negativeSign == '(')
         return text.prepend(u'(').append(u')');
     return text;
 }

@@ -1,4 +1,6 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
+
+#include "WQMoneyFormatter_p.h"
 #include <WQGeneral/numbers/WQDecimalFormatter.h>
 #include <WQGeneral/numbers/WQNumberSettings.h>
 #include <WQGeneral/platform/WQDeferred.h>
@@ -66,10 +68,9 @@ QString WQMoneyFormatter::systemNegativeCurrencyFormat()
     return orFallback(WQNumberSettings::negativeCurrencyFormat(), u"$");
 }
 
-WQMoneyFormatter::WQMoneyFormatter(WQMoneyFormatterDelegate* delegate) : _wq_delegate(delegate)
+WQMoneyFormatter::WQMoneyFormatter(WQMoneyFormatterDelegate* delegate)
+    : _wq_d(std::make_unique<_wq_Private>(this, delegate))
 {
-    if (delegate)
-        _wq_delegateLifetime = delegate->lifetimeToken();
     _wq_setUpInstanceVariables();
     _wq_observe();
 }
@@ -84,11 +85,11 @@ WQMoneyFormatter::~WQMoneyFormatter()
 
 void WQMoneyFormatter::_wq_observe()
 {
-    if (_wq_delegate) {
+    if (_wq_d->delegate) {
         auto& center = WQNotificationCenter::defaultCenter();
-        center.addObserver(this, kWQNotification_DelegateRemoved, _wq_delegate,
+        center.addObserver(this, kWQNotification_DelegateRemoved, _wq_d->delegate,
                            [this](const WQNotification& n) { _wq_delegateClosed_notification(n); });
-        center.addObserver(this, kWQNotification_CurrencyChanged, _wq_delegate,
+        center.addObserver(this, kWQNotification_CurrencyChanged, _wq_d->delegate,
                            [this](const WQNotification& n) { _wq_currencyChanged(n); });
     }
     WQNotificationCenter::distributedCenter().addObserver(
@@ -96,9 +97,16 @@ void WQMoneyFormatter::_wq_observe()
         [this](const WQNotification& n) { _wq_currencyChanged(n); });
 }
 
+QString WQMoneyFormatter::localizedThousandsSeparator() const { return _wq_d->localizedThousandsSeparator; }
+QString WQMoneyFormatter::localizedDecimalSeparator() const { return _wq_d->localizedDecimalSeparator; }
+QString WQMoneyFormatter::localizedCurrencySymbol() const { return _wq_d->localizedCurrencySymbol; }
+QString WQMoneyFormatter::localizedPositiveFormat() const { return _wq_d->localizedPositiveFormat; }
+QString WQMoneyFormatter::localizedNegativeFormat() const { return _wq_d->localizedNegativeFormat; }
+const WQDigitSet& WQMoneyFormatter::currencySymbolCharSet() const { return _wq_d->currencySymbolCharSet; }
+
 WQMoneyFormatterDelegate* WQMoneyFormatter::delegate() const
 {
-    return _wq_delegate && !_wq_delegateLifetime.expired() ? _wq_delegate : nullptr;
+    return _wq_d->delegate && !_wq_d->delegateLifetime.expired() ? _wq_d->delegate : nullptr;
 }
 
 bool WQMoneyFormatter::isATMMode() const
@@ -116,11 +124,11 @@ void WQMoneyFormatter::_wq_delegateClosed_notification(const WQNotification& not
 void WQMoneyFormatter::_wq_currencyChanged(const WQNotification&)
 {
     // A burst of changes is read once, after it has settled.
-    if (_wq_reReadPending)
+    if (_wq_d->reReadPending)
         return;
-    _wq_reReadPending = WQPerformDeferred<WQMoneyFormatter*>(
-        _wq_self, [](WQMoneyFormatter*& formatter) {
-            formatter->_wq_reReadPending = false;
+    _wq_d->reReadPending = WQPerformDeferred<WQMoneyFormatter*>(
+        _wq_d->self, [](WQMoneyFormatter*& formatter) {
+            formatter->_wq_d->reReadPending = false;
             formatter->_wq_setUpInstanceVariables();
         },
         kReReadDelayMs);
@@ -136,31 +144,31 @@ void WQMoneyFormatter::_wq_setUpInstanceVariables()
 
     bool changed = false;
     if (custom) {
-        store(_wq_localizedPositiveFormat, dictionaryString(*dict, kWQCurrencyKey_PositiveCurrencyFormatString), changed);
-        store(_wq_localizedNegativeFormat, dictionaryString(*dict, kWQCurrencyKey_NegativeCurrencyFormatString), changed);
-        store(_wq_localizedThousandsSeparator, dictionaryString(*dict, kWQCurrencyKey_ThousandsSeparator), changed);
-        store(_wq_localizedDecimalSeparator, dictionaryString(*dict, kWQCurrencyKey_DecimalSeparator), changed);
-        store(_wq_localizedCurrencySymbol, dictionaryString(*dict, kWQCurrencyKey_CurrencySymbol), changed);
+        store(_wq_d->localizedPositiveFormat, dictionaryString(*dict, kWQCurrencyKey_PositiveCurrencyFormatString), changed);
+        store(_wq_d->localizedNegativeFormat, dictionaryString(*dict, kWQCurrencyKey_NegativeCurrencyFormatString), changed);
+        store(_wq_d->localizedThousandsSeparator, dictionaryString(*dict, kWQCurrencyKey_ThousandsSeparator), changed);
+        store(_wq_d->localizedDecimalSeparator, dictionaryString(*dict, kWQCurrencyKey_DecimalSeparator), changed);
+        store(_wq_d->localizedCurrencySymbol, dictionaryString(*dict, kWQCurrencyKey_CurrencySymbol), changed);
     } else {
-        store(_wq_localizedPositiveFormat, systemPositiveCurrencyFormat(), changed);
-        store(_wq_localizedNegativeFormat, systemNegativeCurrencyFormat(), changed);
-        store(_wq_localizedThousandsSeparator, systemCurrencyThousandsSeparator(), changed);
+        store(_wq_d->localizedPositiveFormat, systemPositiveCurrencyFormat(), changed);
+        store(_wq_d->localizedNegativeFormat, systemNegativeCurrencyFormat(), changed);
+        store(_wq_d->localizedThousandsSeparator, systemCurrencyThousandsSeparator(), changed);
         // The plain-number separator, not the currency one, on purpose.
-        store(_wq_localizedDecimalSeparator, WQDecimalFormatter::systemDecimalSeparator(), changed);
+        store(_wq_d->localizedDecimalSeparator, WQDecimalFormatter::systemDecimalSeparator(), changed);
         // The symbol takes the blank that the pattern puts between it and the number.
         QString symbol = systemCurrencySymbol();
-        if (_wq_localizedPositiveFormat.endsWith(u" $"))
+        if (_wq_d->localizedPositiveFormat.endsWith(u" $"))
             symbol.prepend(u' ');
-        else if (_wq_localizedPositiveFormat.startsWith(u"$ "))
+        else if (_wq_d->localizedPositiveFormat.startsWith(u"$ "))
             symbol.append(u' ');
-        store(_wq_localizedCurrencySymbol, symbol, changed);
+        store(_wq_d->localizedCurrencySymbol, symbol, changed);
     }
 
-    _wq_invertedDecimalPlusLocalizedSeparatorsCharSet =
-        WQDigitSet::decimalDigitsPlus({_wq_localizedThousandsSeparator, _wq_localizedDecimalSeparator, u"-"})
+    _wq_d->invertedDecimalPlusLocalizedSeparatorsCharSet =
+        WQDigitSet::decimalDigitsPlus({_wq_d->localizedThousandsSeparator, _wq_d->localizedDecimalSeparator, u"-"})
             .invertedSet();
-    _wq_invertedATMStyleCharSet = WQDigitSet::decimalDigitsPlus({_wq_localizedDecimalSeparator}).invertedSet();
-    _wq_currencySymbolCharSet = WQDigitSet::characters({_wq_localizedCurrencySymbol});
+    _wq_d->invertedATMStyleCharSet = WQDigitSet::decimalDigitsPlus({_wq_d->localizedDecimalSeparator}).invertedSet();
+    _wq_d->currencySymbolCharSet = WQDigitSet::characters({_wq_d->localizedCurrencySymbol});
     _wq_rebuildDisplayPlan();
 
     if (changed)

@@ -1,4 +1,6 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
+
+#include "WQMoneyFormatter_p.h"
 #include "detail/WQEntryMessages.h"
 #include "detail/WQTextEditing.h"
 
@@ -71,7 +73,7 @@ double WQMoneyFormatter::_wq_doubleValueForMoneyString(const QString& string, QS
     qsizetype unusedCaret = 0;
     bool negative = false;
 
-    _wq_removeAll(text, _wq_localizedThousandsSeparator, unusedCaret);
+    _wq_removeAll(text, _wq_d->localizedThousandsSeparator, unusedCaret);
     // Two minus signs cancel.
     if (_wq_removeAll(text, u"-", unusedCaret) % 2)
         negative = !negative;
@@ -84,26 +86,26 @@ double WQMoneyFormatter::_wq_doubleValueForMoneyString(const QString& string, QS
         text.remove(close, 1);
         text.remove(open, 1);
     }
-    _wq_removeAll(text, _wq_localizedCurrencySymbol, unusedCaret);
+    _wq_removeAll(text, _wq_d->localizedCurrencySymbol, unusedCaret);
     // Everything but digits and the decimal separator's characters goes.
-    if (_wq_invertedATMStyleCharSet.intersects(text)) {
+    if (_wq_d->invertedATMStyleCharSet.intersects(text)) {
         QString kept;
         kept.reserve(text.size());
         for (qsizetype i = 0; i < text.size(); ++i) {
             const qsizetype width =
                 text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate() ? 2 : 1;
             const QStringView character = QStringView(text).mid(i, width);
-            if (!_wq_invertedATMStyleCharSet.intersects(character))
+            if (!_wq_d->invertedATMStyleCharSet.intersects(character))
                 kept += character;
             i += width - 1;
         }
         text = kept;
     }
 
-    const QString& separator = _wq_localizedDecimalSeparator;
+    const QString& separator = _wq_d->localizedDecimalSeparator;
     if (!separator.isEmpty()) {
-        const bool symbolHasSeparator = _wq_containsText(_wq_localizedCurrencySymbol, separator);
-        const bool symbolTrails = _wq_localizedPositiveFormat.endsWith(u'$');
+        const bool symbolHasSeparator = _wq_containsText(_wq_d->localizedCurrencySymbol, separator);
+        const bool symbolTrails = _wq_d->localizedPositiveFormat.endsWith(u'$');
         bool seen = false;
         qsizetype accepted = 0;
         qsizetype searchFrom = 0;

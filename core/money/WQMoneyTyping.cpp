@@ -1,4 +1,6 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
+
+#include "WQMoneyFormatter_p.h"
 #include <WQGeneral/formatters/WQToolkit.h>
 #include "detail/WQEntryMessages.h"
 #include "detail/WQTextEditing.h"
@@ -28,20 +30,20 @@ bool WQMoneyFormatter::_wq_std_isPartialStringValid(QString* partialString, WQRa
     if (!partialString || !proposedSelectedRange)
         return false;
     const QString inserted = _wq_insertedText(*partialString, *proposedSelectedRange, originalSelectedRange);
-    if (_wq_refuseForeign(_wq_invertedDecimalPlusLocalizedSeparatorsCharSet, inserted, errorDescription))
+    if (_wq_refuseForeign(_wq_d->invertedDecimalPlusLocalizedSeparatorsCharSet, inserted, errorDescription))
         return false;
 
     WQStandardTypingSettings settings;
-    settings.thousands = _wq_localizedThousandsSeparator;
-    settings.decimal = _wq_localizedDecimalSeparator;
-    settings.symbol = _wq_localizedCurrencySymbol;
-    settings.places = _wq_plan.places[0];
+    settings.thousands = _wq_d->localizedThousandsSeparator;
+    settings.decimal = _wq_d->localizedDecimalSeparator;
+    settings.symbol = _wq_d->localizedCurrencySymbol;
+    settings.places = _wq_d->plan.places[0];
     for (int sign = 0; sign < 2; ++sign) {
-        settings.grouping[sign] = _wq_plan.grouping[sign];
-        settings.symbolShown[sign] = _wq_plan.symbol[sign];
+        settings.grouping[sign] = _wq_d->plan.grouping[sign];
+        settings.symbolShown[sign] = _wq_d->plan.symbol[sign];
     }
-    settings.symbolAtEnd = _wq_plan.symbolAtEnd;
-    settings.negativeSign = _wq_plan.negativeSign;
+    settings.symbolAtEnd = _wq_d->plan.symbolAtEnd;
+    settings.negativeSign = _wq_d->plan.negativeSign;
 
     const qsizetype caret = std::clamp<qsizetype>(proposedSelectedRange->location, 0, partialString->size());
     const bool deleting = WQToolkit::shared().currentEvent().isDeleteKeyDown();
@@ -49,7 +51,7 @@ bool WQMoneyFormatter::_wq_std_isPartialStringValid(QString* partialString, WQRa
     switch (answer.kind) {
     case WQStandardTypingAnswer::Kind::RefusedTwice:
         if (errorDescription)
-            *errorDescription = _wq_moreThanOnceMessage(_wq_localizedDecimalSeparator);
+            *errorDescription = _wq_moreThanOnceMessage(_wq_d->localizedDecimalSeparator);
         return false;
     case WQStandardTypingAnswer::Kind::RefusedSilently:
         return false;

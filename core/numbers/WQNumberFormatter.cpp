@@ -42,47 +42,57 @@ struct WQNumberFormatter::_wq_Icu {
     std::unique_ptr<icu::DecimalFormat> format;
 };
 
-WQNumberFormatter::WQNumberFormatter() = default;
+struct WQNumberFormatter::_wq_Private {
+    QString positiveFormat;
+    QString negativeFormat;
+    QString decimalSeparator; ///< null: the locale's
+    std::unique_ptr<_wq_Icu> icuState;
+};
+
+WQNumberFormatter::WQNumberFormatter() : _wq_d(std::make_unique<_wq_Private>()) {}
 WQNumberFormatter::~WQNumberFormatter() = default;
+
+QString WQNumberFormatter::positiveFormat() const { return _wq_d->positiveFormat; }
+QString WQNumberFormatter::negativeFormat() const { return _wq_d->negativeFormat; }
 
 void WQNumberFormatter::_wq_invalidate()
 {
-    _wq_icuState.reset();
+    _wq_d->icuState.reset();
 }
 
 void WQNumberFormatter::setFormat(const QString& pattern)
 {
-    _wq_positiveFormat = pattern;
-    _wq_negativeFormat = QStringLiteral("-") + pattern;
+    _wq_d->positiveFormat = pattern;
+    _wq_d->negativeFormat = QStringLiteral("-") + pattern;
     _wq_invalidate();
     _wq_patternsChanged();
 }
 
 void WQNumberFormatter::setPositiveFormat(const QString& format)
 {
-    _wq_positiveFormat = format;
+    _wq_d->positiveFormat = format;
     _wq_invalidate();
     _wq_patternsChanged();
 }
 
 void WQNumberFormatter::setNegativeFormat(const QString& format)
 {
-    _wq_negativeFormat = format;
+    _wq_d->negativeFormat = format;
     _wq_invalidate();
     _wq_patternsChanged();
 }
 
 QString WQNumberFormatter::decimalSeparator() const
 {
-    if (!_wq_decimalSeparator.isNull())
-        return _wq_decimalSeparator;
+    if (!_wq_d->decimalSeparator.isNull())
+        return _wq_d->decimalSeparator;
     const QString system = WQNumberSettings::decimalSeparator();
     return system.isEmpty() ? QStringLiteral(".") : system;
 }
 
 void WQNumberFormatter::setDecimalSeparator(const QString& separator)
 {
-    _wq_decimalSeparator = separator.isEmpty() ? QStringLiteral(".") : separator;
+    _wq_d->decimalSeparator = separator.isEmpty() ? QStringLiteral(".") : separator;
     _wq_invalidate();
 }
 
@@ -94,8 +104,8 @@ QString WQNumberFormatter::groupingSeparator() const
 WQNumberFormatter::_wq_Icu& WQNumberFormatter::_wq_icu() const
 {
     const quint64 generation = WQRegionalSettings::generation();
-    if (_wq_icuState && _wq_icuState->generation == generation)
-        return *_wq_icuState;
+    if (_wq_d->icuState && _wq_d->icuState->generation == generation)
+        return *_wq_d->icuState;
     auto state = std::make_unique<_wq_Icu>();
     state->generation = generation;
     UErrorCode status = U_ZERO_ERROR;
@@ -106,17 +116,17 @@ WQNumberFormatter::_wq_Icu& WQNumberFormatter::_wq_icu() const
         symbols = std::make_unique<icu::DecimalFormatSymbols>(icu::Locale::getRoot(), status);
     }
     symbols->setSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol, icu_strings::toIcu(decimalSeparator()));
-    QString pattern = _wq_positiveFormat.isEmpty() ? QStringLiteral("#,##0.###") : _wq_positiveFormat;
-    if (!_wq_negativeFormat.isEmpty() && _wq_negativeFormat != QStringLiteral("-") + pattern)
-        pattern += u';' + _wq_negativeFormat;
+    QString pattern = _wq_d->positiveFormat.isEmpty() ? QStringLiteral("#,##0.###") : _wq_d->positiveFormat;
+    if (!_wq_d->negativeFormat.isEmpty() && _wq_d->negativeFormat != QStringLiteral("-") + pattern)
+        pattern += u';' + _wq_d->negativeFormat;
     status = U_ZERO_ERROR;
     state->format = std::make_unique<icu::DecimalFormat>(icu_strings::toIcu(pattern), symbols.release(), status);
     if (U_FAILURE(status)) {
         status = U_ZERO_ERROR;
         state->format = std::make_unique<icu::DecimalFormat>(status);
     }
-    _wq_icuState = std::move(state);
-    return *_wq_icuState;
+    _wq_d->icuState = std::move(state);
+    return *_wq_d->icuState;
 }
 
 std::optional<QString> WQNumberFormatter::stringForObjectValue(const QVariant& value) const

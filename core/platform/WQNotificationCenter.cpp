@@ -4,6 +4,23 @@
 
 namespace wq {
 
+struct WQNotificationCenter::_wq_Private {
+    struct Registration {
+        quint64 serial;
+        const void* observer;
+        QString name;
+        const WQNotificationSender* sender;
+        Handler handler;
+        bool removed;
+    };
+    std::vector<Registration> registrations;
+    quint64 nextSerial = 1;
+    int postDepth = 0;
+};
+
+WQNotificationCenter::WQNotificationCenter() : _wq_d(std::make_unique<_wq_Private>()) {}
+WQNotificationCenter::~WQNotificationCenter() = default;
+
 WQNotificationCenter& WQNotificationCenter::defaultCenter()
 {
     static WQNotificationCenter center;
@@ -21,12 +38,12 @@ void WQNotificationCenter::addObserver(const void* observer, const QString& name
 {
     if (!handler)
         return;
-    _wq_registrations.push_back({_wq_nextSerial++, observer, name, sender, std::move(handler), false});
+    _wq_d->registrations.push_back({_wq_d->nextSerial++, observer, name, sender, std::move(handler), false});
 }
 
 void WQNotificationCenter::removeObserver(const void* observer)
 {
-    for (auto& r : _wq_registrations)
+    for (auto& r : _wq_d->registrations)
         if (r.observer == observer)
             r.removed = true;
     _wq_compact();
@@ -35,7 +52,7 @@ void WQNotificationCenter::removeObserver(const void* observer)
 void WQNotificationCenter::removeObserver(const void* observer, const QString& name,
                                           const WQNotificationSender* sender)
 {
-    for (auto& r : _wq_registrations)
+    for (auto& r : _wq_d->registrations)
         if (r.observer == observer && (name.isEmpty() || r.name == name)
             && (!sender || r.sender == sender))
             r.removed = true;
@@ -46,10 +63,10 @@ void WQNotificationCenter::post(const WQNotification& notification)
 {
     // Observers added while posting wait for the next post; observers removed
     // while posting are not called any more.
-    const quint64 lastSerial = _wq_nextSerial - 1;
-    ++_wq_postDepth;
-    for (std::size_t i = 0; i < _wq_registrations.size(); ++i) {
-        const Registration& r = _wq_registrations[i];
+    const quint64 lastSerial = _wq_d->nextSerial - 1;
+    ++_wq_d->postDepth;
+    for (std::size_t i = 0; i < _wq_d->registrations.size(); ++i) {
+        const _wq_Private::Registration& r = _wq_d->registrations[i];
         if (r.removed || r.serial > lastSerial)
             continue;
         if (!r.name.isEmpty() && r.name != notification.name)
@@ -59,7 +76,7 @@ void WQNotificationCenter::post(const WQNotification& notification)
         Handler handler = r.handler; // the vector may grow while it runs
         handler(notification);
     }
-    --_wq_postDepth;
+    --_wq_d->postDepth;
     _wq_compact();
 }
 
@@ -76,16 +93,17 @@ void WQNotificationCenter::postNotificationName(const QString& name, const WQNot
 
 qsizetype WQNotificationCenter::observationCount(const void* observer) const
 {
-    return std::count_if(_wq_registrations.begin(), _wq_registrations.end(), [observer](const Registration& r) {
-        return !r.removed && (!observer || r.observer == observer);
-    });
+    return std::count_if(_wq_d->registrations.begin(), _wq_d->registrations.end(),
+                         [observer](const _wq_Private::Registration& r) {
+                             return !r.removed && (!observer || r.observer == observer);
+                         });
 }
 
 void WQNotificationCenter::_wq_compact()
 {
-    if (_wq_postDepth > 0)
+    if (_wq_d->postDepth > 0)
         return;
-    std::erase_if(_wq_registrations, [](const Registration& r) { return r.removed; });
+    std::erase_if(_wq_d->registrations, [](const _wq_Private::Registration& r) { return r.removed; });
 }
 
 void WQObservation::observe(const QString& name, const WQNotificationSender* sender,

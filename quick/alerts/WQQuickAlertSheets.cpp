@@ -1,5 +1,7 @@
 #include <WQGeneral/quick/WQQuickAlertSheets.h>
 
+#include "WQQuickAlertSheets_p.h"
+
 #include <WQGeneral/alerts/WQWarningSuppression.h>
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
@@ -15,7 +17,8 @@
 
 namespace wq {
 
-WQQuickAlertSheets::WQQuickAlertSheets(QObject* parent) : QObject(parent)
+WQQuickAlertSheets::WQQuickAlertSheets(QObject* parent)
+    : QObject(parent), _wq_d(std::make_unique<WQQuickAlertSheetsPrivate>())
 {
     connect(&WQWarningSuppression::notifier(), &WQWarningSuppression::changed, this,
             &WQQuickAlertSheets::suppressedKeysChanged);
@@ -32,25 +35,25 @@ void WQQuickAlertSheets::componentComplete()
 // only after the document is complete.
 bool WQQuickAlertSheets::_wq_findWindow()
 {
-    for (QObject* up = parent(); up && !_wq_window; up = up->parent()) {
+    for (QObject* up = parent(); up && !_wq_d->window; up = up->parent()) {
         if (auto* window = qobject_cast<QQuickWindow*>(up))
             setWindow(window);
         else if (auto* item = qobject_cast<QQuickItem*>(up); item && item->window())
             setWindow(item->window());
     }
-    return _wq_window;
+    return _wq_d->window;
 }
 
 void WQQuickAlertSheets::setWindow(QQuickWindow* window)
 {
-    if (window == _wq_window)
+    if (window == _wq_d->window)
         return;
-    _wq_window = window;
-    delete _wq_dialog; // made again over the new window when needed
+    _wq_d->window = window;
+    delete _wq_d->dialog; // made again over the new window when needed
     // A sheet that was showing shows again over the new window.
-    if (_wq_current) {
-        _wq_waiting.push_front(std::move(*_wq_current));
-        _wq_current.reset();
+    if (_wq_d->current) {
+        _wq_d->waiting.push_front(std::move(*_wq_d->current));
+        _wq_d->current.reset();
         emit sheetChanged();
     }
     emit windowChanged();
@@ -125,7 +128,7 @@ bool WQQuickAlertSheets::presentRefusal(QObject* textField, const QString& name,
 
 bool WQQuickAlertSheets::isEditCancel() const
 {
-    return _wq_current && _wq_current->sheet.buttons == WQAlertSheet::Buttons::EditCancel;
+    return _wq_d->current && _wq_d->current->sheet.buttons == WQAlertSheet::Buttons::EditCancel;
 }
 
 QVariantMap WQQuickAlertSheets::labels() const
@@ -150,51 +153,51 @@ void WQQuickAlertSheets::_wq_begin(const std::optional<WQAlertSheet>& sheet, QOb
 {
     if (!sheet)
         return; // silenced
-    if (!_wq_window && !_wq_findWindow()) {
+    if (!_wq_d->window && !_wq_findWindow()) {
         qWarning("WQGeneral: alert sheets without a window cannot show \"%s\"", qUtf8Printable(sheet->title));
         return;
     }
-    _wq_waiting.push_back({*sheet, field});
+    _wq_d->waiting.push_back({*sheet, field});
     _wq_showNext();
 }
 
 void WQQuickAlertSheets::_wq_showNext()
 {
-    if (_wq_current || _wq_waiting.empty() || !_wq_makeDialog())
+    if (_wq_d->current || _wq_d->waiting.empty() || !_wq_makeDialog())
         return;
-    _wq_current = std::move(_wq_waiting.front());
-    _wq_waiting.pop_front();
+    _wq_d->current = std::move(_wq_d->waiting.front());
+    _wq_d->waiting.pop_front();
     emit sheetChanged();
-    QMetaObject::invokeMethod(_wq_dialog, "open");
+    QMetaObject::invokeMethod(_wq_d->dialog, "open");
 }
 
 bool WQQuickAlertSheets::_wq_makeDialog()
 {
-    if (_wq_dialog)
+    if (_wq_d->dialog)
         return true;
     QQmlEngine* engine = qmlEngine(this);
-    if (!engine && _wq_window)
-        engine = qmlEngine(_wq_window->contentItem());
+    if (!engine && _wq_d->window)
+        engine = qmlEngine(_wq_d->window->contentItem());
     if (!engine) {
         qWarning("WQGeneral: alert sheets need a window made by a QML engine");
         return false;
     }
-    _wq_dialog = detail::createModuleObject(*engine, "AlertSheetDialog", this, [this](QObject& made) {
+    _wq_d->dialog = detail::createModuleObject(*engine, "AlertSheetDialog", this, [this](QObject& made) {
         made.setProperty("sheets", QVariant::fromValue<QObject*>(this));
-        made.setProperty("parent", QVariant::fromValue(_wq_window->contentItem()));
+        made.setProperty("parent", QVariant::fromValue(_wq_d->window->contentItem()));
     });
-    return _wq_dialog;
+    return _wq_d->dialog;
 }
 
 void WQQuickAlertSheets::finish(bool cancel, bool dontShowAgain)
 {
-    if (!_wq_current)
+    if (!_wq_d->current)
         return;
-    const Pending ended = std::move(*_wq_current);
+    const WQQuickAlertSheetsPrivate::Pending ended = std::move(*_wq_d->current);
     // Take the sheet off the window first: what follows may start the next.
-    _wq_current.reset();
-    if (_wq_dialog)
-        QMetaObject::invokeMethod(_wq_dialog, "close");
+    _wq_d->current.reset();
+    if (_wq_d->dialog)
+        QMetaObject::invokeMethod(_wq_d->dialog, "close");
     emit sheetChanged();
     if (ended.sheet.buttons == WQAlertSheet::Buttons::EditCancel) {
         if (cancel && ended.field)
@@ -217,6 +220,36 @@ void WQQuickAlertSheets::_wq_cancelEdit(QObject* field)
     }
     if (auto* item = qobject_cast<QQuickItem*>(field))
         item->forceActiveFocus(Qt::OtherFocusReason);
+}
+
+QQuickWindow* WQQuickAlertSheets::window() const
+{
+    Q_D(const WQQuickAlertSheets);
+    return d->window;
+}
+
+QObject* WQQuickAlertSheets::dialog() const
+{
+    Q_D(const WQQuickAlertSheets);
+    return d->dialog;
+}
+
+bool WQQuickAlertSheets::isShowing() const
+{
+    Q_D(const WQQuickAlertSheets);
+    return d->current.has_value();
+}
+
+QString WQQuickAlertSheets::title() const
+{
+    Q_D(const WQQuickAlertSheets);
+    return d->current ? d->current->sheet.title : QString();
+}
+
+QString WQQuickAlertSheets::message() const
+{
+    Q_D(const WQQuickAlertSheets);
+    return d->current ? d->current->sheet.message : QString();
 }
 
 } // namespace wq

@@ -1,5 +1,7 @@
 #include <WQGeneral/quick/WQQuickFormattedField.h>
 
+#include "WQQuickFormattedField_p.h"
+
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/fields/WQFieldKind.h>
@@ -49,13 +51,14 @@ bool mayPaste(QEvent::Type type)
 
 } // namespace
 
-WQQuickFormattedField::WQQuickFormattedField(QObject* parent) : QObject(parent), _wq_session(*this)
+WQQuickFormattedField::WQQuickFormattedField(QObject* parent)
+    : QObject(parent), _wq_d(std::make_unique<WQQuickFormattedFieldPrivate>())
 {
-    connect(&_wq_session, &WQFieldSession::objectValueChanged, this, &WQQuickFormattedField::valueChanged);
-    connect(&_wq_session, &WQFieldSession::editedTextChanged, this, &WQQuickFormattedField::editedTextChanged);
-    connect(&_wq_session, &WQFieldSession::editRefused, this, &WQQuickFormattedField::editRefused);
-    connect(&_wq_session, &WQFieldSession::valueRefused, this, &WQQuickFormattedField::valueRefused);
-    connect(&_wq_session, &WQFieldSession::refusalCleared, this, &WQQuickFormattedField::refusalCleared);
+    connect(&_wq_d->session, &WQFieldSession::objectValueChanged, this, &WQQuickFormattedField::valueChanged);
+    connect(&_wq_d->session, &WQFieldSession::editedTextChanged, this, &WQQuickFormattedField::editedTextChanged);
+    connect(&_wq_d->session, &WQFieldSession::editRefused, this, &WQQuickFormattedField::editRefused);
+    connect(&_wq_d->session, &WQFieldSession::valueRefused, this, &WQQuickFormattedField::valueRefused);
+    connect(&_wq_d->session, &WQFieldSession::refusalCleared, this, &WQQuickFormattedField::refusalCleared);
 }
 
 WQQuickFormattedField::~WQQuickFormattedField()
@@ -72,77 +75,77 @@ WQQuickFormattedField* WQQuickFormattedField::of(const QObject* textField)
 
 void WQQuickFormattedField::setTextField(QQuickItem* textField)
 {
-    if (textField == _wq_textField)
+    if (textField == _wq_d->textField)
         return;
-    if (QQuickItem* old = _wq_textField) {
+    if (QQuickItem* old = _wq_d->textField) {
         old->removeEventFilter(this);
         old->setProperty(kDriverProperty, QVariant());
     }
-    delete _wq_relay;
-    _wq_relay = nullptr;
-    _wq_textField = textField;
+    delete _wq_d->relay;
+    _wq_d->relay = nullptr;
+    _wq_d->textField = textField;
     if (textField) {
         textField->setProperty(kDriverProperty, QVariant::fromValue<QObject*>(this));
         textField->installEventFilter(this);
         // The field's change signals reach the session; the Qt Quick text
         // types are no public C++ classes, so they are found by name.
         auto* relay = new detail::WQSignalRelay(this);
-        relay->relay(textField, "textEdited()", [this] { _wq_session.textEdited(); });
-        relay->relay(textField, "textChanged()", [this] { _wq_session.textChanged(); });
+        relay->relay(textField, "textEdited()", [this] { _wq_d->session.textEdited(); });
+        relay->relay(textField, "textChanged()", [this] { _wq_d->session.textChanged(); });
         for (const char* moved : {"cursorPositionChanged()", "selectionStartChanged()", "selectionEndChanged()"})
-            relay->relay(textField, moved, [this] { _wq_session.selectionChanged(); });
-        _wq_relay = relay;
+            relay->relay(textField, moved, [this] { _wq_d->session.selectionChanged(); });
+        _wq_d->relay = relay;
         // The field shows the value; a field that held text keeps it as an edit.
-        if (_wq_session.objectValue().isValid() || text().isEmpty())
-            _wq_session.setObjectValue(_wq_session.objectValue());
+        if (_wq_d->session.objectValue().isValid() || _wq_d->text().isEmpty())
+            _wq_d->session.setObjectValue(_wq_d->session.objectValue());
         else
-            _wq_session.textChanged();
+            _wq_d->session.textChanged();
     }
     emit textFieldChanged();
 }
 
 // --- The field's text and selection --------------------------------------------
 
-QString WQQuickFormattedField::text() const
+QString WQQuickFormattedFieldPrivate::text() const
 {
-    return _wq_textField ? _wq_textField->property("text").toString() : QString();
+    return textField ? textField->property("text").toString() : QString();
 }
 
-WQRange WQQuickFormattedField::selectedRange() const
+WQRange WQQuickFormattedFieldPrivate::selectedRange() const
 {
-    if (!_wq_textField)
+    if (!textField)
         return {0, 0};
-    const int start = _wq_textField->property("selectionStart").toInt();
-    const int end = _wq_textField->property("selectionEnd").toInt();
+    const int start = textField->property("selectionStart").toInt();
+    const int end = textField->property("selectionEnd").toInt();
     if (end > start)
         return {start, end - start};
-    return {_wq_textField->property("cursorPosition").toInt(), 0};
+    return {textField->property("cursorPosition").toInt(), 0};
 }
 
-void WQQuickFormattedField::setText(const QString& text)
+void WQQuickFormattedFieldPrivate::setText(const QString& text)
 {
-    if (_wq_textField)
-        _wq_textField->setProperty("text", text);
+    if (textField)
+        textField->setProperty("text", text);
 }
 
-void WQQuickFormattedField::setSelectedRange(WQRange range)
+void WQQuickFormattedFieldPrivate::setSelectedRange(WQRange range)
 {
-    if (!_wq_textField)
+    if (!textField)
         return;
     const qsizetype size = text().size();
     const qsizetype location = std::clamp<qsizetype>(range.location, 0, size);
     const qsizetype length = std::clamp<qsizetype>(range.length, 0, size - location);
     if (length > 0)
-        QMetaObject::invokeMethod(_wq_textField, "select", Q_ARG(int, int(location)), Q_ARG(int, int(location + length)));
+        QMetaObject::invokeMethod(textField, "select", Q_ARG(int, int(location)), Q_ARG(int, int(location + length)));
     else
-        _wq_textField->setProperty("cursorPosition", int(location));
+        textField->setProperty("cursorPosition", int(location));
 }
 
 // --- Events ------------------------------------------------------------------
 
 bool WQQuickFormattedField::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != _wq_textField.get())
+    if (watched != _wq_d->textField.get())
         return QObject::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::KeyPress: {
@@ -155,7 +158,7 @@ bool WQQuickFormattedField::eventFilter(QObject* watched, QEvent* event)
         }
         // Escape gives up an edit; with nothing to give up it goes on (a
         // dialog or pop-up closes).
-        if (key->key() == Qt::Key_Escape && key->modifiers() == Qt::NoModifier && _wq_session.escape()) {
+        if (key->key() == Qt::Key_Escape && key->modifiers() == Qt::NoModifier && _wq_d->session.escape()) {
             key->accept();
             return true;
         }
@@ -177,7 +180,7 @@ bool WQQuickFormattedField::eventFilter(QObject* watched, QEvent* event)
         watched->event(event);
         // Tabbing into a field selects its text, so typing replaces it.
         if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason)
-            setSelectedRange({0, text().size()});
+            _wq_d->setSelectedRange({0, _wq_d->text().size()});
         return true;
     }
     case QEvent::FocusOut:
@@ -195,10 +198,10 @@ bool WQQuickFormattedField::_wq_deliver(QObject* item, QEvent* event, const WQEd
     // The field handles the event as it would unfiltered; its edit is judged
     // once it is done, so its own signals all go out before any correction.
     const QPointer<WQQuickFormattedField> alive(this);
-    _wq_session.beginEvent(edit);
+    _wq_d->session.beginEvent(edit);
     item->event(event);
     if (alive)
-        _wq_session.endEvent();
+        _wq_d->session.endEvent();
     return true;
 }
 
@@ -213,8 +216,8 @@ void WQQuickFormattedField::_wq_focusOut(QObject* item, QEvent* event)
         return;
     if (!validateEditing()) {
         QTimer::singleShot(0, this, [this] {
-            if (_wq_textField && _wq_textField->isVisible() && _wq_textField->isEnabled())
-                _wq_textField->forceActiveFocus(Qt::OtherFocusReason);
+            if (_wq_d->textField && _wq_d->textField->isVisible() && _wq_d->textField->isEnabled())
+                _wq_d->textField->forceActiveFocus(Qt::OtherFocusReason);
         });
     }
 }
@@ -225,23 +228,23 @@ WQQuickFormattedField::FormatterKind WQQuickFormattedField::formatterKind() cons
 {
     if (!formatter())
         return NoFormatter;
-    return _wq_kindFormatter.lock() == formatter() ? _wq_kind : Custom;
+    return _wq_d->kindFormatter.lock() == formatter() ? _wq_d->kind : Custom;
 }
 
 void WQQuickFormattedField::setFormatterKind(FormatterKind kind)
 {
     if (kind == Custom || kind == formatterKind())
         return;
-    _wq_kind = kind;
+    _wq_d->kind = kind;
     _wq_installKind();
 }
 
 void WQQuickFormattedField::setPlaces(int places)
 {
     places = std::clamp(places, 0, 9);
-    if (places == _wq_places)
+    if (places == _wq_d->places)
         return;
-    _wq_places = places;
+    _wq_d->places = places;
     emit placesChanged();
     if (const FormatterKind kind = formatterKind(); kind == Money || kind == CalculatingMoney)
         _wq_installKind();
@@ -249,11 +252,11 @@ void WQQuickFormattedField::setPlaces(int places)
 
 void WQQuickFormattedField::setOwner(WQQuickMoneyOwner* owner)
 {
-    if (owner == _wq_owner)
+    if (owner == _wq_d->owner)
         return;
-    if (_wq_owner)
-        disconnect(_wq_owner, nullptr, this, nullptr);
-    _wq_owner = owner;
+    if (_wq_d->owner)
+        disconnect(_wq_d->owner, nullptr, this, nullptr);
+    _wq_d->owner = owner;
     // An owner that goes away leaves its fields to the system's settings.
     if (owner)
         connect(owner, &QObject::destroyed, this, [this] { setOwner(nullptr); });
@@ -264,32 +267,32 @@ void WQQuickFormattedField::setOwner(WQQuickMoneyOwner* owner)
 
 void WQQuickFormattedField::_wq_installKind()
 {
-    auto formatter = WQFormatterOfKind(static_cast<WQFieldKind>(_wq_kind), _wq_places,
-                                       _wq_owner ? &_wq_owner->owner() : nullptr);
-    _wq_kindFormatter = formatter;
+    auto formatter = WQFormatterOfKind(static_cast<WQFieldKind>(_wq_d->kind), _wq_d->places,
+                                       _wq_d->owner ? &_wq_d->owner->owner() : nullptr);
+    _wq_d->kindFormatter = formatter;
     _wq_install(std::move(formatter));
 }
 
 void WQQuickFormattedField::setFormatter(std::shared_ptr<WQFormatter> formatter)
 {
-    _wq_kindFormatter.reset();
+    _wq_d->kindFormatter.reset();
     _wq_install(std::move(formatter));
 }
 
 void WQQuickFormattedField::_wq_install(std::shared_ptr<WQFormatter> formatter)
 {
-    _wq_session.setFormatter(std::move(formatter));
+    _wq_d->session.setFormatter(std::move(formatter));
     // QML may set a date value before the date kind: it becomes a date now.
-    const QVariant value = _wq_session.objectValue();
+    const QVariant value = _wq_d->session.objectValue();
     const int type = value.typeId();
-    if (!_wq_session.hasPendingEdit() && (type == QMetaType::QDateTime || type == QMetaType::QDate))
-        _wq_session.setObjectValue(_wq_objectValueFor(value));
+    if (!_wq_d->session.hasPendingEdit() && (type == QMetaType::QDateTime || type == QMetaType::QDate))
+        _wq_d->session.setObjectValue(_wq_objectValueFor(value));
     emit formatterChanged();
 }
 
 QVariant WQQuickFormattedField::value() const
 {
-    QVariant value = _wq_session.objectValue();
+    QVariant value = _wq_d->session.objectValue();
     if (value.metaType() == QMetaType::fromType<WQDate>()) {
         const QDateTime midnight = value.value<WQDate>().nsDate();
         return midnight.isValid() ? QVariant(midnight) : QVariant();
@@ -316,17 +319,53 @@ QVariant WQQuickFormattedField::_wq_objectValueFor(const QVariant& value) const
 
 void WQQuickFormattedField::setValue(const QVariant& value)
 {
-    _wq_session.setObjectValue(_wq_objectValueFor(value));
+    _wq_d->session.setObjectValue(_wq_objectValueFor(value));
 }
 
 QString WQQuickFormattedField::displayString(const QVariant& value) const
 {
-    return _wq_session.displayString(_wq_objectValueFor(value));
+    return _wq_d->session.displayString(_wq_objectValueFor(value));
 }
 
-bool WQQuickFormattedField::validateEditing() { return _wq_session.validateEditing(); }
-void WQQuickFormattedField::abortEditing() { _wq_session.abortEditing(); }
-void WQQuickFormattedField::undoEdit() { _wq_session.undoEdit(); }
-void WQQuickFormattedField::redoEdit() { _wq_session.redoEdit(); }
+bool WQQuickFormattedField::validateEditing() { return _wq_d->session.validateEditing(); }
+void WQQuickFormattedField::abortEditing() { _wq_d->session.abortEditing(); }
+void WQQuickFormattedField::undoEdit() { _wq_d->session.undoEdit(); }
+void WQQuickFormattedField::redoEdit() { _wq_d->session.redoEdit(); }
+
+QQuickItem* WQQuickFormattedField::textField() const
+{
+    Q_D(const WQQuickFormattedField);
+    return d->textField;
+}
+
+int WQQuickFormattedField::places() const noexcept
+{
+    Q_D(const WQQuickFormattedField);
+    return d->places;
+}
+
+WQQuickMoneyOwner* WQQuickFormattedField::owner() const
+{
+    Q_D(const WQQuickFormattedField);
+    return d->owner;
+}
+
+WQFieldSession& WQQuickFormattedField::session() noexcept
+{
+    Q_D(WQQuickFormattedField);
+    return d->session;
+}
+
+const std::shared_ptr<WQFormatter>& WQQuickFormattedField::formatter() const noexcept
+{
+    Q_D(const WQQuickFormattedField);
+    return d->session.formatter();
+}
+
+bool WQQuickFormattedField::hasPendingEdit() const
+{
+    Q_D(const WQQuickFormattedField);
+    return d->session.hasPendingEdit();
+}
 
 } // namespace wq

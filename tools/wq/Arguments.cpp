@@ -24,7 +24,7 @@ bool Arguments::flag(const QString& name)
 
 QString Arguments::option(const QString& name)
 {
-    const QString value = takeOption(name);
+    QString value = takeOption(name);
     if (!value.isNull() && !takeOption(name).isNull())
         throw UsageError{QStringLiteral("%1 is given more than once").arg(name)};
     return value;
@@ -36,7 +36,7 @@ QString Arguments::takeOption(const QString& name)
     for (qsizetype i = 0; i < _wq_beforeEnd.size(); ++i) {
         const QString& arg = _wq_beforeEnd.at(i);
         if (arg.startsWith(prefix)) {
-            const QString value = arg.sliced(prefix.size());
+            QString value = arg.sliced(prefix.size());
             _wq_beforeEnd.remove(i);
             return value;
         }
@@ -44,7 +44,7 @@ QString Arguments::takeOption(const QString& name)
             // The value is the option's by position, even when it starts with "-".
             if (i + 1 >= _wq_beforeEnd.size())
                 throw UsageError{QStringLiteral("%1 needs a value").arg(name)};
-            const QString value = _wq_beforeEnd.at(i + 1);
+            QString value = _wq_beforeEnd.at(i + 1);
             _wq_beforeEnd.remove(i, 2);
             return value;
         }

@@ -29,10 +29,10 @@ constexpr std::uint32_t kRecommendedIterations = wq::kWQAuthenticatedIterationCo
 
 QStringList files(const Arguments& args, const PasswordSource& password, const char* usage)
 {
-    const QStringList files = args.operands();
+    QStringList files = args.operands();
     if (files.size() != 2)
         throw UsageError{QString::fromLatin1(usage)};
-    if (password.standardInput && files[0] == u"-")
+    if (password.standardInput && files.at(0) == u"-")
         throw UsageError{QStringLiteral("standard input cannot carry both the password and the document")};
     return files;
 }

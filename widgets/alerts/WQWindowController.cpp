@@ -1,4 +1,6 @@
 #include <WQGeneral/alerts/WQWindowController.h>
+
+#include "WQWindowController_p.h"
 #include <WQGeneral/menus/WQActionMessage.h>
 #include <WQGeneral/toolbar/WQToolbar.h>
 #include <WQGeneral/toolbar/WQToolbarDictionary.h>
@@ -11,30 +13,31 @@
 namespace wq {
 
 WQWindowController::WQWindowController(std::unique_ptr<QWidget> window)
-    : _wq_window(window.release()), _wq_ownsWindow(true)
+    : _wq_d(std::make_unique<WQWindowControllerPrivate>(window.release(), true))
 {
     _wq_adoptWindow();
 }
 
-WQWindowController::WQWindowController(QWidget& window) : QObject(&window), _wq_window(&window), _wq_ownsWindow(false)
+WQWindowController::WQWindowController(QWidget& window)
+    : QObject(&window), _wq_d(std::make_unique<WQWindowControllerPrivate>(&window, false))
 {
     _wq_adoptWindow();
 }
 
 void WQWindowController::_wq_adoptWindow()
 {
-    if (_wq_window)
-        _wq_window->setProperty(kWQWindowControllerProperty, QVariant::fromValue<QObject*>(this));
+    if (_wq_d->window)
+        _wq_d->window->setProperty(kWQWindowControllerProperty, QVariant::fromValue<QObject*>(this));
 }
 
 WQWindowController::~WQWindowController()
 {
-    for (const QPointer<QMessageBox>& waiting : _wq_waitingSheets)
+    for (const QPointer<QMessageBox>& waiting : _wq_d->waitingSheets)
         delete waiting.data();
-    if (_wq_window) {
-        _wq_window->setProperty(kWQWindowControllerProperty, QVariant());
-        if (_wq_ownsWindow)
-            delete _wq_window.data();
+    if (_wq_d->window) {
+        _wq_d->window->setProperty(kWQWindowControllerProperty, QVariant());
+        if (_wq_d->ownsWindow)
+            delete _wq_d->window.data();
     }
 }
 
@@ -70,14 +73,14 @@ QStringList WQWindowController::toolbarAllowedItemIdentifiers(WQToolbar&)
 
 WQToolbar* WQWindowController::setUpToolbar(const QString& identifier)
 {
-    if (!_wq_window)
+    if (!_wq_d->window)
         return nullptr;
-    delete _wq_toolbar.data();
-    auto* toolbar = new WQToolbar(identifier, _wq_window);
-    _wq_toolbar = toolbar;
-    if (auto* mainWindow = qobject_cast<QMainWindow*>(_wq_window.data()))
+    delete _wq_d->toolbar.data();
+    auto* toolbar = new WQToolbar(identifier, _wq_d->window);
+    _wq_d->toolbar = toolbar;
+    if (auto* mainWindow = qobject_cast<QMainWindow*>(_wq_d->window.data()))
         mainWindow->addToolBar(Qt::TopToolBarArea, toolbar);
-    else if (auto* box = qobject_cast<QBoxLayout*>(_wq_window->layout()))
+    else if (auto* box = qobject_cast<QBoxLayout*>(_wq_d->window->layout()))
         box->insertWidget(0, toolbar);
     toolbar->setDelegate(this);
     return toolbar;
@@ -85,7 +88,13 @@ WQToolbar* WQWindowController::setUpToolbar(const QString& identifier)
 
 WQToolbar* WQWindowController::toolbar() const
 {
-    return _wq_toolbar;
+    return _wq_d->toolbar;
+}
+
+QWidget* WQWindowController::window() const
+{
+    Q_D(const WQWindowController);
+    return d->window;
 }
 
 } // namespace wq

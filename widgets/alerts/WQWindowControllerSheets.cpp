@@ -1,6 +1,8 @@
 #include <WQGeneral/alerts/WQAlertSheet.h>
 #include <WQGeneral/alerts/WQWarningSuppression.h>
 #include <WQGeneral/alerts/WQWindowController.h>
+
+#include "WQWindowController_p.h"
 #include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/platform/WQLocalizedText.h>
 
@@ -158,16 +160,16 @@ bool WQWindowController::sheetForDateField(QWidget* dateField, const QString&, c
 
 QMessageBox* WQWindowController::attachedSheet() const
 {
-    return _wq_sheet;
+    return _wq_d->sheet;
 }
 
 QMessageBox* WQWindowController::_wq_newSheet(const QString& title, const QString& message)
 {
-    if (!_wq_window) {
+    if (!_wq_d->window) {
         qWarning("WQGeneral: a window controller without a window cannot show \"%s\"", qUtf8Printable(title));
         return nullptr;
     }
-    auto* sheet = new Sheet(*_wq_window->window());
+    auto* sheet = new Sheet(*_wq_d->window->window());
     // What task lists and screen readers call it.
     sheet->setWindowTitle(title);
     sheet->setIcon(QMessageBox::Warning);
@@ -183,7 +185,7 @@ QMessageBox* WQWindowController::_wq_newSheet(const QString& title, const QStrin
     }
     // Long explanations read better as a paragraph than as a column.
     if (auto* information = sheet->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
-        information->setMinimumWidth(std::min(380, _wq_window->width()));
+        information->setMinimumWidth(std::min(380, _wq_d->window->width()));
     return sheet;
 }
 
@@ -222,26 +224,26 @@ void WQWindowController::_wq_beginSheet(QMessageBox* sheet, SheetEnd didEnd)
         QAbstractButton* clicked = sheet->clickedButton() ? sheet->clickedButton() : sheet->escapeButton();
         const bool other = clicked && sheet->buttonRole(clicked) == QMessageBox::RejectRole;
         // Take the sheet off the window first: the end handler may start the next.
-        if (_wq_sheet == sheet)
-            _wq_sheet = nullptr;
+        if (_wq_d->sheet == sheet)
+            _wq_d->sheet = nullptr;
         sheet->hide();
         didEnd(*sheet, other ? OtherReturn : DefaultReturn);
         sheet->deleteLater();
         _wq_showNextSheet();
     });
-    _wq_waitingSheets.push_back(sheet);
+    _wq_d->waitingSheets.emplace_back(sheet);
     _wq_showNextSheet();
 }
 
 void WQWindowController::_wq_showNextSheet()
 {
-    if (_wq_sheet)
+    if (_wq_d->sheet)
         return;
-    while (!_wq_waitingSheets.empty()) {
-        QPointer<QMessageBox> next = _wq_waitingSheets.front();
-        _wq_waitingSheets.pop_front();
+    while (!_wq_d->waitingSheets.empty()) {
+        QPointer<QMessageBox> next = _wq_d->waitingSheets.front();
+        _wq_d->waitingSheets.pop_front();
         if (next) {
-            _wq_sheet = next;
+            _wq_d->sheet = next;
             next->open();
             return;
         }

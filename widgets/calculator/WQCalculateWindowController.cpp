@@ -1,5 +1,7 @@
 #include <WQGeneral/calculator/WQCalculateWindowController.h>
 
+#include "WQCalculateWindowController_p.h"
+
 #include <WQGeneral/calculator/WQCalcWindow.h>
 #include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/formatters/WQFormatter.h>
@@ -78,7 +80,7 @@ void makeReadOnly(QLineEdit* row)
 WQCalculateWindowController* WQCalculateWindowController::openCalculator()
 {
     WQCalculateWindowController* open = openSlot();
-    return open && !open->_wq_closing ? open : nullptr;
+    return open && !open->_wq_d->closing ? open : nullptr;
 }
 
 bool WQCalculateWindowController::setUpForMathOperator(const QString& mathOperator, double initialNumber,
@@ -126,19 +128,22 @@ WQCalculateWindowController* WQCalculateWindowController::_wq_open(const QString
     window->show();
     window->raise();
     window->activateWindow();
-    if (controller->_wq_editing_field)
-        controller->_wq_editing_field->setFocus(Qt::PopupFocusReason);
+    if (controller->_wq_d->editing_field)
+        controller->_wq_d->editing_field->setFocus(Qt::PopupFocusReason);
     return controller;
 }
 
 WQCalculateWindowController::WQCalculateWindowController(WQCalcWindow* window, QLineEdit* parent,
                                                          std::shared_ptr<WQFormatter> formatter, int lineHeight,
                                                          const QString& mathOperator, double initialNumber)
-    : QObject(window), _wq_window(window), _wq_parent_control(parent), _wq_formatter(std::move(formatter)),
-      _wq_line_height(lineHeight)
+    : QObject(window), _wq_d(std::make_unique<WQCalculateWindowControllerPrivate>())
 {
-    _wq_tape.numbers = {initialNumber};
-    _wq_tape.operators = {mathOperator};
+    _wq_d->window = window;
+    _wq_d->parent_control = parent;
+    _wq_d->formatter = std::move(formatter);
+    _wq_d->line_height = lineHeight;
+    _wq_d->tape.numbers = {initialNumber};
+    _wq_d->tape.operators = {mathOperator};
     window->setAccessibleName(WQStrings::tr("Calculator"));
     window->setAccessibleDescription(WQStrings::tr("Type a number and an operator for the next; = or Return "
                                                    "writes the total into the field, Escape leaves the field as it was"));
@@ -147,7 +152,7 @@ WQCalculateWindowController::WQCalculateWindowController(WQCalcWindow* window, Q
     // (It is only a QObject by now: the guard is cleared before anything
     // looks at it.)
     connect(parent, &QObject::destroyed, this, [this] {
-        _wq_parent_control.clear();
+        _wq_d->parent_control.clear();
         closeAndForgetAmount();
     });
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
@@ -161,7 +166,7 @@ WQCalculateWindowController::~WQCalculateWindowController() = default;
 QString WQCalculateWindowController::_wq_display(double value) const
 {
     try {
-        return _wq_formatter->stringForObjectValue(value).value_or(QString());
+        return _wq_d->formatter->stringForObjectValue(value).value_or(QString());
     } catch (const std::exception&) {
         return QString();
     }
@@ -169,44 +174,44 @@ QString WQCalculateWindowController::_wq_display(double value) const
 
 void WQCalculateWindowController::_wq_setup_window_for_math()
 {
-    WQCalcWindow* window = _wq_window;
-    const Layout layout{window->width(), window->height(), _wq_line_height};
-    const int n = int(_wq_tape.operators.size());
+    WQCalcWindow* window = _wq_d->window;
+    const Layout layout{window->width(), window->height(), _wq_d->line_height};
+    const int n = int(_wq_d->tape.operators.size());
 
     for (int i = 0; i < n; ++i) {
-        auto* number = new WQLineEdit(_wq_formatter, window);
+        auto* number = new WQLineEdit(_wq_d->formatter, window);
         setUpRow(number, layout.number(i), Qt::AlignRight);
         makeReadOnly(number);
-        number->setObjectValue(_wq_tape.numbers.value(i));
+        number->setObjectValue(_wq_d->tape.numbers.value(i));
         number->setAccessibleName(WQFormatTemplate(WQStrings::tr("Number %@"), {QString::number(i + 1)}));
         number->show();
 
-        auto* mathOperator = new QLineEdit(_wq_tape.operators[i], window);
+        auto* mathOperator = new QLineEdit(_wq_d->tape.operators[i], window);
         setUpRow(mathOperator, layout.mathOperator(i), Qt::AlignLeft);
         makeReadOnly(mathOperator);
         mathOperator->setAttribute(Qt::WA_TransparentForMouseEvents);
-        mathOperator->setAccessibleName(WQFormatTemplate(WQStrings::tr("Operator %@"), {_wq_tape.operators[i]}));
+        mathOperator->setAccessibleName(WQFormatTemplate(WQStrings::tr("Operator %@"), {_wq_d->tape.operators[i]}));
         mathOperator->show();
     }
 
-    auto* editing = new WQLineEdit(_wq_formatter, window);
+    auto* editing = new WQLineEdit(_wq_d->formatter, window);
     setUpRow(editing, layout.editingField(n), Qt::AlignRight);
     editing->setObjectValue(0.0);
     editing->setAccessibleName(WQStrings::tr("Next number"));
     editing->installEventFilter(this);
     connect(editing, &WQLineEdit::editedTextChanged, this, [this, editing] {
-        if (!_wq_closing && editing == _wq_editing_field)
+        if (!_wq_d->closing && editing == _wq_d->editing_field)
             _wq_showTotal();
     });
     editing->show();
-    _wq_editing_field = editing;
+    _wq_d->editing_field = editing;
 
-    auto* total = new WQLineEdit(_wq_formatter, window);
+    auto* total = new WQLineEdit(_wq_d->formatter, window);
     setUpRow(total, layout.total(), Qt::AlignRight);
     makeReadOnly(total);
     total->setAccessibleName(WQStrings::tr("Total"));
     total->show();
-    _wq_total_field = total;
+    _wq_d->total_field = total;
 
     auto* separator = new QFrame(window);
     separator->setFrameShape(QFrame::HLine);
@@ -224,12 +229,12 @@ void WQCalculateWindowController::_wq_setup_window_for_math()
 
 double WQCalculateWindowController::_wq_liveOperand() const
 {
-    const WQLineEdit* editing = _wq_editing_field;
-    if (!editing || !_wq_window || _wq_window->focusWidget() != editing)
+    const WQLineEdit* editing = _wq_d->editing_field;
+    if (!editing || !_wq_d->window || _wq_d->window->focusWidget() != editing)
         return 0;
     QVariant value;
     try {
-        if (!_wq_formatter->getObjectValue(&value, editing->string(), nullptr))
+        if (!_wq_d->formatter->getObjectValue(&value, editing->string(), nullptr))
             return 0;
     } catch (const std::exception&) {
         return 0;
@@ -241,27 +246,27 @@ double WQCalculateWindowController::_wq_liveOperand() const
 
 double WQCalculateWindowController::calculateTotal() const
 {
-    return _wq_tape.total(_wq_liveOperand());
+    return _wq_d->tape.total(_wq_liveOperand());
 }
 
 QStringList WQCalculateWindowController::tapeLines() const
 {
-    const QString live = _wq_editing_field ? _wq_editing_field->text() : QString();
-    return _wq_tape.lines(live, _wq_liveOperand(), [this](double value) { return _wq_display(value); });
+    const QString live = _wq_d->editing_field ? _wq_d->editing_field->text() : QString();
+    return _wq_d->tape.lines(live, _wq_liveOperand(), [this](double value) { return _wq_display(value); });
 }
 
 void WQCalculateWindowController::_wq_showTotal()
 {
-    if (!_wq_total_field)
+    if (!_wq_d->total_field)
         return;
     const double total = calculateTotal();
-    _wq_total_field->setObjectValue(total);
+    _wq_d->total_field->setObjectValue(total);
     // Screen readers often skip pop-ups: the focused field carries the total.
-    const QString spoken = WQFormatTemplate(WQStrings::tr("Total %@"), {_wq_total_field->text()});
-    if (_wq_editing_field)
-        _wq_editing_field->setAccessibleDescription(spoken);
+    const QString spoken = WQFormatTemplate(WQStrings::tr("Total %@"), {_wq_d->total_field->text()});
+    if (_wq_d->editing_field)
+        _wq_d->editing_field->setAccessibleDescription(spoken);
     if (QAccessible::isActive()) {
-        QAccessibleValueChangeEvent change(_wq_total_field.data(), total);
+        QAccessibleValueChangeEvent change(_wq_d->total_field.data(), total);
         QAccessible::updateAccessibility(&change);
     }
     emit totalChanged(total);
@@ -269,58 +274,58 @@ void WQCalculateWindowController::_wq_showTotal()
 
 void WQCalculateWindowController::addMathOperator(const QString& mathOperator, double number)
 {
-    _wq_tape.operators.append(mathOperator);
-    _wq_tape.numbers.append(number);
+    _wq_d->tape.operators.append(mathOperator);
+    _wq_d->tape.numbers.append(number);
     QTimer::singleShot(0, this, &WQCalculateWindowController::_wq_reset_display);
 }
 
 void WQCalculateWindowController::_wq_reset_display()
 {
-    if (_wq_closing || !_wq_window)
+    if (_wq_d->closing || !_wq_d->window)
         return;
-    _wq_changing = true;
-    const QList<QWidget*> rows = _wq_window->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    _wq_d->changing = true;
+    const QList<QWidget*> rows = _wq_d->window->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* row : rows)
-        if (row != _wq_window->outline())
+        if (row != _wq_d->window->outline())
             delete row;
 
     // Taller by the new row, the bottom edge where it was.
-    QRect frame = _wq_window->geometry();
+    QRect frame = _wq_d->window->geometry();
     const int bottom = frame.bottom();
-    frame.setHeight(calculator::windowHeight(int(_wq_tape.operators.size()), _wq_line_height));
+    frame.setHeight(calculator::windowHeight(int(_wq_d->tape.operators.size()), _wq_d->line_height));
     frame.moveBottom(bottom);
-    _wq_window->setGeometry(keptOnScreen(frame, _wq_window->screen()));
+    _wq_d->window->setGeometry(keptOnScreen(frame, _wq_d->window->screen()));
 
     _wq_setup_window_for_math();
-    _wq_changing = false;
+    _wq_d->changing = false;
 }
 
 void WQCalculateWindowController::_wq_editingEnded()
 {
-    if (_wq_changing || _wq_closing)
+    if (_wq_d->changing || _wq_d->closing)
         return;
     _wq_showTotal();
     QTimer::singleShot(0, this, [this] {
-        if (!_wq_closing)
+        if (!_wq_d->closing)
             closeAndSetAmount();
     });
 }
 
 void WQCalculateWindowController::_wq_resignedKey()
 {
-    if (_wq_changing || _wq_closing)
+    if (_wq_d->changing || _wq_d->closing)
         return;
     closeAndSetAmount();
 }
 
 void WQCalculateWindowController::closeAndSetAmount()
 {
-    if (_wq_closing)
+    if (_wq_d->closing)
         return;
-    _wq_closing = true;
+    _wq_d->closing = true;
     const double total = calculateTotal();
     const QString text = _wq_display(total);
-    if (QLineEdit* field = _wq_parent_control) {
+    if (QLineEdit* field = _wq_d->parent_control) {
         field->setText(text);
         field->setSelection(0, int(text.size()));
         emit amountWritten(total);
@@ -330,10 +335,10 @@ void WQCalculateWindowController::closeAndSetAmount()
 
 void WQCalculateWindowController::closeAndForgetAmount()
 {
-    _wq_closing = true;
-    if (_wq_parent_control)
-        disconnect(_wq_parent_control, nullptr, this, nullptr);
-    if (WQCalcWindow* window = _wq_window) {
+    _wq_d->closing = true;
+    if (_wq_d->parent_control)
+        disconnect(_wq_d->parent_control, nullptr, this, nullptr);
+    if (WQCalcWindow* window = _wq_d->window) {
         window->setClosingByItself();
         window->close();
     }
@@ -349,7 +354,7 @@ bool WQCalculateWindowController::eventFilter(QObject* watched, QEvent* event)
 {
     // The type first: a field being destroyed still sends focus events, and
     // must not be looked at as a line edit then.
-    if (event->type() != QEvent::KeyPress || watched != _wq_editing_field.get())
+    if (event->type() != QEvent::KeyPress || watched != _wq_d->editing_field.get())
         return QObject::eventFilter(watched, event);
     const auto* key = static_cast<const QKeyEvent*>(event);
     if (key->matches(QKeySequence::Cancel)) {
@@ -370,6 +375,48 @@ bool WQCalculateWindowController::eventFilter(QObject* watched, QEvent* event)
     default:
         return QObject::eventFilter(watched, event);
     }
+}
+
+WQCalcWindow* WQCalculateWindowController::window() const
+{
+    Q_D(const WQCalculateWindowController);
+    return d->window;
+}
+
+QLineEdit* WQCalculateWindowController::parentControl() const
+{
+    Q_D(const WQCalculateWindowController);
+    return d->parent_control;
+}
+
+WQLineEdit* WQCalculateWindowController::editingField() const
+{
+    Q_D(const WQCalculateWindowController);
+    return d->editing_field;
+}
+
+WQLineEdit* WQCalculateWindowController::totalField() const
+{
+    Q_D(const WQCalculateWindowController);
+    return d->total_field;
+}
+
+const WQCalculatorTape& WQCalculateWindowController::tape() const
+{
+    Q_D(const WQCalculateWindowController);
+    return d->tape;
+}
+
+int WQCalculateWindowController::lineHeight() const
+{
+    Q_D(const WQCalculateWindowController);
+    return d->line_height;
+}
+
+bool WQCalculateWindowController::isClosing() const
+{
+    Q_D(const WQCalculateWindowController);
+    return d->closing;
 }
 
 } // namespace wq

@@ -3,6 +3,8 @@
 
 #include <WQGeneral/delegates/WQFormatterDelegate.h>
 
+#include "WQFormatterDelegate_p.h"
+
 #include <WQGeneral/dates/WQDate.h>
 
 #include "WQCellEditor.h"
@@ -19,7 +21,7 @@ namespace wq {
 using delegates::CellEditor;
 
 WQFormatterDelegate::WQFormatterDelegate(std::shared_ptr<WQFormatter> formatter, QObject* parent)
-    : QStyledItemDelegate(parent), _wq_formatter(std::move(formatter))
+    : QStyledItemDelegate(parent), _wq_d(std::make_unique<WQFormatterDelegatePrivate>(std::move(formatter)))
 {
     _wq_followFormatter();
 }
@@ -31,51 +33,56 @@ WQFormatterDelegate::WQFormatterDelegate(WQLineEdit::FormatterKind kind, int pla
 
 WQFormatterDelegate::~WQFormatterDelegate() = default;
 
+const std::shared_ptr<WQFormatter>& WQFormatterDelegate::formatter() const noexcept { return _wq_d->formatter; }
+int WQFormatterDelegate::valueRole() const noexcept { return _wq_d->valueRole; }
+QBrush WQFormatterDelegate::negativeBrush() const { return _wq_d->negativeBrush; }
+Qt::Alignment WQFormatterDelegate::alignment() const noexcept { return _wq_d->alignment; }
+
 void WQFormatterDelegate::setFormatter(std::shared_ptr<WQFormatter> formatter)
 {
-    _wq_formatter = std::move(formatter);
+    _wq_d->formatter = std::move(formatter);
     _wq_followFormatter();
     _wq_forgetTexts();
 }
 
 void WQFormatterDelegate::_wq_followFormatter()
 {
-    _wq_formatterObservation.reset();
-    if (_wq_formatter)
-        _wq_formatterObservation.observe(_wq_formatter->changeNotificationName(), _wq_formatter.get(),
+    _wq_d->formatterObservation.reset();
+    if (_wq_d->formatter)
+        _wq_d->formatterObservation.observe(_wq_d->formatter->changeNotificationName(), _wq_d->formatter.get(),
                                          [this](const WQNotification&) { _wq_forgetTexts(); });
 }
 
 void WQFormatterDelegate::_wq_forgetTexts()
 {
-    _wq_texts.clear();
+    _wq_d->texts.clear();
     // Views lay their items out again and repaint.
     emit sizeHintChanged(QModelIndex());
 }
 
 void WQFormatterDelegate::setValueRole(int role)
 {
-    if (role == _wq_valueRole)
+    if (role == _wq_d->valueRole)
         return;
-    _wq_valueRole = role;
+    _wq_d->valueRole = role;
     emit valueRoleChanged(role);
     emit sizeHintChanged(QModelIndex());
 }
 
 void WQFormatterDelegate::setNegativeBrush(const QBrush& brush)
 {
-    if (brush == _wq_negativeBrush)
+    if (brush == _wq_d->negativeBrush)
         return;
-    _wq_negativeBrush = brush;
+    _wq_d->negativeBrush = brush;
     emit negativeBrushChanged(brush);
     emit sizeHintChanged(QModelIndex());
 }
 
 void WQFormatterDelegate::setAlignment(Qt::Alignment alignment)
 {
-    if (alignment == _wq_alignment)
+    if (alignment == _wq_d->alignment)
         return;
-    _wq_alignment = alignment;
+    _wq_d->alignment = alignment;
     emit alignmentChanged(alignment);
     emit sizeHintChanged(QModelIndex());
 }
@@ -83,7 +90,7 @@ void WQFormatterDelegate::setAlignment(Qt::Alignment alignment)
 QWidget* WQFormatterDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                            const QModelIndex& index) const
 {
-    auto* editor = new CellEditor(_wq_formatter, index, parent);
+    auto* editor = new CellEditor(_wq_d->formatter, index, parent);
     editor->setFrame(editor->style()->styleHint(QStyle::SH_ItemView_DrawDelegateFrame, nullptr, editor));
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
@@ -105,7 +112,7 @@ void WQFormatterDelegate::setEditorData(QWidget* editor, const QModelIndex& inde
         return QStyledItemDelegate::setEditorData(editor, index);
     // What the user is typing stays theirs, and a value shown already (the
     // model reporting back what was just written) keeps its selection.
-    const QVariant value = delegates::formatterValue(index.data(_wq_valueRole));
+    const QVariant value = delegates::formatterValue(index.data(_wq_d->valueRole));
     if (field->hasPendingEdit() || (field->objectValue().isValid() && field->objectValue() == value))
         return;
     field->setObjectValue(value);
@@ -120,9 +127,9 @@ void WQFormatterDelegate::setModelData(QWidget* editor, QAbstractItemModel* mode
         return;
     QVariant value = field->objectValue();
     if (value.metaType() == QMetaType::fromType<WQDate>()
-        && index.data(_wq_valueRole).metaType() == QMetaType::fromType<QDate>())
+        && index.data(_wq_d->valueRole).metaType() == QMetaType::fromType<QDate>())
         value = value.value<WQDate>().toQDate();
-    model->setData(index, value, _wq_valueRole);
+    model->setData(index, value, _wq_d->valueRole);
 }
 
 void WQFormatterDelegate::_wq_commit(WQLineEdit* editor)

@@ -3,6 +3,8 @@
 
 #include <WQGeneral/delegates/WQFormatterDelegate.h>
 
+#include "WQFormatterDelegate_p.h"
+
 #include <WQGeneral/dates/WQDate.h>
 
 #include "WQCellValue.h"
@@ -46,11 +48,11 @@ WQFormatterDelegate::Shown WQFormatterDelegate::_wq_render(const QVariant& cellV
         return shown;
     shown.number = isNumber(value.metaType());
     try {
-        shown.text = _wq_formatter->stringForObjectValue(value).value_or(QString());
+        shown.text = _wq_d->formatter->stringForObjectValue(value).value_or(QString());
         // Negative as the user reads it: with a sign the amount without one
         // does not show (a tiny negative shows as zero, unsigned).
         if (shown.number && value.toDouble() < 0)
-            shown.negative = shown.text != _wq_formatter->stringForObjectValue(-value.toDouble()).value_or(QString());
+            shown.negative = shown.text != _wq_d->formatter->stringForObjectValue(-value.toDouble()).value_or(QString());
     } catch (const std::exception&) {
         shown.text.clear();
     }
@@ -82,29 +84,29 @@ const WQFormatterDelegate::Shown& WQFormatterDelegate::_wq_shown(const QVariant&
             key.bits = date.yearOfCommonEra();
             key.more = date.monthOfYear() << 8 | date.dayOfMonth();
         } else {
-            _wq_uncached = _wq_render(value);
-            return _wq_uncached;
+            _wq_d->uncached = _wq_render(value);
+            return _wq_d->uncached;
         }
     }
-    if (const auto known = _wq_texts.constFind(key); known != _wq_texts.cend())
+    if (const auto known = _wq_d->texts.constFind(key); known != _wq_d->texts.cend())
         return *known;
-    if (_wq_texts.size() >= kMaxTexts)
-        _wq_texts.clear();
-    return *_wq_texts.insert(key, _wq_render(value));
+    if (_wq_d->texts.size() >= kMaxTexts)
+        _wq_d->texts.clear();
+    return *_wq_d->texts.insert(key, _wq_render(value));
 }
 
 QString WQFormatterDelegate::displayText(const QVariant& value, const QLocale& locale) const
 {
-    if (!_wq_formatter)
+    if (!_wq_d->formatter)
         return QStyledItemDelegate::displayText(value, locale);
-    if (_wq_styling)
+    if (_wq_d->styling)
         return QString();
     return _wq_shown(value).text;
 }
 
 void WQFormatterDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
-    if (!_wq_formatter)
+    if (!_wq_d->formatter)
         return QStyledItemDelegate::initStyleOption(option, index);
     _wq_styleCell(option, index);
 }
@@ -116,29 +118,29 @@ const WQFormatterDelegate::Shown& WQFormatterDelegate::_wq_styleCell(QStyleOptio
     // text it would make from the display role is not wanted.
     option->displayAlignment = Qt::Alignment();
     {
-        const QScopedValueRollback styling(_wq_styling, true);
+        const QScopedValueRollback styling(_wq_d->styling, true);
         QStyledItemDelegate::initStyleOption(option, index);
     }
-    const Shown& shown = _wq_shown(_wq_valueRole == Qt::DisplayRole ? index.data() : index.data(_wq_valueRole));
+    const Shown& shown = _wq_shown(_wq_d->valueRole == Qt::DisplayRole ? index.data() : index.data(_wq_d->valueRole));
     option->text = shown.text;
     if (shown.text.isEmpty())
         option->features &= ~QStyleOptionViewItem::HasDisplay;
     else
         option->features |= QStyleOptionViewItem::HasDisplay;
     if (!option->displayAlignment) {
-        Qt::Alignment alignment = _wq_alignment ? _wq_alignment : shown.number ? Qt::AlignRight : Qt::AlignLeft;
+        Qt::Alignment alignment = _wq_d->alignment ? _wq_d->alignment : shown.number ? Qt::AlignRight : Qt::AlignLeft;
         if (!(alignment & Qt::AlignVertical_Mask))
             alignment |= Qt::AlignVCenter;
         option->displayAlignment = alignment;
     }
-    if (shown.negative && _wq_negativeBrush.style() != Qt::NoBrush)
-        option->palette.setBrush(QPalette::Text, _wq_negativeBrush);
+    if (shown.negative && _wq_d->negativeBrush.style() != Qt::NoBrush)
+        option->palette.setBrush(QPalette::Text, _wq_d->negativeBrush);
     return shown;
 }
 
 void WQFormatterDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    if (!_wq_formatter)
+    if (!_wq_d->formatter)
         return QStyledItemDelegate::paint(painter, option, index);
     QStyleOptionViewItem cell = option;
     const Shown& shown = _wq_styleCell(&cell, index);

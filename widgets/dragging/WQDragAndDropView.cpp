@@ -1,5 +1,7 @@
 #include <WQGeneral/dragging/WQDragAndDropView.h>
 
+#include "WQDragAndDropView_p.h"
+
 #include <WQGeneral/dragging/WQDragImage.h>
 #include <WQGeneral/dragging/WQDragPayload.h>
 
@@ -30,7 +32,7 @@ std::optional<QString> WQDragAndDropViewDelegate::dragStringForWQDragAndDropView
 }
 
 WQDragAndDropView::WQDragAndDropView(QWidget* parent)
-    : QWidget(parent)
+    : QWidget(parent), _wq_d(std::make_unique<WQDragAndDropViewPrivate>())
 {
 }
 
@@ -38,16 +40,16 @@ WQDragAndDropView::~WQDragAndDropView()
 {
     // Deleted outright from inside its own drag: end the drag, which must
     // not deliver a drop from a source that is gone.
-    if (_wq_dragging)
+    if (_wq_d->dragging)
         QDrag::cancel();
 }
 
 QTextDocumentFragment WQDragAndDropView::dragLabel() const
 {
-    if (_wq_delegate) {
-        if (auto label = _wq_delegate->attributedDragStringForWQDragAndDropView(*this))
+    if (_wq_d->delegate) {
+        if (auto label = _wq_d->delegate->attributedDragStringForWQDragAndDropView(*this))
             return *label;
-        if (auto text = _wq_delegate->dragStringForWQDragAndDropView(*this))
+        if (auto text = _wq_d->delegate->dragStringForWQDragAndDropView(*this))
             return QTextDocumentFragment::fromPlainText(*text);
     }
     return QTextDocumentFragment();
@@ -60,7 +62,7 @@ QPixmap WQDragAndDropView::dragImage(qreal devicePixelRatio) const
 
 std::unique_ptr<QMimeData> WQDragAndDropView::dragMimeData() const
 {
-    const QByteArray data = WQDragAndDropPayloadData({qint64(_wq_tag), WQDelegateIdentity(_wq_delegate)});
+    const QByteArray data = WQDragAndDropPayloadData({qint64(_wq_d->tag), WQDelegateIdentity(_wq_d->delegate)});
     if (data.isEmpty())
         return nullptr;
     auto mimeData = std::make_unique<QMimeData>();
@@ -79,61 +81,61 @@ void WQDragAndDropView::mousePressEvent(QMouseEvent* event)
         QWidget::mousePressEvent(event);
         return;
     }
-    if (!_wq_canDrag) {
-        _wq_press = _wq_PressState::None;
+    if (!_wq_d->canDrag) {
+        _wq_d->press = WQDragAndDropViewPrivate::PressState::None;
         ordinaryMousePress(event);
         return;
     }
-    _wq_press = _wq_PressState::Tracking;
+    _wq_d->press = WQDragAndDropViewPrivate::PressState::Tracking;
     // Window coordinates, mapped: a widget's events carry their scene
     // position in the widget's own coordinates.
-    _wq_pressLocation = mapTo(window(), event->position());
+    _wq_d->pressLocation = mapTo(window(), event->position());
     event->accept();
 }
 
 void WQDragAndDropView::mouseMoveEvent(QMouseEvent* event)
 {
-    switch (_wq_press) {
-    case _wq_PressState::None:
+    switch (_wq_d->press) {
+    case WQDragAndDropViewPrivate::PressState::None:
         QWidget::mouseMoveEvent(event);
         return;
-    case _wq_PressState::WaitingForRelease:
+    case WQDragAndDropViewPrivate::PressState::WaitingForRelease:
         event->accept();
         return;
-    case _wq_PressState::Tracking:
+    case WQDragAndDropViewPrivate::PressState::Tracking:
         break;
     }
     event->accept();
     const QPointF latest = mapTo(window(), event->position());
-    const qreal dx = std::abs(latest.x() - _wq_pressLocation.x());
-    const qreal dy = std::abs(latest.y() - _wq_pressLocation.y());
+    const qreal dx = std::abs(latest.x() - _wq_d->pressLocation.x());
+    const qreal dy = std::abs(latest.y() - _wq_d->pressLocation.y());
     if (dx < kDragThreshold && dy < kDragThreshold)
         return;
 
-    _wq_press = _wq_PressState::WaitingForRelease;
+    _wq_d->press = WQDragAndDropViewPrivate::PressState::WaitingForRelease;
     const QPointer<WQDragAndDropView> alive(this);
-    const bool started = _tv_attemptToStartDragWithEvent(event, WQDragInitialOffset(_wq_pressLocation, latest));
+    const bool started = _tv_attemptToStartDragWithEvent(event, WQDragInitialOffset(_wq_d->pressLocation, latest));
     if (!alive)
         return;
     // A drag that ran has had the release; a failed one waits for it.
     if (started)
-        _wq_press = _wq_PressState::None;
+        _wq_d->press = WQDragAndDropViewPrivate::PressState::None;
 }
 
 void WQDragAndDropView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || _wq_press == _wq_PressState::None) {
+    if (event->button() != Qt::LeftButton || _wq_d->press == WQDragAndDropViewPrivate::PressState::None) {
         QWidget::mouseReleaseEvent(event);
         return;
     }
-    _wq_press = _wq_PressState::None;
+    _wq_d->press = WQDragAndDropViewPrivate::PressState::None;
     ordinaryMousePress(event);
 }
 
 bool WQDragAndDropView::event(QEvent* event)
 {
-    if (event->type() == QEvent::DeferredDelete && _wq_dragging) {
-        _wq_deleteAfterDrag = true;
+    if (event->type() == QEvent::DeferredDelete && _wq_d->dragging) {
+        _wq_d->deleteAfterDrag = true;
         return true;
     }
     return QWidget::event(event);
@@ -166,15 +168,57 @@ bool WQDragAndDropView::_tv_attemptToStartDragWithEvent(QMouseEvent* event, cons
     drag->setHotSpot((event->position() - origin).toPoint());
 
     const QPointer<WQDragAndDropView> alive(this);
-    _wq_dragging = true;
+    _wq_d->dragging = true;
     const Qt::DropAction action = drag->exec(Qt::MoveAction | Qt::CopyAction | Qt::LinkAction, Qt::MoveAction);
     if (!alive)
         return true;
-    _wq_dragging = false;
-    if (_wq_deleteAfterDrag)
+    _wq_d->dragging = false;
+    if (_wq_d->deleteAfterDrag)
         deleteLater();
     emit dragFinished(action);
     return true;
+}
+
+WQDragAndDropViewDelegate* WQDragAndDropView::delegate() const noexcept
+{
+    Q_D(const WQDragAndDropView);
+    return d->delegate;
+}
+
+qintptr WQDragAndDropView::tag() const noexcept
+{
+    Q_D(const WQDragAndDropView);
+    return d->tag;
+}
+
+bool WQDragAndDropView::canDrag() const noexcept
+{
+    Q_D(const WQDragAndDropView);
+    return d->canDrag;
+}
+
+bool WQDragAndDropView::isDragging() const noexcept
+{
+    Q_D(const WQDragAndDropView);
+    return d->dragging;
+}
+
+void WQDragAndDropView::setDelegate(WQDragAndDropViewDelegate* delegate) noexcept
+{
+    Q_D(WQDragAndDropView);
+    d->delegate = delegate;
+}
+
+void WQDragAndDropView::setTag(qintptr tag) noexcept
+{
+    Q_D(WQDragAndDropView);
+    d->tag = tag;
+}
+
+void WQDragAndDropView::setCanDrag(bool canDrag) noexcept
+{
+    Q_D(WQDragAndDropView);
+    d->canDrag = canDrag;
 }
 
 } // namespace wq

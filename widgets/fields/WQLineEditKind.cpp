@@ -1,5 +1,5 @@
 // The formatter kinds a form can name for a WQLineEdit.
-#include <WQGeneral/fields/WQLineEdit.h>
+#include "WQLineEdit_p.h"
 
 #include <WQGeneral/fields/WQFieldKind.h>
 
@@ -25,33 +25,44 @@ std::shared_ptr<WQFormatter> WQMakeFormatter(WQLineEdit::FormatterKind kind, int
 
 WQLineEdit::FormatterKind WQLineEdit::formatterKind() const
 {
-    if (!_wq_formatter)
+    Q_D(const WQLineEdit);
+    const std::shared_ptr<WQFormatter>& formatter = d->session.formatter();
+    if (!formatter)
         return NoFormatter;
-    return _wq_kindFormatter.lock() == _wq_formatter ? _wq_kind : Custom;
+    return d->kindFormatter.lock() == formatter ? d->kind : Custom;
 }
 
 void WQLineEdit::setFormatterKind(FormatterKind kind)
 {
+    Q_D(WQLineEdit);
     if (kind == Custom || kind == formatterKind())
         return;
-    auto formatter = WQMakeFormatter(kind, _wq_places);
-    _wq_kind = kind;
-    _wq_kindFormatter = formatter;
+    auto formatter = WQMakeFormatter(kind, d->places);
+    d->kind = kind;
+    d->kindFormatter = formatter;
     setFormatter(std::move(formatter));
+}
+
+int WQLineEdit::places() const noexcept
+{
+    Q_D(const WQLineEdit);
+    return d->places;
 }
 
 void WQLineEdit::setPlaces(int places)
 {
+    Q_D(WQLineEdit);
     places = std::clamp(places, 0, 9);
-    if (places == _wq_places)
+    if (places == d->places)
         return;
-    _wq_places = places;
+    d->places = places;
     const FormatterKind kind = formatterKind();
     if (kind == Money || kind == CalculatingMoney) {
-        auto formatter = WQMakeFormatter(kind, _wq_places);
-        _wq_kindFormatter = formatter;
+        auto formatter = WQMakeFormatter(kind, d->places);
+        d->kindFormatter = formatter;
         setFormatter(std::move(formatter));
     }
+    emit placesChanged(places);
 }
 
 } // namespace wq

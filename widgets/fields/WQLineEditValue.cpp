@@ -2,8 +2,9 @@
 // item delegates and QDataWidgetMapper use, the value as a number or a date,
 // and the range of date fields.
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
-#include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/numbers/WQNumberFormatter.h>
+
+#include "WQLineEdit_p.h"
 
 #include <limits>
 #include <optional>
@@ -55,24 +56,17 @@ std::optional<WQDate> dateIn(const QVariant& value)
 
 } // namespace
 
-QVariant WQLineEdit::currentObjectValue() const
+void WQLineEditPrivate::emitTypedValue(const QVariant& value)
 {
-    if (!_wq_pendingEdit)
-        return _wq_objectValue;
-    QVariant value;
-    QString error;
-    return _wq_read(QLineEdit::text(), &value, &error) ? value : _wq_objectValue;
-}
-
-void WQLineEdit::_wq_emitTypedValue(const QVariant& value)
-{
+    Q_Q(WQLineEdit);
     // A number or date field also tells when its value goes (emptied, say).
+    const std::shared_ptr<WQFormatter>& formatter = session.formatter();
     const std::optional<double> number = numberIn(value);
-    if (number || std::dynamic_pointer_cast<WQNumberFormatter>(_wq_formatter))
-        emit valueChanged(number.value_or(0.0));
+    if (number || std::dynamic_pointer_cast<WQNumberFormatter>(formatter))
+        emit q->valueChanged(number.value_or(0.0));
     const std::optional<WQDate> date = dateIn(value);
-    if (date || std::dynamic_pointer_cast<WQDateFormatter>(_wq_formatter))
-        emit dateChanged(date ? toQDate(*date) : QDate());
+    if (date || std::dynamic_pointer_cast<WQDateFormatter>(formatter))
+        emit q->dateChanged(date ? toQDate(*date) : QDate());
 }
 
 double WQLineEdit::value() const
@@ -99,16 +93,18 @@ void WQLineEdit::setDate(QDate date)
 
 QDate WQLineEdit::minimumDate() const
 {
-    if (const auto dates = std::dynamic_pointer_cast<WQDateFormatter>(_wq_formatter))
+    Q_D(const WQLineEdit);
+    if (const auto dates = std::dynamic_pointer_cast<WQDateFormatter>(formatter()))
         return dates->minimumDate() ? toQDate(*dates->minimumDate()) : QDate();
-    return _wq_minimumDate;
+    return d->minimumDate;
 }
 
 QDate WQLineEdit::maximumDate() const
 {
-    if (const auto dates = std::dynamic_pointer_cast<WQDateFormatter>(_wq_formatter))
+    Q_D(const WQLineEdit);
+    if (const auto dates = std::dynamic_pointer_cast<WQDateFormatter>(formatter()))
         return dates->maximumDate() ? toQDate(*dates->maximumDate()) : QDate();
-    return _wq_maximumDate;
+    return d->maximumDate;
 }
 
 void WQLineEdit::setMinimumDate(QDate minimum)
@@ -124,19 +120,24 @@ void WQLineEdit::setMaximumDate(QDate maximum)
 
 void WQLineEdit::setDateRange(QDate minimum, QDate maximum)
 {
-    _wq_hasDateRange = true;
-    _wq_minimumDate = minimum;
-    _wq_maximumDate = minimum.isValid() && maximum.isValid() && maximum < minimum ? minimum : maximum;
-    _wq_applyDateRange();
+    Q_D(WQLineEdit);
+    const QDate minimumBefore = minimumDate();
+    const QDate maximumBefore = maximumDate();
+    d->hasDateRange = true;
+    d->minimumDate = minimum;
+    d->maximumDate = minimum.isValid() && maximum.isValid() && maximum < minimum ? minimum : maximum;
+    d->applyDateRange(formatter());
+    if (minimumDate() != minimumBefore || maximumDate() != maximumBefore)
+        emit dateRangeChanged(minimumDate(), maximumDate());
 }
 
-void WQLineEdit::_wq_applyDateRange()
+void WQLineEditPrivate::applyDateRange(const std::shared_ptr<WQFormatter>& formatter) const
 {
     // A formatter the application set keeps its own range until the field is given one.
-    if (!_wq_hasDateRange)
+    if (!hasDateRange)
         return;
-    if (const auto dates = std::dynamic_pointer_cast<WQDateFormatter>(_wq_formatter))
-        dates->setDateRange(toWQDate(_wq_minimumDate), toWQDate(_wq_maximumDate));
+    if (const auto dates = std::dynamic_pointer_cast<WQDateFormatter>(formatter))
+        dates->setDateRange(toWQDate(minimumDate), toWQDate(maximumDate));
 }
 
 } // namespace wq

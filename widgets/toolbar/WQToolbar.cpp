@@ -1,5 +1,7 @@
 #include <WQGeneral/platform/WQLocalizedText.h>
 #include <WQGeneral/toolbar/WQToolbar.h>
+
+#include "WQToolbar_p.h"
 #include <WQGeneral/toolbar/WQToolbarCustomizationDialog.h>
 #include <WQGeneral/toolbar/WQToolbarDelegate.h>
 #include <WQGeneral/toolbar/WQToolbarItem.h>
@@ -21,8 +23,10 @@ const QString kDisplayModeKey = QStringLiteral("displayMode");
 
 } // namespace
 
-WQToolbar::WQToolbar(const QString& identifier, QWidget* parent) : QToolBar(parent), _wq_identifier(identifier)
+WQToolbar::WQToolbar(const QString& identifier, QWidget* parent)
+    : QToolBar(parent), _wq_d(std::make_unique<WQToolbarPrivate>())
 {
+    _wq_d->identifier = identifier;
     // QMainWindow::saveState() knows toolbars by name.
     setObjectName(identifier);
     setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -32,7 +36,7 @@ WQToolbar::WQToolbar(const QString& identifier, QWidget* parent) : QToolBar(pare
 
 WQToolbar::~WQToolbar()
 {
-    delete _wq_palette;
+    delete _wq_d->palette;
 }
 
 const QStringList& WQToolbar::standardItemIdentifiers()
@@ -49,13 +53,14 @@ bool WQToolbar::isStandardItemIdentifier(const QString& itemIdentifier)
 
 QStringList WQToolbar::defaultItemIdentifiers() const
 {
-    return _wq_delegate ? _wq_delegate->toolbarDefaultItemIdentifiers(const_cast<WQToolbar&>(*this)) : QStringList();
+    return _wq_d->delegate ? _wq_d->delegate->toolbarDefaultItemIdentifiers(const_cast<WQToolbar&>(*this))
+                           : QStringList();
 }
 
 QStringList WQToolbar::allowedItemIdentifiers() const
 {
     QStringList allowed =
-        _wq_delegate ? _wq_delegate->toolbarAllowedItemIdentifiers(const_cast<WQToolbar&>(*this)) : QStringList();
+        _wq_d->delegate ? _wq_d->delegate->toolbarAllowedItemIdentifiers(const_cast<WQToolbar&>(*this)) : QStringList();
     for (const QString& standard : standardItemIdentifiers())
         if (!allowed.contains(standard))
             allowed << standard;
@@ -74,25 +79,25 @@ std::unique_ptr<WQToolbarItem> WQToolbar::makeItem(const QString& itemIdentifier
             item->setPaletteLabel(WQToolbarStrings::tr("Flexible Space"));
         return item;
     }
-    if (!_wq_delegate)
+    if (!_wq_d->delegate)
         return nullptr;
-    return _wq_delegate->toolbarItemForItemIdentifier(*this, itemIdentifier, willBeInsertedIntoToolbar);
+    return _wq_d->delegate->toolbarItemForItemIdentifier(*this, itemIdentifier, willBeInsertedIntoToolbar);
 }
 
 void WQToolbar::setDelegate(WQToolbarDelegate* delegate)
 {
-    disconnect(_wq_delegateGuard);
-    _wq_delegate = delegate;
+    disconnect(_wq_d->delegateGuard);
+    _wq_d->delegate = delegate;
     // A delegate that is a QObject is forgotten when it goes.
     if (auto* object = dynamic_cast<QObject*>(delegate))
-        _wq_delegateGuard = connect(object, &QObject::destroyed, this, [this] { setDelegate(nullptr); });
+        _wq_d->delegateGuard = connect(object, &QObject::destroyed, this, [this] { setDelegate(nullptr); });
     if (!delegate) {
         setItemIdentifiers({});
         return;
     }
     const QStringList defaults = delegate->toolbarDefaultItemIdentifiers(*this);
     QStringList shown = defaults;
-    if (_wq_autosaves) {
+    if (_wq_d->autosaves) {
         QSettings settings;
         settings.beginGroup(_wq_settingsGroup());
         if (settings.contains(kItemsKey)) {
@@ -115,14 +120,14 @@ void WQToolbar::setDelegate(WQToolbarDelegate* delegate)
 QStringList WQToolbar::itemIdentifiers() const
 {
     QStringList identifiers;
-    for (const WQToolbarItem* item : _wq_items)
+    for (const WQToolbarItem* item : std::as_const(_wq_d->items))
         identifiers << item->itemIdentifier();
     return identifiers;
 }
 
 WQToolbarItem* WQToolbar::itemWithIdentifier(const QString& itemIdentifier) const
 {
-    for (WQToolbarItem* item : _wq_items)
+    for (WQToolbarItem* item : std::as_const(_wq_d->items))
         if (item->itemIdentifier() == itemIdentifier)
             return item;
     return nullptr;
@@ -131,7 +136,7 @@ WQToolbarItem* WQToolbar::itemWithIdentifier(const QString& itemIdentifier) cons
 void WQToolbar::setItemIdentifiers(const QStringList& itemIdentifiers)
 {
     QMultiHash<QString, WQToolbarItem*> unused;
-    for (WQToolbarItem* item : _wq_items)
+    for (WQToolbarItem* item : std::as_const(_wq_d->items))
         unused.insert(item->itemIdentifier(), item);
 
     QList<WQToolbarItem*> next;
@@ -151,16 +156,16 @@ void WQToolbar::setItemIdentifiers(const QStringList& itemIdentifiers)
         shown.insert(identifier);
         next << item;
     }
-    if (next == _wq_items)
+    if (next == _wq_d->items)
         return;
 
     setUpdatesEnabled(false);
-    for (WQToolbarItem* item : std::as_const(_wq_items))
+    for (WQToolbarItem* item : std::as_const(_wq_d->items))
         removeAction(item);
     for (WQToolbarItem* item : std::as_const(next))
         addAction(item);
     setUpdatesEnabled(true);
-    _wq_items = next;
+    _wq_d->items = next;
     // An item may be going away from inside its own action.
     for (WQToolbarItem* item : std::as_const(unused))
         item->deleteLater();
@@ -185,7 +190,7 @@ void WQToolbar::removeItemAtIndex(int index)
 
 QString WQToolbar::_wq_settingsGroup() const
 {
-    QString name = _wq_identifier;
+    QString name = _wq_d->identifier;
     name.replace(u'/', u'_').replace(u'\\', u'_');
     return QStringLiteral("Toolbars/") + name;
 }
@@ -213,7 +218,7 @@ void WQToolbar::restoreDefaultConfiguration()
 void WQToolbar::_wq_setDisplayMode(Qt::ToolButtonStyle style)
 {
     setToolButtonStyle(style);
-    if (!_wq_autosaves)
+    if (!_wq_d->autosaves)
         return;
     // Only the mode: the items stay the default set until the user chooses.
     QSettings settings;
@@ -225,21 +230,21 @@ void WQToolbar::_wq_setDisplayMode(Qt::ToolButtonStyle style)
 
 WQToolbarCustomizationDialog* WQToolbar::customizationPalette() const
 {
-    return _wq_palette;
+    return _wq_d->palette;
 }
 
 void WQToolbar::runCustomizationPalette()
 {
-    if (_wq_palette) {
-        _wq_palette->raise();
-        _wq_palette->activateWindow();
+    if (_wq_d->palette) {
+        _wq_d->palette->raise();
+        _wq_d->palette->activateWindow();
         return;
     }
-    if (!_wq_allowsCustomization || !_wq_delegate)
+    if (!_wq_d->allowsCustomization || !_wq_d->delegate)
         return;
-    _wq_palette = new WQToolbarCustomizationDialog(*this);
-    _wq_palette->setAttribute(Qt::WA_DeleteOnClose);
-    _wq_palette->open();
+    _wq_d->palette = new WQToolbarCustomizationDialog(*this);
+    _wq_d->palette->setAttribute(Qt::WA_DeleteOnClose);
+    _wq_d->palette->open();
 }
 
 void WQToolbar::_wq_showContextMenu(const QPoint& position)
@@ -261,9 +266,51 @@ void WQToolbar::_wq_showContextMenu(const QPoint& position)
     }
     menu->addSeparator();
     QAction* customize = menu->addAction(WQToolbarStrings::tr("Customize Toolbar\u2026"));
-    customize->setEnabled(_wq_allowsCustomization && _wq_delegate);
+    customize->setEnabled(_wq_d->allowsCustomization && _wq_d->delegate);
     connect(customize, &QAction::triggered, this, &WQToolbar::runCustomizationPalette);
     menu->popup(mapToGlobal(position));
+}
+
+const QString& WQToolbar::identifier() const noexcept
+{
+    Q_D(const WQToolbar);
+    return d->identifier;
+}
+
+WQToolbarDelegate* WQToolbar::delegate() const noexcept
+{
+    Q_D(const WQToolbar);
+    return d->delegate;
+}
+
+QList<WQToolbarItem*> WQToolbar::items() const
+{
+    Q_D(const WQToolbar);
+    return d->items;
+}
+
+bool WQToolbar::allowsUserCustomization() const noexcept
+{
+    Q_D(const WQToolbar);
+    return d->allowsCustomization;
+}
+
+bool WQToolbar::autosavesConfiguration() const noexcept
+{
+    Q_D(const WQToolbar);
+    return d->autosaves;
+}
+
+void WQToolbar::setAllowsUserCustomization(bool allows)
+{
+    Q_D(WQToolbar);
+    d->allowsCustomization = allows;
+}
+
+void WQToolbar::setAutosavesConfiguration(bool autosaves)
+{
+    Q_D(WQToolbar);
+    d->autosaves = autosaves;
 }
 
 } // namespace wq

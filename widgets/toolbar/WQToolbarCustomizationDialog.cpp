@@ -1,6 +1,8 @@
 #include <WQGeneral/platform/WQLocalizedText.h>
 #include <WQGeneral/toolbar/WQToolbar.h>
 #include <WQGeneral/toolbar/WQToolbarCustomizationDialog.h>
+
+#include "WQToolbarCustomizationDialog_p.h"
 #include <WQGeneral/toolbar/WQToolbarItem.h>
 
 #include "WQToolbarItemList.h"
@@ -104,12 +106,12 @@ QPushButton* smallButton(const QString& text, const char* name, QWidget* parent)
 const QString WQToolbarCustomizationDialog::kItemMimeType = QStringLiteral("application/x-wqgeneral-toolbar-items");
 
 WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
-    : QDialog(toolbar.window()),
-      _wq_toolbar(&toolbar),
-      _wq_original(toolbar.itemIdentifiers()),
-      _wq_originalStyle(int(toolbar.toolButtonStyle())),
-      _wq_chosen(_wq_original)
+    : QDialog(toolbar.window()), _wq_d(std::make_unique<WQToolbarCustomizationDialogPrivate>())
 {
+    _wq_d->toolbar = &toolbar;
+    _wq_d->original = toolbar.itemIdentifiers();
+    _wq_d->originalStyle = int(toolbar.toolButtonStyle());
+    _wq_d->chosen = _wq_d->original;
     setWindowTitle(WQToolbarStrings::tr("Customize Toolbar"));
     setWindowModality(Qt::WindowModal);
 
@@ -118,40 +120,40 @@ WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
                             this);
     hint->setWordWrap(true);
 
-    _wq_paletteList = new WQToolbarItemList(WQToolbarItemList::Role::Palette, this);
-    _wq_paletteList->setObjectName(QStringLiteral("palette"));
-    _wq_toolbarList = new WQToolbarItemList(WQToolbarItemList::Role::Toolbar, this);
-    _wq_toolbarList->setObjectName(QStringLiteral("toolbarItems"));
+    _wq_d->paletteList = new WQToolbarItemList(WQToolbarItemList::Role::Palette, this);
+    _wq_d->paletteList->setObjectName(QStringLiteral("palette"));
+    _wq_d->toolbarList = new WQToolbarItemList(WQToolbarItemList::Role::Toolbar, this);
+    _wq_d->toolbarList->setObjectName(QStringLiteral("toolbarItems"));
     auto* paletteTitle = new QLabel(WQToolbarStrings::tr("&Available items:"), this);
-    paletteTitle->setBuddy(_wq_paletteList);
+    paletteTitle->setBuddy(_wq_d->paletteList);
     auto* toolbarTitle = new QLabel(WQToolbarStrings::tr("&Toolbar items:"), this);
-    toolbarTitle->setBuddy(_wq_toolbarList);
+    toolbarTitle->setBuddy(_wq_d->toolbarList);
 
-    _wq_add = smallButton(WQToolbarStrings::tr("Add \u2192"), "add", this);
-    _wq_removeButton = smallButton(WQToolbarStrings::tr("\u2190 Remove"), "remove", this);
-    _wq_up = smallButton(WQToolbarStrings::tr("Move Up"), "moveUp", this);
-    _wq_down = smallButton(WQToolbarStrings::tr("Move Down"), "moveDown", this);
+    _wq_d->add = smallButton(WQToolbarStrings::tr("Add \u2192"), "add", this);
+    _wq_d->removeButton = smallButton(WQToolbarStrings::tr("\u2190 Remove"), "remove", this);
+    _wq_d->up = smallButton(WQToolbarStrings::tr("Move Up"), "moveUp", this);
+    _wq_d->down = smallButton(WQToolbarStrings::tr("Move Down"), "moveDown", this);
     auto* middle = new QVBoxLayout;
     middle->addStretch();
-    for (QPushButton* button : {_wq_add, _wq_removeButton, _wq_up, _wq_down})
+    for (QPushButton* button : {_wq_d->add, _wq_d->removeButton, _wq_d->up, _wq_d->down})
         middle->addWidget(button);
     middle->addStretch();
 
     auto* lists = new QGridLayout;
     lists->addWidget(paletteTitle, 0, 0);
     lists->addWidget(toolbarTitle, 0, 2);
-    lists->addWidget(_wq_paletteList, 1, 0);
+    lists->addWidget(_wq_d->paletteList, 1, 0);
     lists->addLayout(middle, 1, 1);
-    lists->addWidget(_wq_toolbarList, 1, 2);
+    lists->addWidget(_wq_d->toolbarList, 1, 2);
 
-    _wq_displayMode = new QComboBox(this);
-    _wq_displayMode->setObjectName(QStringLiteral("displayMode"));
-    _wq_displayMode->addItem(WQToolbarStrings::tr("Icon and Text"), int(Qt::ToolButtonTextUnderIcon));
-    _wq_displayMode->addItem(WQToolbarStrings::tr("Icon Only"), int(Qt::ToolButtonIconOnly));
-    _wq_displayMode->addItem(WQToolbarStrings::tr("Text Only"), int(Qt::ToolButtonTextOnly));
-    _wq_displayMode->setCurrentIndex(std::max(0, _wq_displayMode->findData(_wq_originalStyle)));
+    _wq_d->displayMode = new QComboBox(this);
+    _wq_d->displayMode->setObjectName(QStringLiteral("displayMode"));
+    _wq_d->displayMode->addItem(WQToolbarStrings::tr("Icon and Text"), int(Qt::ToolButtonTextUnderIcon));
+    _wq_d->displayMode->addItem(WQToolbarStrings::tr("Icon Only"), int(Qt::ToolButtonIconOnly));
+    _wq_d->displayMode->addItem(WQToolbarStrings::tr("Text Only"), int(Qt::ToolButtonTextOnly));
+    _wq_d->displayMode->setCurrentIndex(std::max(0, _wq_d->displayMode->findData(_wq_d->originalStyle)));
     auto* showLabel = new QLabel(WQToolbarStrings::tr("&Show:"), this);
-    showLabel->setBuddy(_wq_displayMode);
+    showLabel->setBuddy(_wq_d->displayMode);
 
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* restore = buttons->addButton(WQToolbarStrings::tr("Restore Defaults"), QDialogButtonBox::ResetRole);
@@ -164,7 +166,7 @@ WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
 
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(showLabel);
-    bottom->addWidget(_wq_displayMode);
+    bottom->addWidget(_wq_d->displayMode);
     bottom->addSpacing(12);
     bottom->addWidget(buttons, 1);
 
@@ -173,37 +175,42 @@ WQToolbarCustomizationDialog::WQToolbarCustomizationDialog(WQToolbar& toolbar)
     layout->addLayout(lists, 1);
     layout->addLayout(bottom);
 
-    connect(_wq_add, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::addSelectedItems);
-    connect(_wq_removeButton, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::removeSelectedItems);
-    connect(_wq_up, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::moveSelectedItemsUp);
-    connect(_wq_down, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::moveSelectedItemsDown);
+    connect(_wq_d->add, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::addSelectedItems);
+    connect(_wq_d->removeButton, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::removeSelectedItems);
+    connect(_wq_d->up, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::moveSelectedItemsUp);
+    connect(_wq_d->down, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::moveSelectedItemsDown);
     connect(restore, &QPushButton::clicked, this, &WQToolbarCustomizationDialog::restoreDefaultItems);
     connect(buttons, &QDialogButtonBox::accepted, this, &WQToolbarCustomizationDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &WQToolbarCustomizationDialog::reject);
-    connect(_wq_displayMode, &QComboBox::currentIndexChanged, this, [this] {
-        if (_wq_toolbar)
-            _wq_toolbar->setToolButtonStyle(Qt::ToolButtonStyle(_wq_displayMode->currentData().toInt()));
+    connect(_wq_d->displayMode, &QComboBox::currentIndexChanged, this, [this] {
+        if (_wq_d->toolbar)
+            _wq_d->toolbar->setToolButtonStyle(Qt::ToolButtonStyle(_wq_d->displayMode->currentData().toInt()));
     });
 
-    connect(_wq_paletteList, &WQToolbarItemList::activatedByKey, this, &WQToolbarCustomizationDialog::addSelectedItems);
-    connect(_wq_paletteList, &QListWidget::itemDoubleClicked, this, &WQToolbarCustomizationDialog::addSelectedItems);
-    connect(_wq_toolbarList, &WQToolbarItemList::activatedByKey, this,
+    connect(_wq_d->paletteList, &WQToolbarItemList::activatedByKey, this,
+            &WQToolbarCustomizationDialog::addSelectedItems);
+    connect(_wq_d->paletteList, &QListWidget::itemDoubleClicked, this,
+            &WQToolbarCustomizationDialog::addSelectedItems);
+    connect(_wq_d->toolbarList, &WQToolbarItemList::activatedByKey, this,
             &WQToolbarCustomizationDialog::removeSelectedItems);
-    connect(_wq_toolbarList, &QListWidget::itemDoubleClicked, this, &WQToolbarCustomizationDialog::removeSelectedItems);
-    connect(_wq_toolbarList, &WQToolbarItemList::moveRequested, this, &WQToolbarCustomizationDialog::_wq_moveSelected);
-    for (QListWidget* list : {static_cast<QListWidget*>(_wq_paletteList), static_cast<QListWidget*>(_wq_toolbarList)})
+    connect(_wq_d->toolbarList, &QListWidget::itemDoubleClicked, this,
+            &WQToolbarCustomizationDialog::removeSelectedItems);
+    connect(_wq_d->toolbarList, &WQToolbarItemList::moveRequested, this,
+            &WQToolbarCustomizationDialog::_wq_moveSelected);
+    for (QListWidget* list :
+         {static_cast<QListWidget*>(_wq_d->paletteList), static_cast<QListWidget*>(_wq_d->toolbarList)})
         connect(list, &QListWidget::itemSelectionChanged, this, &WQToolbarCustomizationDialog::_wq_updateButtons);
 
     // Into the toolbar list: from the palette adds, from itself moves. Into
     // the palette: from the toolbar list removes.
-    connect(_wq_toolbarList, &WQToolbarItemList::dropped, this,
+    connect(_wq_d->toolbarList, &WQToolbarItemList::dropped, this,
             [this](const WQToolbarItemList::Payload& payload, int row) {
                 if (payload.origin == WQToolbarItemList::Role::Palette)
                     _wq_insert(payload.itemIdentifiers, row);
                 else
                     _wq_move(payload.rows, row);
             });
-    connect(_wq_paletteList, &WQToolbarItemList::dropped, this,
+    connect(_wq_d->paletteList, &WQToolbarItemList::dropped, this,
             [this](const WQToolbarItemList::Payload& payload, int) {
                 if (payload.origin == WQToolbarItemList::Role::Toolbar)
                     _wq_remove(payload.rows);
@@ -228,15 +235,15 @@ QList<int> WQToolbarCustomizationDialog::_wq_selectedRows(const QListWidget& lis
 
 void WQToolbarCustomizationDialog::_wq_fillPalette()
 {
-    if (!_wq_toolbar)
+    if (!_wq_d->toolbar)
         return;
-    _wq_paletteList->clear();
-    for (const QString& identifier : _wq_toolbar->allowedItemIdentifiers()) {
+    _wq_d->paletteList->clear();
+    for (const QString& identifier : _wq_d->toolbar->allowedItemIdentifiers()) {
         // Offer only what the toolbar can show.
-        if (!_wq_toolbar->makeItem(identifier, false))
+        if (!_wq_d->toolbar->makeItem(identifier, false))
             continue;
-        const Entry entry = entryFor(*_wq_toolbar, identifier, palette());
-        auto* row = new QListWidgetItem(entry.icon, entry.text, _wq_paletteList);
+        const Entry entry = entryFor(*_wq_d->toolbar, identifier, palette());
+        auto* row = new QListWidgetItem(entry.icon, entry.text, _wq_d->paletteList);
         row->setData(WQToolbarItemList::kIdentifierRole, identifier);
         row->setToolTip(entry.toolTip);
     }
@@ -244,25 +251,25 @@ void WQToolbarCustomizationDialog::_wq_fillPalette()
 
 void WQToolbarCustomizationDialog::_wq_fillToolbarList(const QList<int>& selectRows)
 {
-    if (!_wq_toolbar)
+    if (!_wq_d->toolbar)
         return;
-    _wq_toolbarList->clear();
-    for (const QString& identifier : std::as_const(_wq_chosen)) {
-        const Entry entry = entryFor(*_wq_toolbar, identifier, palette());
-        auto* row = new QListWidgetItem(entry.icon, entry.text, _wq_toolbarList);
+    _wq_d->toolbarList->clear();
+    for (const QString& identifier : std::as_const(_wq_d->chosen)) {
+        const Entry entry = entryFor(*_wq_d->toolbar, identifier, palette());
+        auto* row = new QListWidgetItem(entry.icon, entry.text, _wq_d->toolbarList);
         row->setData(WQToolbarItemList::kIdentifierRole, identifier);
         row->setToolTip(entry.toolTip);
     }
     for (int row : selectRows)
-        if (QListWidgetItem* item = _wq_toolbarList->item(row))
+        if (QListWidgetItem* item = _wq_d->toolbarList->item(row))
             item->setSelected(true);
     if (!selectRows.isEmpty())
-        _wq_toolbarList->setCurrentRow(selectRows.first(), QItemSelectionModel::NoUpdate);
+        _wq_d->toolbarList->setCurrentRow(selectRows.first(), QItemSelectionModel::NoUpdate);
     // An item already in the toolbar cannot be added a second time.
-    for (int i = 0; i < _wq_paletteList->count(); ++i) {
-        QListWidgetItem* item = _wq_paletteList->item(i);
+    for (int i = 0; i < _wq_d->paletteList->count(); ++i) {
+        QListWidgetItem* item = _wq_d->paletteList->item(i);
         const QString identifier = item->data(WQToolbarItemList::kIdentifierRole).toString();
-        const bool used = !WQToolbar::isStandardItemIdentifier(identifier) && _wq_chosen.contains(identifier);
+        const bool used = !WQToolbar::isStandardItemIdentifier(identifier) && _wq_d->chosen.contains(identifier);
         item->setFlags(used ? Qt::NoItemFlags : Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled);
         item->setData(Qt::StatusTipRole, used ? WQToolbarStrings::tr("Already in the toolbar") : QString());
     }
@@ -271,17 +278,17 @@ void WQToolbarCustomizationDialog::_wq_fillToolbarList(const QList<int>& selectR
 
 void WQToolbarCustomizationDialog::_wq_setChosen(const QStringList& chosen, const QList<int>& selectRows)
 {
-    if (!_wq_toolbar)
+    if (!_wq_d->toolbar)
         return;
-    _wq_toolbar->setItemIdentifiers(chosen);
+    _wq_d->toolbar->setItemIdentifiers(chosen);
     // What the toolbar could show, without what it skipped.
-    _wq_chosen = _wq_toolbar->itemIdentifiers();
+    _wq_d->chosen = _wq_d->toolbar->itemIdentifiers();
     _wq_fillToolbarList(selectRows);
 }
 
 void WQToolbarCustomizationDialog::_wq_insert(const QStringList& itemIdentifiers, int row)
 {
-    QStringList chosen = _wq_chosen;
+    QStringList chosen = _wq_d->chosen;
     row = std::clamp<int>(row, 0, int(chosen.size()));
     QList<int> inserted;
     for (const QString& identifier : itemIdentifiers) {
@@ -297,11 +304,11 @@ void WQToolbarCustomizationDialog::_wq_insert(const QStringList& itemIdentifiers
 void WQToolbarCustomizationDialog::_wq_remove(QList<int> rows)
 {
     std::sort(rows.begin(), rows.end(), std::greater<>());
-    QStringList chosen = _wq_chosen;
+    QStringList chosen = _wq_d->chosen;
     for (int row : rows)
         if (row >= 0 && row < chosen.size())
             chosen.removeAt(row);
-    if (chosen != _wq_chosen) {
+    if (chosen != _wq_d->chosen) {
         const int next = rows.isEmpty() ? 0 : std::min(rows.last(), int(chosen.size()) - 1);
         _wq_setChosen(chosen, next >= 0 ? QList<int>{next} : QList<int>{});
     }
@@ -310,16 +317,16 @@ void WQToolbarCustomizationDialog::_wq_remove(QList<int> rows)
 void WQToolbarCustomizationDialog::_wq_move(QList<int> rows, int destination)
 {
     std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    rows.resize(std::unique(rows.begin(), rows.end()) - rows.begin());
     QStringList moving;
     QStringList rest;
-    for (int i = 0; i < _wq_chosen.size(); ++i) {
+    for (int i = 0; i < _wq_d->chosen.size(); ++i) {
         if (rows.contains(i)) {
-            moving << _wq_chosen[i];
+            moving << _wq_d->chosen[i];
             if (i < destination)
                 --destination;
         } else {
-            rest << _wq_chosen[i];
+            rest << _wq_d->chosen[i];
         }
     }
     if (moving.isEmpty())
@@ -335,10 +342,10 @@ void WQToolbarCustomizationDialog::_wq_move(QList<int> rows, int destination)
 
 void WQToolbarCustomizationDialog::_wq_moveSelected(int delta)
 {
-    const QList<int> rows = _wq_selectedRows(*_wq_toolbarList);
+    const QList<int> rows = _wq_selectedRows(*_wq_d->toolbarList);
     if (rows.isEmpty())
         return;
-    if ((delta < 0 && rows.first() == 0) || (delta > 0 && rows.last() == _wq_chosen.size() - 1))
+    if ((delta < 0 && rows.first() == 0) || (delta > 0 && rows.last() == _wq_d->chosen.size() - 1))
         return;
     // Up: in before the row above the first; down: after the row below the last.
     _wq_move(rows, delta < 0 ? rows.first() - 1 : rows.last() + 2);
@@ -347,47 +354,53 @@ void WQToolbarCustomizationDialog::_wq_moveSelected(int delta)
 void WQToolbarCustomizationDialog::addSelectedItems()
 {
     QStringList identifiers;
-    for (int row : _wq_selectedRows(*_wq_paletteList))
-        identifiers << _wq_paletteList->item(row)->data(WQToolbarItemList::kIdentifierRole).toString();
+    for (int row : _wq_selectedRows(*_wq_d->paletteList))
+        identifiers << _wq_d->paletteList->item(row)->data(WQToolbarItemList::kIdentifierRole).toString();
     // After the toolbar list's selection, or at its end.
-    const QList<int> selected = _wq_selectedRows(*_wq_toolbarList);
-    _wq_insert(identifiers, selected.isEmpty() ? int(_wq_chosen.size()) : selected.last() + 1);
+    const QList<int> selected = _wq_selectedRows(*_wq_d->toolbarList);
+    _wq_insert(identifiers, selected.isEmpty() ? int(_wq_d->chosen.size()) : selected.last() + 1);
 }
 
 void WQToolbarCustomizationDialog::removeSelectedItems()
 {
-    _wq_remove(_wq_selectedRows(*_wq_toolbarList));
+    _wq_remove(_wq_selectedRows(*_wq_d->toolbarList));
 }
 
 void WQToolbarCustomizationDialog::restoreDefaultItems()
 {
-    if (_wq_toolbar)
-        _wq_setChosen(_wq_toolbar->defaultItemIdentifiers(), {});
+    if (_wq_d->toolbar)
+        _wq_setChosen(_wq_d->toolbar->defaultItemIdentifiers(), {});
 }
 
 void WQToolbarCustomizationDialog::_wq_updateButtons()
 {
-    const QList<int> selected = _wq_selectedRows(*_wq_toolbarList);
-    _wq_add->setEnabled(!_wq_paletteList->selectedItems().isEmpty());
-    _wq_removeButton->setEnabled(!selected.isEmpty());
-    _wq_up->setEnabled(!selected.isEmpty() && selected.first() > 0);
-    _wq_down->setEnabled(!selected.isEmpty() && selected.last() < _wq_chosen.size() - 1);
+    const QList<int> selected = _wq_selectedRows(*_wq_d->toolbarList);
+    _wq_d->add->setEnabled(!_wq_d->paletteList->selectedItems().isEmpty());
+    _wq_d->removeButton->setEnabled(!selected.isEmpty());
+    _wq_d->up->setEnabled(!selected.isEmpty() && selected.first() > 0);
+    _wq_d->down->setEnabled(!selected.isEmpty() && selected.last() < _wq_d->chosen.size() - 1);
 }
 
 void WQToolbarCustomizationDialog::accept()
 {
-    if (_wq_toolbar && _wq_toolbar->autosavesConfiguration())
-        _wq_toolbar->saveConfiguration();
+    if (_wq_d->toolbar && _wq_d->toolbar->autosavesConfiguration())
+        _wq_d->toolbar->saveConfiguration();
     QDialog::accept();
 }
 
 void WQToolbarCustomizationDialog::reject()
 {
-    if (_wq_toolbar) {
-        _wq_toolbar->setItemIdentifiers(_wq_original);
-        _wq_toolbar->setToolButtonStyle(Qt::ToolButtonStyle(_wq_originalStyle));
+    if (_wq_d->toolbar) {
+        _wq_d->toolbar->setItemIdentifiers(_wq_d->original);
+        _wq_d->toolbar->setToolButtonStyle(Qt::ToolButtonStyle(_wq_d->originalStyle));
     }
     QDialog::reject();
+}
+
+QStringList WQToolbarCustomizationDialog::itemIdentifiers() const
+{
+    Q_D(const WQToolbarCustomizationDialog);
+    return d->chosen;
 }
 
 } // namespace wq

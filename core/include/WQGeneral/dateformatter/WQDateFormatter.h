@@ -25,6 +25,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace wq {
@@ -40,24 +41,29 @@ public:
     /// Usually given shortDateFormat(). Either date-pattern letters (M/d/yy)
     /// or percent directives (%m/%d/%y).
     explicit WQDateFormatter(const QString& format);
+    /// A formatter with the same format, range and today.
+    WQDateFormatter(const WQDateFormatter& other);
+    /// Takes other's format, range and today.
+    WQDateFormatter& operator=(const WQDateFormatter& other);
+    ~WQDateFormatter() override;
 
     /// A new format is announced with kWQNotif_FormatterChanged.
     void setDateFormat(const QString& format);
     /// The format as given to the constructor or setDateFormat().
-    const QString& dateFormat() const noexcept { return mFormat; }
+    const QString& dateFormat() const noexcept;
     /// The one character typed between the numbers ("\0" when the format has none).
-    const QString& localizedSeparator() const noexcept { return mLocalizedDateSeparatorString; }
+    const QString& localizedSeparator() const noexcept;
 
     /// Whether years show with four digits (yyyy or %Y) rather than two.
-    bool showCentury() const noexcept { return mFlags.showCentury; }
+    bool showCentury() const noexcept;
     /// Whether days below 10 show with a leading zero.
-    bool zeroPadDate() const noexcept { return mFlags.zeroPadDate; }
+    bool zeroPadDate() const noexcept;
     /// Whether months below 10 show with a leading zero.
-    bool zeroPadMonth() const noexcept { return mFlags.zeroPadMonth; }
+    bool zeroPadMonth() const noexcept;
     /// 0-based places of the month and the day among the format's date fields.
-    int monthPosition() const noexcept { return mFlags.monthPosition; }
+    int monthPosition() const noexcept;
     /// 0-based place of the day among the format's date fields.
-    int dayPosition() const noexcept { return mFlags.dayPosition; }
+    int dayPosition() const noexcept;
 
     /// The first year text is read in: what "%04ld" writes in four characters.
     static constexpr qint64 kEarliestYear = -999;
@@ -68,12 +74,12 @@ public:
     /// beyond kEarliestYear. A minimum after the maximum moves the maximum to it.
     void setMinimumDate(std::optional<WQDate> minimum);
     /// The earliest date of the application's range, if it set one.
-    const std::optional<WQDate>& minimumDate() const noexcept { return _wq_minimumDate; }
+    const std::optional<WQDate>& minimumDate() const noexcept;
     /// The latest date text is read as; nullopt (the default) for none beyond
     /// kLatestYear. A maximum before the minimum moves the minimum to it.
     void setMaximumDate(std::optional<WQDate> maximum);
     /// The latest date of the application's range, if it set one.
-    const std::optional<WQDate>& maximumDate() const noexcept { return _wq_maximumDate; }
+    const std::optional<WQDate>& maximumDate() const noexcept;
     /// Both limits at once; a maximum before the minimum is taken as the minimum.
     void setDateRange(std::optional<WQDate> minimum, std::optional<WQDate> maximum);
 
@@ -121,32 +127,12 @@ private:
     bool _wq_incrementDecrement(const QString& insertedText, const QString& originalString,
                                 QString* partialString, WQRange* proposedSelectedRange) const;
 
-    /// Everything but decimal digits, the separator and the increment keys.
-    struct InvertedCharacterSet {
-        char16_t separator = 0;
-        bool contains(char32_t c) const noexcept;
-        bool intersects(QStringView text) const noexcept;
-    };
-    struct Flags {
-        quint8 showCentury : 1;
-        quint8 zeroPadDate : 1;
-        quint8 zeroPadMonth : 1;
-        quint8 monthPosition : 2;
-        quint8 dayPosition : 2;
-    };
-
     QString _wq_render(const WQDate& date) const;
     /// Why date cannot be read (year or range); empty when it can.
     QString _wq_outOfRange(const WQDate& date) const;
 
-    QString mFormat;
-    QString mLocalizedDateSeparatorString;
-    InvertedCharacterSet mInvertedDecimalSetPlusLocalizedSeparatorsCharacterSet;
-    QString mIncrementerSet;
-    Flags mFlags{0, 0, 0, 0, 0};
-    TodayProvider _wq_todayProvider;
-    std::optional<WQDate> _wq_minimumDate;
-    std::optional<WQDate> _wq_maximumDate;
+    struct _wq_Private;
+    std::unique_ptr<_wq_Private> _wq_d;
 };
 
 /// @}

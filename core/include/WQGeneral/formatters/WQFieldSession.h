@@ -30,6 +30,8 @@
 
 namespace wq {
 
+class WQFieldSessionPrivate;
+
 /// \addtogroup formatters
 /// @{
 
@@ -57,7 +59,7 @@ public:
 
     /// The field editor formatters see while they judge an edit: this session
     /// unless the toolkit's field is one itself and names itself here.
-    void setFieldEditor(WQFieldEditor* editor) noexcept { _wq_editor = editor ? editor : this; }
+    void setFieldEditor(WQFieldEditor* editor) noexcept;
 
     /// The edit event of a key press: Backspace is the delete key (character
     /// 127), forward Delete carries no character, Alt is the option key.
@@ -67,19 +69,22 @@ public:
     /// is editing). Without formatter the value is the text.
     void setFormatter(std::shared_ptr<WQFormatter> formatter);
     /// The formatter in use, or null.
-    const std::shared_ptr<WQFormatter>& formatter() const noexcept { return _wq_formatter; }
+    const std::shared_ptr<WQFormatter>& formatter() const noexcept;
     /// The formatter's display text for value; empty where it has none.
     QString displayString(const QVariant& value) const;
 
     /// The value last set or read from the text when editing ended.
-    QVariant objectValue() const { return _wq_objectValue; }
+    QVariant objectValue() const;
     /// Displays the value through the formatter, caret at the end, and starts a new history.
     void setObjectValue(const QVariant& value);
     /// Reads the edited text into the object value, as ending the edit does.
     /// False (and valueRefused) when the formatter cannot read it.
     bool validateEditing();
+    /// The value the field stands for now: while the user edits, what the
+    /// text reads as (objectValue() when it cannot be read), else objectValue().
+    QVariant currentObjectValue() const;
     /// True when the text was edited since the value was last set or read.
-    bool hasPendingEdit() const noexcept { return _wq_pendingEdit; }
+    bool hasPendingEdit() const noexcept;
     /// Gives up the edit: the value from before it shows again, all selected
     /// (it can be undone).
     void abortEditing();
@@ -92,9 +97,9 @@ public:
     /// One step forth again after undoEdit().
     void redoEdit();
     /// True when undoEdit() has something to undo.
-    bool canUndoEdit() const noexcept { return !_wq_undoStack.empty(); }
+    bool canUndoEdit() const noexcept;
     /// True when redoEdit() has something to redo.
-    bool canRedoEdit() const noexcept { return !_wq_redoStack.empty(); }
+    bool canRedoEdit() const noexcept;
 
     /// An event that may edit the text begins (a key, an input method's
     /// commit, a drop, a middle-button paste); events nest.
@@ -126,36 +131,8 @@ signals:
     void refusalCleared();
 
 private:
-    struct State {
-        QString text;
-        WQRange selection;
-    };
-
-    State _wq_currentState() const;
-    void _wq_show(const QString& text, WQRange selection);
-    void _wq_judgeEdit(const State& before, const WQEditEvent& event);
-    void _wq_followFormatter();
-    void _wq_showValue(const QVariant& value);
-    void _wq_remember(const State& seen);
-    void _wq_step(std::vector<State>& from, std::vector<State>& to);
-    void _wq_noteRefusal(bool refused);
-
-    Field& _wq_field;
-    WQFieldEditor* _wq_editor = this;
-    std::shared_ptr<WQFormatter> _wq_formatter;
-    QVariant _wq_objectValue;
-    State _wq_shown;              ///< what the field stood at after the last edit
-    State _wq_beforeEvent;        ///< the same, when the current event began
-    WQEditEvent _wq_event;        ///< the event being handled
-    int _wq_eventDepth = 0;
-    bool _wq_editedInEvent = false;
-    bool _wq_judging = false;
-    bool _wq_showing = false;     ///< the session itself is changing the text
-    bool _wq_pendingEdit = false;
-    bool _wq_refusalShown = false;
-    std::vector<State> _wq_undoStack;
-    std::vector<State> _wq_redoStack;
-    WQObservation _wq_formatterObservation;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQFieldSession)
+    std::unique_ptr<WQFieldSessionPrivate> _wq_d;
 };
 
 /// @}

@@ -19,6 +19,7 @@
 #include <QMetaObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace wq {
@@ -45,13 +46,13 @@ public:
     static bool isUsableApplicationName(const QString& name);
 
     /// Null when the log folder could not be made.
-    QString logFilePath() const { return _wq_full_file_path; }
+    QString logFilePath() const;
     /// Does not change whether logging is enabled.
-    void setLogFilePath(const QString& path) { _wq_full_file_path = path; }
+    void setLogFilePath(const QString& path);
     /// Whether lines are written; a disabled log drops them.
-    bool isEnabled() const { return _wq_is_enabled; }
+    bool isEnabled() const;
     /// Turns writing on or off.
-    void setEnabled(bool enabled) { _wq_is_enabled = enabled; }
+    void setEnabled(bool enabled);
 
     /// Appends one record (mode 0600 when the file is new). A record longer
     /// than 4095 bytes is cut there, loses its line feed and is followed by one
@@ -76,9 +77,8 @@ public:
     void applicationWillTerminate() const;
 
 private:
-    QString _wq_full_file_path;
-    bool _wq_is_enabled = false;
-    QMetaObject::Connection _wq_terminateConnection;
+    struct _wq_Private;
+    std::unique_ptr<_wq_Private> _wq_d;
 
     void _wq_setUp(const QString& applicationName);
 };

@@ -10,6 +10,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+
 namespace wq {
 
 /// \addtogroup model
@@ -20,7 +22,7 @@ inline const QString kWQKey_UserData = QStringLiteral("kWQKey_UserData");
 
 class WQ_CORE_EXPORT WQBaseModelObject : public WQNotificationSender, public WQDocumentHolder {
 public:
-    WQBaseModelObject() = default;
+    WQBaseModelObject();
     /// Notifications name their sender by address, so model objects have identity.
     WQBaseModelObject(const WQBaseModelObject&) = delete;
     WQBaseModelObject& operator=(const WQBaseModelObject&) = delete;
@@ -28,16 +30,16 @@ public:
     ~WQBaseModelObject() override;
 
     /// Not owned: the document must outlive the object or clear the reference.
-    void setDocument(WQDocument* document) { _wq_document = document; }
+    void setDocument(WQDocument* document);
     /// The owning document given at construction, or nullptr.
-    WQDocument* document() const override { return _wq_document; }
+    WQDocument* document() const override;
     /// The document's undo stack; nullptr without a document.
     QUndoStack* undoManager() const;
 
     /// Sets the identifier; the application keeps identifiers unique within a document.
-    void setVeltranoID(quint32 identifier) { _wq_uniqueID = identifier; }
+    void setVeltranoID(quint32 identifier);
     /// The identifier, compared as unsigned 32-bit; 0 until set.
-    quint32 veltranoID() const { return _wq_uniqueID; }
+    quint32 veltranoID() const;
 
     /// Posts name with this object as sender and no user info, while sending is on.
     void sendNotification(const QString& name) const;
@@ -46,9 +48,9 @@ public:
     void sendNotification(const QString& name, const QVariant& data) const;
 
     /// A switch, not a counter: one enable undoes any number of disables.
-    void disableNotificationSending() { _wq_sendNotifications = false; }
+    void disableNotificationSending();
     /// Turns change notifications back on.
-    void enableNotificationSending() { _wq_sendNotifications = true; }
+    void enableNotificationSending();
 
 protected:
     /// Subclasses observe through this so that the base's destructor can find
@@ -57,9 +59,8 @@ protected:
                              WQNotificationCenter::Handler handler);
 
 private:
-    WQDocument* _wq_document = nullptr;
-    quint32 _wq_uniqueID = 0;
-    bool _wq_sendNotifications = true;
+    struct _wq_Private;
+    std::unique_ptr<_wq_Private> _wq_d;
 };
 
 /// Takes a notification apart. Each out-place may be nullptr. The document is

@@ -54,17 +54,17 @@ public:
     bool isATMMode() const;
 
     /// Settings in force.
-    QString localizedThousandsSeparator() const { return _wq_localizedThousandsSeparator; }
+    QString localizedThousandsSeparator() const;
     /// The decimal separator in force.
-    QString localizedDecimalSeparator() const { return _wq_localizedDecimalSeparator; }
+    QString localizedDecimalSeparator() const;
     /// The currency symbol in force.
-    QString localizedCurrencySymbol() const { return _wq_localizedCurrencySymbol; }
+    QString localizedCurrencySymbol() const;
     /// The positive pattern in force.
-    QString localizedPositiveFormat() const { return _wq_localizedPositiveFormat; }
+    QString localizedPositiveFormat() const;
     /// The negative pattern in force.
-    QString localizedNegativeFormat() const { return _wq_localizedNegativeFormat; }
+    QString localizedNegativeFormat() const;
     /// The characters of the symbol in force, which typing lets through.
-    const WQDigitSet& currencySymbolCharSet() const { return _wq_currencySymbolCharSet; }
+    const WQDigitSet& currencySymbolCharSet() const;
 
     /// Re-reads the settings now rather than after the settling delay of a
     /// change notification; posts kWQNotif_MoneyFormatterChanged (queued) when
@@ -109,19 +109,8 @@ private:
                                       const QString& originalString, WQRange originalSelectedRange,
                                       QString* errorDescription);
 
-    /// What display needs from the patterns and settings, worked out once
-    /// per change instead of on every call (index 0 positive, 1 negative).
-    struct _wq_DisplayPlan {
-        quint64 multiplier[2] = {1, 1};
-        quint8 places[2] = {0, 0};
-        bool grouping[2] = {false, false};
-        bool symbol[2] = {false, false};
-        bool symbolAtEnd = false;
-        char negativeSign = 0; ///< '-', '(' or none
-        /// Single-character (or no) grouping and a separator that cannot be
-        /// mistaken for a digit: the text can be laid out in one pass.
-        bool direct = false;
-    };
+    /// What display needs from the patterns and settings, worked out once per change.
+    struct _wq_DisplayPlan;
     void _wq_rebuildDisplayPlan();
     QString _wq_generalStringForAmount(double amount) const;
 
@@ -129,22 +118,8 @@ private:
     void _wq_currencyChanged(const WQNotification& notification);
     void _wq_observe();
 
-    WQMoneyFormatterDelegate* _wq_delegate = nullptr;
-    std::weak_ptr<const void> _wq_delegateLifetime;
-    QString _wq_localizedThousandsSeparator;
-    QString _wq_localizedDecimalSeparator;
-    QString _wq_localizedCurrencySymbol;
-    QString _wq_localizedPositiveFormat;
-    QString _wq_localizedNegativeFormat;
-    WQDigitSet _wq_invertedDecimalPlusLocalizedSeparatorsCharSet;
-    WQDigitSet _wq_invertedATMStyleCharSet;
-    WQDigitSet _wq_currencySymbolCharSet;
-
-    /// Deferred re-reads find the formatter through this, so one that has
-    /// gone away by then is skipped.
-    std::shared_ptr<WQMoneyFormatter*> _wq_self = std::make_shared<WQMoneyFormatter*>(this);
-    bool _wq_reReadPending = false;
-    _wq_DisplayPlan _wq_plan;
+    struct _wq_Private;
+    std::unique_ptr<_wq_Private> _wq_d;
 };
 
 /// @}

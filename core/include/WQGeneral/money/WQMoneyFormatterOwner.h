@@ -35,25 +35,23 @@ public:
     WQMoneyFormatterOwner& operator=(const WQMoneyFormatterOwner&) = delete;
 
     /// The currency settings dictionary, or nullopt for the system's settings.
-    std::optional<QVariantMap> currencySymbolDict() const override { return _wq_currency; }
+    std::optional<QVariantMap> currencySymbolDict() const override;
     /// True for ATM typing.
-    bool user_input_like_ATM() const override { return _wq_atm; }
+    bool user_input_like_ATM() const override;
 
     /// Sets the currency settings (nullopt: the system's). A different value
     /// posts kWQNotification_CurrencyChanged.
     void setCurrencySymbolDict(std::optional<QVariantMap> currencySymbolDict);
     /// Chooses ATM (true) or standard typing; formatters ask at every keystroke.
-    void setUserInputLikeATM(bool atm) noexcept { _wq_atm = atm; }
+    void setUserInputLikeATM(bool atm) noexcept;
 
     /// The shared formatter of this owner for places and kind (see
     /// WQMoneyFormatter::moneyFormatterForDelegate).
     std::shared_ptr<WQMoneyFormatter> moneyFormatter(qint8 decimalPlaces = 2, bool canCalculate = false);
 
 private:
-    std::optional<QVariantMap> _wq_currency;
-    bool _wq_atm = false;
-    /// The formatters handed out, re-read at once when the currency changes.
-    std::vector<std::weak_ptr<WQMoneyFormatter>> _wq_handedOut;
+    struct _wq_Private;
+    std::unique_ptr<_wq_Private> _wq_d;
 };
 
 /// @}

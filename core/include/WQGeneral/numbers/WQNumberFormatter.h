@@ -28,9 +28,9 @@ public:
     /// Sets both patterns: "#,##0" gives #,##0 and -#,##0.
     void setFormat(const QString& pattern);
     /// Null until set.
-    QString positiveFormat() const { return _wq_positiveFormat; }
+    QString positiveFormat() const;
     /// Null until set.
-    QString negativeFormat() const { return _wq_negativeFormat; }
+    QString negativeFormat() const;
     /// The pattern for zero and positive numbers.
     void setPositiveFormat(const QString& format);
     /// The pattern for negative numbers.
@@ -60,10 +60,8 @@ private:
     _wq_Icu& _wq_icu() const;
     void _wq_invalidate();
 
-    QString _wq_positiveFormat;
-    QString _wq_negativeFormat;
-    QString _wq_decimalSeparator; ///< null: the locale's
-    mutable std::unique_ptr<_wq_Icu> _wq_icuState;
+    struct _wq_Private;
+    std::unique_ptr<_wq_Private> _wq_d;
 };
 
 /// @}

@@ -9,6 +9,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -44,7 +45,8 @@ public:
     /// System-wide announcements (locale and number-preference changes).
     static WQNotificationCenter& distributedCenter();
 
-    WQNotificationCenter() = default;
+    WQNotificationCenter();
+    ~WQNotificationCenter();
     WQNotificationCenter(const WQNotificationCenter&) = delete;
     WQNotificationCenter& operator=(const WQNotificationCenter&) = delete;
 
@@ -70,17 +72,8 @@ public:
     qsizetype observationCount(const void* observer = nullptr) const;
 
 private:
-    struct Registration {
-        quint64 serial;
-        const void* observer;
-        QString name;
-        const WQNotificationSender* sender;
-        Handler handler;
-        bool removed;
-    };
-    std::vector<Registration> _wq_registrations;
-    quint64 _wq_nextSerial = 1;
-    int _wq_postDepth = 0;
+    struct _wq_Private;
+    std::unique_ptr<_wq_Private> _wq_d;
     void _wq_compact();
 };
 

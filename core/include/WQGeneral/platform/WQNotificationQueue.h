@@ -9,6 +9,8 @@
 
 #include <QList>
 
+#include <memory>
+
 namespace wq {
 
 /// \addtogroup platform
@@ -24,6 +26,7 @@ public:
 
     /// A queue that posts on center.
     explicit WQNotificationQueue(WQNotificationCenter& center);
+    ~WQNotificationQueue();
     WQNotificationQueue(const WQNotificationQueue&) = delete;
     WQNotificationQueue& operator=(const WQNotificationQueue&) = delete;
 
@@ -33,13 +36,12 @@ public:
     /// Drops queued notifications (for instance of a sender about to be destroyed).
     void dequeueNotificationsForSender(const WQNotificationSender* sender);
     /// Notifications waiting for the next pass of the event loop.
-    qsizetype pendingCount() const { return _wq_pending.size(); }
+    qsizetype pendingCount() const;
 
 private:
     void _wq_flush();
-    WQNotificationCenter& _wq_center;
-    QList<WQNotification> _wq_pending;
-    bool _wq_scheduled = false;
+    struct _wq_Private;
+    std::unique_ptr<_wq_Private> _wq_d;
 };
 
 /// @}

@@ -30,9 +30,12 @@
 #include <QVariantMap>
 
 #include <deque>
+#include <memory>
 #include <optional>
 
 namespace wq {
+
+class WQQuickAlertSheetsPrivate;
 
 /// \addtogroup quick
 /// @{
@@ -60,7 +63,7 @@ public:
     ~WQQuickAlertSheets() override;
 
     /// The window the sheets show over.
-    QQuickWindow* window() const { return _wq_window; }
+    QQuickWindow* window() const;
     /// Shows the sheets over window from now on.
     void setWindow(QQuickWindow* window);
 
@@ -95,11 +98,11 @@ public:
     Q_INVOKABLE void showAllWarningsAgain();
 
     /// True while a sheet shows.
-    bool isShowing() const { return _wq_current.has_value(); }
+    bool isShowing() const;
     /// The title of the sheet showing.
-    QString title() const { return _wq_current ? _wq_current->sheet.title : QString(); }
+    QString title() const;
     /// The message of the sheet showing.
-    QString message() const { return _wq_current ? _wq_current->sheet.message : QString(); }
+    QString message() const;
     /// True when the sheet showing is an Edit/Cancel sheet.
     bool isEditCancel() const;
     /// The translated button and check box texts.
@@ -107,7 +110,7 @@ public:
     /// The silenced warnings' keys.
     QStringList suppressedKeys() const;
     /// The dialog the sheets show in, once one was shown.
-    QObject* dialog() const { return _wq_dialog; }
+    QObject* dialog() const;
 
     /// Nothing to do before the properties are set.
     void classBegin() override {}
@@ -123,21 +126,14 @@ signals:
     void suppressedKeysChanged();
 
 private:
-    struct Pending {
-        WQAlertSheet sheet;
-        QPointer<QObject> field; ///< given back its value on Cancel
-    };
-
     bool _wq_findWindow();
     void _wq_begin(const std::optional<WQAlertSheet>& sheet, QObject* field);
     void _wq_showNext();
     bool _wq_makeDialog();
     void _wq_cancelEdit(QObject* field);
 
-    QPointer<QQuickWindow> _wq_window;
-    QPointer<QObject> _wq_dialog;
-    std::optional<Pending> _wq_current;
-    std::deque<Pending> _wq_waiting;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQQuickAlertSheets)
+    std::unique_ptr<WQQuickAlertSheetsPrivate> _wq_d;
 };
 
 /// @}

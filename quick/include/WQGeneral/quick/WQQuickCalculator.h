@@ -29,6 +29,8 @@
 
 namespace wq {
 
+class WQQuickCalculatorPrivate;
+
 /// \addtogroup quick
 /// @{
 
@@ -59,22 +61,22 @@ public:
     ~WQQuickCalculator() override;
 
     /// The pop-up (a Qt Quick Controls Popup).
-    QObject* popup() const { return _wq_popup; }
+    QObject* popup() const;
     /// The field that opened the calculator; null once it is gone.
-    QQuickItem* parentControl() const { return _wq_parent_control; }
+    QQuickItem* parentControl() const;
     /// The field the next number is typed into.
-    QQuickItem* editingField() const { return _wq_editing_field; }
+    QQuickItem* editingField() const;
     /// The numbers and operators so far.
-    const WQCalculatorTape& tape() const { return _wq_tape; }
+    const WQCalculatorTape& tape() const;
     /// True once closing has begun.
-    bool isClosing() const { return _wq_closing; }
+    bool isClosing() const;
 
     /// The tape's numbers as shown.
     QStringList numbers() const;
     /// The tape's operators.
-    QStringList operators() const { return _wq_tape.operators; }
+    QStringList operators() const;
     /// The running total as shown.
-    QString totalText() const { return _wq_display(calculateTotal()); }
+    QString totalText() const;
     /// "Total <total>".
     QString spokenTotal() const;
     /// The translated accessible names.
@@ -122,13 +124,8 @@ private:
     void _wq_editingEnded();
     void _wq_resignedKey();
 
-    QPointer<QQuickItem> _wq_parent_control;
-    std::shared_ptr<WQFormatter> _wq_formatter;
-    QPointer<QObject> _wq_popup;
-    QPointer<QQuickItem> _wq_editing_field;
-    WQCalculatorTape _wq_tape;
-    bool _wq_changing = false;
-    bool _wq_closing = false;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQQuickCalculator)
+    std::unique_ptr<WQQuickCalculatorPrivate> _wq_d;
 };
 
 /// @}

@@ -31,10 +31,12 @@
 
 namespace wq {
 
+class WQQuickFormattedFieldPrivate;
+
 /// \addtogroup quick
 /// @{
 
-class WQ_QUICK_EXPORT WQQuickFormattedField : public QObject, private WQFieldSession::Field {
+class WQ_QUICK_EXPORT WQQuickFormattedField : public QObject {
     Q_OBJECT
     /// The text field driven: a TextField, a TextInput or anything with their properties.
     Q_PROPERTY(QQuickItem* textField READ textField WRITE setTextField NOTIFY textFieldChanged)
@@ -60,7 +62,7 @@ public:
     static WQQuickFormattedField* of(const QObject* textField);
 
     /// The text field driven, or nullptr.
-    QQuickItem* textField() const { return _wq_textField; }
+    QQuickItem* textField() const;
     /// Drives textField from now on; it shows the value at once.
     void setTextField(QQuickItem* textField);
 
@@ -69,20 +71,20 @@ public:
     /// Installs a formatter of the kind; Custom keeps the one in place.
     void setFormatterKind(FormatterKind kind);
     /// The money kinds' decimal places.
-    int places() const noexcept { return _wq_places; }
+    int places() const noexcept;
     /// Sets the money kinds' decimal places (clamped to 0 to 9).
     void setPlaces(int places);
     /// The money kinds' owner, or nullptr.
-    WQQuickMoneyOwner* owner() const { return _wq_owner; }
+    WQQuickMoneyOwner* owner() const;
     /// Sets the money kinds' owner (nullptr: the system's settings).
     void setOwner(WQQuickMoneyOwner* owner);
 
     /// Shows the value again through formatter; the kind becomes Custom.
     void setFormatter(std::shared_ptr<WQFormatter> formatter);
     /// The formatter in use, or null.
-    const std::shared_ptr<WQFormatter>& formatter() const noexcept { return _wq_session.formatter(); }
+    const std::shared_ptr<WQFormatter>& formatter() const noexcept;
     /// The session that holds the field's value, history and judgement.
-    WQFieldSession& session() noexcept { return _wq_session; }
+    WQFieldSession& session() noexcept;
 
     /// The value as QML sees it (see the value property).
     QVariant value() const;
@@ -102,7 +104,7 @@ public:
     /// One step forth again.
     Q_INVOKABLE void redoEdit();
     /// True when the text was edited since the value was last set or read.
-    Q_INVOKABLE bool hasPendingEdit() const { return _wq_session.hasPendingEdit(); }
+    Q_INVOKABLE bool hasPendingEdit() const;
 
 signals:
     /// The text field driven changed.
@@ -129,25 +131,14 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    // WQFieldSession::Field
-    QString text() const override;
-    WQRange selectedRange() const override;
-    void setText(const QString& text) override;
-    void setSelectedRange(WQRange range) override;
-
     QVariant _wq_objectValueFor(const QVariant& value) const;
     bool _wq_deliver(QObject* item, QEvent* event, const WQEditEvent& edit);
     void _wq_focusOut(QObject* item, QEvent* event);
     void _wq_install(std::shared_ptr<WQFormatter> formatter);
     void _wq_installKind();
 
-    QPointer<QQuickItem> _wq_textField; // before the session, which reads it as it starts
-    WQFieldSession _wq_session;
-    QObject* _wq_relay = nullptr; // the field's signals, relayed to the session
-    FormatterKind _wq_kind = NoFormatter;
-    std::weak_ptr<WQFormatter> _wq_kindFormatter; // the formatter the kind installed
-    int _wq_places = 2;
-    QPointer<WQQuickMoneyOwner> _wq_owner;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQQuickFormattedField)
+    std::unique_ptr<WQQuickFormattedFieldPrivate> _wq_d;
 };
 
 /// @}

@@ -41,6 +41,8 @@ class QWidget;
 
 namespace wq {
 
+class WQWindowControllerPrivate;
+
 /// \addtogroup alerts
 /// @{
 
@@ -62,7 +64,7 @@ public:
     WQWindowController& operator=(const WQWindowController&) = delete;
 
     /// The window in the controller's charge.
-    QWidget* window() const { return _wq_window; }
+    QWidget* window() const;
     /// The controller of a window, if it has one.
     static WQWindowController* controllerOf(const QWidget* window);
 
@@ -131,11 +133,8 @@ private:
     void _wq_alertDidEnd(QMessageBox& alert, int returnCode, const QString& suppressionKey);
     QMessageBox* _wq_newSheet(const QString& title, const QString& message);
 
-    QPointer<QWidget> _wq_window;
-    bool _wq_ownsWindow;
-    QPointer<QMessageBox> _wq_sheet;
-    std::deque<QPointer<QMessageBox>> _wq_waitingSheets;
-    QPointer<WQToolbar> _wq_toolbar;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQWindowController)
+    std::unique_ptr<WQWindowControllerPrivate> _wq_d;
 };
 
 /// @}

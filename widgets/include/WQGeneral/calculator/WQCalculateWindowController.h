@@ -28,6 +28,8 @@
 
 namespace wq {
 
+class WQCalculateWindowControllerPrivate;
+
 /// \addtogroup calculator
 /// @{
 
@@ -46,19 +48,19 @@ public:
     ~WQCalculateWindowController() override;
 
     /// The calculator's window.
-    WQCalcWindow* window() const { return _wq_window; }
+    WQCalcWindow* window() const;
     /// The field that opened the calculator; null once it is gone.
-    QLineEdit* parentControl() const { return _wq_parent_control; }
+    QLineEdit* parentControl() const;
     /// The field the next number is typed into.
-    WQLineEdit* editingField() const { return _wq_editing_field; }
+    WQLineEdit* editingField() const;
     /// The field that shows the running total.
-    WQLineEdit* totalField() const { return _wq_total_field; }
+    WQLineEdit* totalField() const;
     /// The numbers and operators so far.
-    const WQCalculatorTape& tape() const { return _wq_tape; }
+    const WQCalculatorTape& tape() const;
     /// Height of one tape row, taken from the opening field.
-    int lineHeight() const { return _wq_line_height; }
+    int lineHeight() const;
     /// True once closing has begun.
-    bool isClosing() const { return _wq_closing; }
+    bool isClosing() const;
 
     /// Appends an operator and the number before it; the window is rebuilt
     /// on the next pass of the event loop.
@@ -100,15 +102,8 @@ private:
     void _wq_resignedKey();
     void _wq_copyTape() const;
 
-    QPointer<WQCalcWindow> _wq_window;
-    QPointer<QLineEdit> _wq_parent_control;
-    std::shared_ptr<WQFormatter> _wq_formatter;
-    QPointer<WQLineEdit> _wq_editing_field;
-    QPointer<WQLineEdit> _wq_total_field;
-    WQCalculatorTape _wq_tape;
-    int _wq_line_height = 0;
-    bool _wq_changing = false;
-    bool _wq_closing = false;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQCalculateWindowController)
+    std::unique_ptr<WQCalculateWindowControllerPrivate> _wq_d;
 };
 
 /// @}

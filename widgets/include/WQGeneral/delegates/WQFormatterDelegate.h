@@ -47,6 +47,8 @@
 
 namespace wq {
 
+class WQFormatterDelegatePrivate;
+
 /// \addtogroup delegates
 /// @{
 
@@ -68,18 +70,18 @@ public:
     /// Cells show through the new formatter; editors made from now on use it.
     void setFormatter(std::shared_ptr<WQFormatter> formatter);
     /// The formatter in use.
-    const std::shared_ptr<WQFormatter>& formatter() const noexcept { return _wq_formatter; }
+    const std::shared_ptr<WQFormatter>& formatter() const noexcept;
 
     /// The role values are read from and written to.
-    int valueRole() const noexcept { return _wq_valueRole; }
+    int valueRole() const noexcept;
     /// Reads and writes values under role from now on.
     void setValueRole(int role);
     /// The brush of negative amounts.
-    QBrush negativeBrush() const { return _wq_negativeBrush; }
+    QBrush negativeBrush() const;
     /// Qt::NoBrush leaves negative amounts in the text colour.
     void setNegativeBrush(const QBrush& brush);
     /// The alignment of cells whose model gives none (0: automatic).
-    Qt::Alignment alignment() const noexcept { return _wq_alignment; }
+    Qt::Alignment alignment() const noexcept;
     /// Sets the alignment of cells whose model gives none.
     void setAlignment(Qt::Alignment alignment);
 
@@ -115,27 +117,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Shown {
-        QString text;
-        bool number = false;
-        bool negative = false;
-        /// The text laid out for painting, kept with it.
-        mutable QStaticText laidOut;
-        mutable QFont laidOutFont;
-        /// Lays the text out in font (once) and answers whether one line of it fits width.
-        bool fitsOneLine(const QFont& font, int width) const;
-    };
-    /// A value as a cache key: its type and bits (a date's year, month and day).
-    struct ValueKey {
-        int type = 0;
-        qint64 bits = 0;
-        quint64 more = 0;
-        friend bool operator==(const ValueKey&, const ValueKey&) = default;
-        friend size_t qHash(const ValueKey& key, size_t seed = 0) noexcept
-        {
-            return qHashMulti(seed, key.type, key.bits, key.more);
-        }
-    };
+    struct Shown;
+    struct ValueKey;
     const Shown& _wq_shown(const QVariant& value) const;
     const Shown& _wq_styleCell(QStyleOptionViewItem* option, const QModelIndex& index) const;
     Shown _wq_render(const QVariant& value) const;
@@ -144,14 +127,8 @@ private:
     void _wq_commit(WQLineEdit* editor);
     void _wq_move(WQLineEdit* editor, bool backwards);
 
-    std::shared_ptr<WQFormatter> _wq_formatter;
-    WQObservation _wq_formatterObservation;
-    int _wq_valueRole = Qt::EditRole;
-    QBrush _wq_negativeBrush;
-    Qt::Alignment _wq_alignment;
-    mutable QHash<ValueKey, Shown> _wq_texts; ///< display texts by value, until the formatter changes
-    mutable Shown _wq_uncached;
-    mutable bool _wq_styling = false; ///< inside initStyleOption(), which sets the text itself
+    Q_DECLARE_PRIVATE_D(_wq_d, WQFormatterDelegate)
+    std::unique_ptr<WQFormatterDelegatePrivate> _wq_d;
 };
 
 /// @}

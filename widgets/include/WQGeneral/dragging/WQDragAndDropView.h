@@ -26,6 +26,8 @@ class QMimeData;
 
 namespace wq {
 
+class WQDragAndDropViewPrivate;
+
 /// \addtogroup dragging
 /// @{
 
@@ -50,17 +52,17 @@ public:
     ~WQDragAndDropView() override;
 
     /// Not owned; it must outlive the view or be cleared first.
-    WQDragAndDropViewDelegate* delegate() const noexcept { return _wq_delegate; }
+    WQDragAndDropViewDelegate* delegate() const noexcept;
     /// Sets the delegate (not owned).
-    void setDelegate(WQDragAndDropViewDelegate* delegate) noexcept { _wq_delegate = delegate; }
+    void setDelegate(WQDragAndDropViewDelegate* delegate) noexcept;
     /// The application's number for the view, carried by its drags.
-    qintptr tag() const noexcept { return _wq_tag; }
+    qintptr tag() const noexcept;
     /// Sets the number carried by the view's drags.
-    void setTag(qintptr tag) noexcept { _wq_tag = tag; }
+    void setTag(qintptr tag) noexcept;
     /// Off at first: presses are then ordinary presses.
-    bool canDrag() const noexcept { return _wq_canDrag; }
+    bool canDrag() const noexcept;
     /// Turns dragging on or off.
-    void setCanDrag(bool canDrag) noexcept { _wq_canDrag = canDrag; }
+    void setCanDrag(bool canDrag) noexcept;
 
     /// The delegate's formatted label, else its plain one, else no text.
     QTextDocumentFragment dragLabel() const;
@@ -70,7 +72,7 @@ public:
     /// The data a drag of the view carries; null if it cannot be written.
     std::unique_ptr<QMimeData> dragMimeData() const;
     /// True while a drag of the view runs.
-    bool isDragging() const noexcept { return _wq_dragging; }
+    bool isDragging() const noexcept;
 
 signals:
     /// A drag of the view ended, with the drop side's answer (Qt::IgnoreAction when nothing took it).
@@ -100,16 +102,8 @@ protected:
     virtual bool _tv_attemptToStartDragWithEvent(QMouseEvent* event, const QSizeF& initialOffset);
 
 private:
-    enum class _wq_PressState { None, Tracking, WaitingForRelease };
-
-    WQDragAndDropViewDelegate* _wq_delegate = nullptr;
-    qintptr _wq_tag = 0;
-    bool _wq_canDrag = false;
-
-    _wq_PressState _wq_press = _wq_PressState::None;
-    QPointF _wq_pressLocation;
-    bool _wq_dragging = false;
-    bool _wq_deleteAfterDrag = false;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQDragAndDropView)
+    std::unique_ptr<WQDragAndDropViewPrivate> _wq_d;
 };
 
 /// @}

@@ -46,15 +46,17 @@
 
 namespace wq {
 
+class WQLineEditPrivate;
+
 /// \addtogroup fields
 /// @{
 
 class WQ_WIDGETS_EXPORT WQLineEdit : public QLineEdit, public WQFieldEditor {
     Q_OBJECT
     /// The kind of formatter in use; setting it installs one (Designer's choice).
-    Q_PROPERTY(FormatterKind formatterKind READ formatterKind WRITE setFormatterKind)
+    Q_PROPERTY(FormatterKind formatterKind READ formatterKind WRITE setFormatterKind NOTIFY formatterKindChanged)
     /// Decimal places of the money kinds.
-    Q_PROPERTY(int places READ places WRITE setPlaces)
+    Q_PROPERTY(int places READ places WRITE setPlaces NOTIFY placesChanged)
     /// The value; what item delegates and QDataWidgetMapper read and write.
     Q_PROPERTY(QVariant objectValue READ currentObjectValue WRITE setObjectValue NOTIFY objectValueChanged USER true
                    DESIGNABLE false)
@@ -63,9 +65,9 @@ class WQ_WIDGETS_EXPORT WQLineEdit : public QLineEdit, public WQFieldEditor {
     /// The value as a date (date kinds).
     Q_PROPERTY(QDate date READ date WRITE setDate NOTIFY dateChanged DESIGNABLE false)
     /// The earliest date a date field takes; none when invalid.
-    Q_PROPERTY(QDate minimumDate READ minimumDate WRITE setMinimumDate RESET clearMinimumDate)
+    Q_PROPERTY(QDate minimumDate READ minimumDate WRITE setMinimumDate RESET clearMinimumDate NOTIFY dateRangeChanged)
     /// The latest date a date field takes; none when invalid.
-    Q_PROPERTY(QDate maximumDate READ maximumDate WRITE setMaximumDate RESET clearMaximumDate)
+    Q_PROPERTY(QDate maximumDate READ maximumDate WRITE setMaximumDate RESET clearMaximumDate NOTIFY dateRangeChanged)
 public:
     /// The framework's entry formatters, for forms that choose one by name.
     /// ExtendedDate is the user's short date with the year in four digits.
@@ -82,7 +84,7 @@ public:
     /// without formatter is a plain line edit whose value is its text.
     void setFormatter(std::shared_ptr<WQFormatter> formatter);
     /// The formatter in use, or null.
-    const std::shared_ptr<WQFormatter>& formatter() const noexcept { return _wq_formatter; }
+    const std::shared_ptr<WQFormatter>& formatter() const noexcept;
 
     /// Installs a new formatter of the kind (money kinds with places decimal
     /// places, shared per places under the system's settings); Custom keeps
@@ -93,10 +95,10 @@ public:
     /// Decimal places of the money kinds, 0 to 9 (2 at first).
     void setPlaces(int places);
     /// The money kinds' decimal places.
-    int places() const noexcept { return _wq_places; }
+    int places() const noexcept;
 
     /// The value last set or read from the text when editing ended.
-    QVariant objectValue() const { return _wq_objectValue; }
+    QVariant objectValue() const;
     /// Displays the value through the formatter and forgets pending edits.
     void setObjectValue(const QVariant& value);
     /// The value the field stands for now: while the user edits, what the
@@ -135,7 +137,7 @@ public:
     /// does. False (and valueRefused) when the formatter cannot read it.
     bool validateEditing();
     /// True when the text was edited since the value was last set or read.
-    bool hasPendingEdit() const noexcept { return _wq_pendingEdit; }
+    bool hasPendingEdit() const noexcept;
     /// Gives up the edit: the value from before it shows again, all selected.
     /// What Escape does while there is an edit (it can be undone).
     void abortEditing();
@@ -145,9 +147,9 @@ public:
     /// Steps forward again after undoEdit().
     void redoEdit();
     /// True when undoEdit() has something to undo.
-    bool canUndoEdit() const noexcept { return !_wq_undoStack.empty(); }
+    bool canUndoEdit() const noexcept;
     /// True when redoEdit() has something to redo.
-    bool canRedoEdit() const noexcept { return !_wq_redoStack.empty(); }
+    bool canRedoEdit() const noexcept;
 
     // WQFieldEditor
     WQRange selectedRange() const override;
@@ -171,6 +173,12 @@ signals:
     void valueRefused(const QString& errorDescription);
     /// The last refusal is over: an edit or a value went through since.
     void refusalCleared();
+    /// The formatter kind changed (set, or a formatter set from code made it Custom or NoFormatter).
+    void formatterKindChanged(wq::WQLineEdit::FormatterKind kind);
+    /// The money kinds' decimal places changed.
+    void placesChanged(int places);
+    /// The earliest or latest date a date field takes changed.
+    void dateRangeChanged(QDate minimum, QDate maximum);
 
 protected:
     /// Records the key or input-method text being handled, so that its edit is judged once the line edit is done with it.
@@ -183,49 +191,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    struct State {
-        QString text;
-        WQRange selection;
-    };
-
-    State _wq_currentState() const;
-    void _wq_show(const QString& text, WQRange selection);
-    void _wq_textEdited();
-    void _wq_judgeEdit(const State& before, const WQEditEvent& event);
-    void _wq_noteSelection();
-    void _wq_noteTextChanged();
-    QString _wq_displayString(const QVariant& value) const;
-    void _wq_followFormatter();
-    /// Shows a value; the text it replaces stays reachable by undo.
-    void _wq_showValue(const QVariant& value);
-    void _wq_remember(const State& seen);
-    void _wq_step(std::vector<State>& from, std::vector<State>& to);
-    void _wq_noteRefusal(bool refused);
-    /// Reads text as editing's end does; false with error when it cannot.
-    bool _wq_read(const QString& text, QVariant* value, QString* error) const;
-    void _wq_emitTypedValue(const QVariant& value);
-    void _wq_applyDateRange();
-
-    std::shared_ptr<WQFormatter> _wq_formatter;
-    QVariant _wq_objectValue;
-    State _wq_shown;              ///< what the field stood at after the last edit
-    State _wq_beforeEvent;        ///< the same, when the current event began
-    WQEditEvent _wq_event;        ///< the event being handled
-    int _wq_eventDepth = 0;
-    bool _wq_editedInEvent = false;
-    bool _wq_judging = false;
-    bool _wq_showing = false;     ///< the field itself is changing the text
-    bool _wq_pendingEdit = false;
-    bool _wq_refusalShown = false;
-    std::vector<State> _wq_undoStack;
-    std::vector<State> _wq_redoStack;
-    WQObservation _wq_formatterObservation;
-    FormatterKind _wq_kind = NoFormatter;
-    std::weak_ptr<WQFormatter> _wq_kindFormatter; // the formatter the kind installed
-    int _wq_places = 2;
-    bool _wq_hasDateRange = false; ///< the range below was set on the field
-    QDate _wq_minimumDate;
-    QDate _wq_maximumDate;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQLineEdit)
+    std::unique_ptr<WQLineEditPrivate> _wq_d;
 };
 
 /// A new formatter of the kind; nullptr for NoFormatter and Custom.

@@ -21,7 +21,11 @@
 #include <QStringList>
 #include <QToolBar>
 
+#include <memory>
+
 namespace wq {
+
+class WQToolbarPrivate;
 
 /// \addtogroup toolbar
 /// @{
@@ -38,17 +42,17 @@ public:
     ~WQToolbar() override;
 
     /// Names the toolbar in the user's settings.
-    const QString& identifier() const noexcept { return _wq_identifier; }
+    const QString& identifier() const noexcept;
 
     /// The delegate is not owned (one that is a QObject is forgotten when it is
     /// destroyed). Setting it shows its items: the user's saved choice brought
     /// up to date, or the default set. Null empties the toolbar.
     void setDelegate(WQToolbarDelegate* delegate);
     /// The delegate, or nullptr.
-    WQToolbarDelegate* delegate() const noexcept { return _wq_delegate; }
+    WQToolbarDelegate* delegate() const noexcept;
 
     /// The items shown, in order.
-    QList<WQToolbarItem*> items() const { return _wq_items; }
+    QList<WQToolbarItem*> items() const;
     /// Identifiers of the items shown, in order.
     QStringList itemIdentifiers() const;
     /// The first item with the identifier, or null.
@@ -76,13 +80,13 @@ public:
     std::unique_ptr<WQToolbarItem> makeItem(const QString& itemIdentifier, bool willBeInsertedIntoToolbar);
 
     /// Whether the user may change the items (default: yes).
-    bool allowsUserCustomization() const noexcept { return _wq_allowsCustomization; }
+    bool allowsUserCustomization() const noexcept;
     /// Allows or forbids customization.
-    void setAllowsUserCustomization(bool allows) { _wq_allowsCustomization = allows; }
+    void setAllowsUserCustomization(bool allows);
     /// Whether the user's changes are kept in the settings (default: yes).
-    bool autosavesConfiguration() const noexcept { return _wq_autosaves; }
+    bool autosavesConfiguration() const noexcept;
     /// Turns the keeping of the user's changes on or off.
-    void setAutosavesConfiguration(bool autosaves) { _wq_autosaves = autosaves; }
+    void setAutosavesConfiguration(bool autosaves);
     /// Writes the items shown and the display mode to the settings now.
     void saveConfiguration();
     /// Forgets the user's choice and shows the default set.
@@ -105,13 +109,8 @@ private:
     void _wq_setDisplayMode(Qt::ToolButtonStyle style);
     QString _wq_settingsGroup() const;
 
-    QString _wq_identifier;
-    WQToolbarDelegate* _wq_delegate = nullptr;
-    QMetaObject::Connection _wq_delegateGuard;
-    QList<WQToolbarItem*> _wq_items;
-    QPointer<WQToolbarCustomizationDialog> _wq_palette;
-    bool _wq_allowsCustomization = true;
-    bool _wq_autosaves = true;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQToolbar)
+    std::unique_ptr<WQToolbarPrivate> _wq_d;
 };
 
 /// @}

@@ -20,7 +20,11 @@ class QComboBox;
 class QListWidget;
 class QPushButton;
 
+#include <memory>
+
 namespace wq {
+
+class WQToolbarCustomizationDialogPrivate;
 
 /// \addtogroup toolbar
 /// @{
@@ -40,7 +44,7 @@ public:
     ~WQToolbarCustomizationDialog() override;
 
     /// The items chosen so far, in order.
-    QStringList itemIdentifiers() const { return _wq_chosen; }
+    QStringList itemIdentifiers() const;
 
 public slots:
     /// Moves the items chosen in the palette into the toolbar list.
@@ -69,17 +73,8 @@ private:
     void _wq_updateButtons();
     QList<int> _wq_selectedRows(const QListWidget& list) const;
 
-    QPointer<WQToolbar> _wq_toolbar;
-    QStringList _wq_original;
-    int _wq_originalStyle;
-    QStringList _wq_chosen;
-    WQToolbarItemList* _wq_paletteList = nullptr;
-    WQToolbarItemList* _wq_toolbarList = nullptr;
-    QPushButton* _wq_add = nullptr;
-    QPushButton* _wq_removeButton = nullptr;
-    QPushButton* _wq_up = nullptr;
-    QPushButton* _wq_down = nullptr;
-    QComboBox* _wq_displayMode = nullptr;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQToolbarCustomizationDialog)
+    std::unique_ptr<WQToolbarCustomizationDialogPrivate> _wq_d;
 };
 
 /// @}

@@ -11,7 +11,11 @@
 #include <QString>
 #include <QWidgetAction>
 
+#include <memory>
+
 namespace wq {
+
+class WQToolbarItemPrivate;
 
 /// \addtogroup toolbar
 /// @{
@@ -24,7 +28,7 @@ public:
     ~WQToolbarItem() override;
 
     /// The identifier the item was made for.
-    const QString& itemIdentifier() const noexcept { return _wq_identifier; }
+    const QString& itemIdentifier() const noexcept;
     /// Separators and spaces, which every toolbar offers.
     bool isStandardItem() const;
 
@@ -33,23 +37,23 @@ public:
     /// Sets the label shown in the toolbar.
     void setLabel(const QString& label);
     /// The name shown in the customization dialog; the label when empty.
-    QString paletteLabel() const { return _wq_paletteLabel; }
+    QString paletteLabel() const;
     /// Sets the label shown in the customization palette.
-    void setPaletteLabel(const QString& paletteLabel) { _wq_paletteLabel = paletteLabel; }
+    void setPaletteLabel(const QString& paletteLabel);
 
     /// The widget shown instead of a button. It is not owned: when the item
     /// leaves the toolbar the widget is hidden and handed back to the window.
-    QWidget* view() const { return _wq_view; }
+    QWidget* view() const;
     /// Sets the widget shown instead of a button (not owned).
-    void setView(QWidget* view) { _wq_view = view; }
+    void setView(QWidget* view);
     /// Limits put on the view while it is in the toolbar; an empty size sets none.
-    QSize minSize() const noexcept { return _wq_minSize; }
+    QSize minSize() const noexcept;
     /// Sets the smallest size of the item's view.
-    void setMinSize(QSize size) { _wq_minSize = size; }
+    void setMinSize(QSize size);
     /// The largest size of the item's view.
-    QSize maxSize() const noexcept { return _wq_maxSize; }
+    QSize maxSize() const noexcept;
     /// Sets the largest size of the item's view.
-    void setMaxSize(QSize size) { _wq_maxSize = size; }
+    void setMaxSize(QSize size);
 
 protected:
     /// The view when there is one, else a tool button for the action.
@@ -58,12 +62,9 @@ protected:
     void deleteWidget(QWidget* widget) override;
 
 private:
-    QString _wq_identifier;
-    QString _wq_paletteLabel;
-    QPointer<QWidget> _wq_view;
-    QSize _wq_minSize;
-    QSize _wq_maxSize;
-    bool _wq_dying = false;
+
+    Q_DECLARE_PRIVATE_D(_wq_d, WQToolbarItem)
+    std::unique_ptr<WQToolbarItemPrivate> _wq_d;
 };
 
 /// @}
