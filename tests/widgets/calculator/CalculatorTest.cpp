@@ -71,10 +71,15 @@ protected:
 
 } // namespace
 
+TEST_F(Calculator, TheToolkitIsRegisteredByLinkingAndNamesTheFocusedField)
+{
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(field));
+    other->setFocus();
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(other));
+}
+
 TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRight)
 {
-    // The toolkit, registered by linking, names the focused field.
-    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(field));
     type(u"2+"_s);
     WQCalculateWindowController* calc = calculator();
     ASSERT_NE(calc, nullptr);
