@@ -60,6 +60,12 @@ protected:
             }
         FAIL() << "no button " << text.toStdString();
     }
+    // Closes the sheet with its first button (OK on a suppressible one).
+    void dismiss(QMessageBox* box)
+    {
+        ASSERT_NE(box, nullptr);
+        click(box, box->buttons().first()->text());
+    }
 
     QWidget window;
     WQWindowController* controller = new WQWindowController(window);

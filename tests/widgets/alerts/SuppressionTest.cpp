@@ -39,20 +39,18 @@ TEST_F(Suppression, TickingTheBoxSilencesThatWarningForGood)
         SCOPED_TRACE(k.key.toStdString());
         // Closed with the box unticked: nothing is stored, the warning stays.
         k.show();
-        QMessageBox* box = sheet();
-        ASSERT_NE(box, nullptr);
-        click(box, box->buttons().first()->text());
+        dismiss(sheet());
         EXPECT_FALSE(QSettings().contains(k.key));
         EXPECT_FALSE(storedOnDisk(k.key));
 
         k.show();
-        box = sheet();
+        QMessageBox* box = sheet();
         ASSERT_NE(box, nullptr);
         QTest::mouseClick(box->checkBox(), Qt::LeftButton);
         ASSERT_TRUE(box->checkBox()->isChecked());
         // Ticked but not yet closed: not stored yet.
         EXPECT_FALSE(WQWarningSuppression::isSuppressed(k.key));
-        click(box, box->buttons().first()->text());
+        dismiss(box);
         EXPECT_TRUE(QSettings().value(k.key).toBool());
         EXPECT_TRUE(storedOnDisk(k.key));
 
@@ -97,7 +95,7 @@ TEST_F(Suppression, TheSettingsPageListsSilencedWarningsAndBringsThemBack)
     QMessageBox* box = sheet();
     ASSERT_NE(box, nullptr);
     QTest::mouseClick(box->checkBox(), Qt::LeftButton);
-    click(box, box->buttons().first()->text());
+    dismiss(box);
     WQWarningSuppression::suppress(kDefaultsKey_DateWarning);
 
     auto showAgain = [&page](const QString& key) { return page.findChild<QPushButton*>(key); };
@@ -165,7 +163,7 @@ TEST_F(Suppression, TheApplicationsOwnWarningsUnderItsOwnKeys)
     QMessageBox* box = sheet();
     ASSERT_NE(box, nullptr);
     QTest::mouseClick(box->checkBox(), Qt::LeftButton);
-    click(box, box->buttons().first()->text());
+    dismiss(box);
     EXPECT_TRUE(WQWarningSuppression::isSuppressed(key));
     controller->sheetForSuppressibleWarning(QStringLiteral("Again"), QString(), key);
     EXPECT_EQ(controller->attachedSheet(), nullptr);

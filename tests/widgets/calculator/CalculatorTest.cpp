@@ -294,8 +294,16 @@ TEST_F(Calculator, TotalsAreSpokenAndTheTapeCopies)
     WQCalculateWindowController* calc = calculator();
     ASSERT_NE(calc, nullptr);
     EXPECT_EQ(calc->editingField()->accessibleDescription(), u"Total $10.00");
-    EXPECT_EQ(calc->totalField()->accessibleName(), u"Total");
-    EXPECT_EQ(calc->window()->accessibleName(), u"Calculator");
+    // The tape reads each number and the operator before the next, the
+    // number being typed, the total.
+    QAccessibleInterface* tape = QAccessible::queryAccessibleInterface(calc->window());
+    EXPECT_EQ(tape->text(QAccessible::Name), u"Calculator");
+    EXPECT_FALSE(tape->text(QAccessible::Description).isEmpty());
+    QStringList read;
+    for (int i = 0; i < tape->childCount(); ++i)
+        if (QAccessibleInterface* row = tape->child(i); row->role() == QAccessible::EditableText)
+            read << row->text(QAccessible::Name) + u": "_s + row->text(QAccessible::Value);
+    EXPECT_EQ(read, QStringList({u"Number 1: $8.00"_s, u"Operator +: +"_s, u"Next number: $2"_s, u"Total: $10.00"_s}));
 
     press(u'c', Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"$8.00\n+ $2\n= $10.00\n");

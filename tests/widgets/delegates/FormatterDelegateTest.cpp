@@ -47,16 +47,13 @@ int largestDifference(const QImage& a, const QImage& b)
 {
     if (a.size() != b.size())
         return 255;
-    const QImage x = a.convertToFormat(QImage::Format_RGB32), y = b.convertToFormat(QImage::Format_RGB32);
     int largest = 0;
-    for (int row = 0; row < x.height(); ++row) {
-        const auto* p = reinterpret_cast<const QRgb*>(x.constScanLine(row));
-        const auto* q = reinterpret_cast<const QRgb*>(y.constScanLine(row));
-        for (int column = 0; column < x.width(); ++column)
-            largest = std::max({largest, std::abs(qRed(p[column]) - qRed(q[column])),
-                                std::abs(qGreen(p[column]) - qGreen(q[column])),
-                                std::abs(qBlue(p[column]) - qBlue(q[column]))});
-    }
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+            largest = std::max({largest, std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
+                                std::abs(qBlue(p) - qBlue(q))});
+        }
     return largest;
 }
 
@@ -181,7 +178,7 @@ TEST_F(FormatterDelegate, PaintsCellsAsTheFieldsShowThem)
     EXPECT_EQ(amounts_->cell(cell(1, AmountColumn)).text, u"2.500,00 €");
 }
 
-TEST_F(FormatterDelegate, EditsAMoneyCellKeystrokeByKeystroke)
+TEST_F(FormatterDelegate, EditsAMoneyCellKeystrokeByKeystrokeAndEscapeGivesUp)
 {
     QSignalSpy refused(amounts_, &WQFormatterDelegate::editRefused);
     WQLineEdit* amount = edit(1, AmountColumn);
@@ -201,10 +198,7 @@ TEST_F(FormatterDelegate, EditsAMoneyCellKeystrokeByKeystroke)
     const QVariant written = cell(1, AmountColumn).data(Qt::EditRole);
     EXPECT_EQ(written.metaType(), QMetaType::fromType<double>());
     EXPECT_EQ(written.toDouble(), 1234.0);
-}
 
-TEST_F(FormatterDelegate, EscapeGivesUpTheEdit)
-{
     ASSERT_NE(edit(0, AmountColumn), nullptr);
     type(u"99\x1b"_s);
     EXPECT_EQ(editor(), nullptr);
@@ -297,28 +291,23 @@ TEST_F(FormatterDelegate, ATextThatCannotBeReadIsNeverWritten)
     EXPECT_EQ(cell(0, DateColumn).data(Qt::EditRole).value<WQDate>(), WQDate(2024, 3, 5));
 }
 
-TEST_F(FormatterDelegate, DateCellsStepWithTheFieldsKeysAndOfferTheCalendar)
+// The stepping keys are the date field's own (its typing tests).
+TEST_F(FormatterDelegate, DateCellsOfferTheCalendar)
 {
     WQLineEdit* date = edit(0, DateColumn);
     ASSERT_NE(date, nullptr);
     date->end(false);
-    type(u"+"_s);
-    EXPECT_EQ(date->text(), u"3/6/24");
-    press(u'=', Qt::AltModifier);
-    EXPECT_EQ(date->text(), u"4/6/24") << "Alt steps by months";
-    type(u"-"_s);
-    EXPECT_EQ(date->text(), u"4/5/24");
-
+    type(u"\b6"_s);
     QTest::keyClick(date, Qt::Key_Down, Qt::AltModifier);
     auto* calendar = qobject_cast<QCalendarWidget*>(QApplication::activePopupWidget());
     ASSERT_NE(calendar, nullptr) << "Alt+Down drops the calendar down";
-    EXPECT_EQ(calendar->selectedDate(), QDate(2024, 4, 5)) << "on the date being typed";
+    EXPECT_EQ(calendar->selectedDate(), QDate(2026, 3, 5)) << "on the date being typed";
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     EXPECT_EQ(editor(), date);
-    EXPECT_EQ(date->text(), u"4/6/24");
-    EXPECT_EQ(cell(0, DateColumn).data(Qt::EditRole).value<WQDate>(), WQDate(2024, 4, 6)) << "written at once";
+    EXPECT_EQ(date->text(), u"3/6/26");
+    EXPECT_EQ(cell(0, DateColumn).data(Qt::EditRole).value<WQDate>(), WQDate(2026, 3, 6)) << "written at once";
 
     // Offscreen, no window is active once a pop-up has closed; on a desktop
     // the window that opened it still is.

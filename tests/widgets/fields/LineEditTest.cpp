@@ -68,7 +68,7 @@ TEST_F(LineEdit, HandsEachKeystrokeToTheFormatter)
     EXPECT_EQ(probe->last, (ProbeFormatter::Edit{"345", {1, 2}, "39", {2, 0}}));
 }
 
-TEST_F(LineEdit, RefusalsRestoreTextAndSelection)
+TEST_F(LineEdit, RefusalsRestoreTextAndSelectionRewritesShowTheirs)
 {
     QTest::keyClicks(edit, "123");
     edit->setSelection(1, 1);
@@ -90,10 +90,9 @@ TEST_F(LineEdit, RefusalsRestoreTextAndSelection)
     QTest::keyClick(edit, '7');
     EXPECT_EQ(edit->text(), "173");
     EXPECT_EQ(probe->last, (ProbeFormatter::Edit{"123", {1, 1}, "173", {2, 0}}));
-}
 
-TEST_F(LineEdit, RewritesAreShownWithTheirSelection)
-{
+    // Rewrites are shown with their selection.
+    edit->clear();
     QTest::keyClicks(edit, "ab");
     QTest::keyClick(edit, 'u');
     EXPECT_EQ(edit->text(), "AB");

@@ -1,13 +1,10 @@
 #include <WQGeneral/views/WQColorConversion.h>
-#include <WQGeneral/views/WQFlippedBox.h>
 #include <WQGeneral/views/WQRoundRect.h>
-#include <WQGeneral/views/WQWindowGeometry.h>
 
 #include <gtest/gtest.h>
 
 #include <QImage>
 #include <QPainter>
-#include <QtTest/QTest>
 
 #include <cmath>
 #include <limits>
@@ -135,18 +132,4 @@ TEST(ColorConversion, CopiesEachModelComponentByComponent)
         EXPECT_EQ(copy, colour) << colour.name(QColor::HexArgb).toStdString();
     }
     EXPECT_FALSE(newCGColorRef(QColor()).isValid());
-}
-
-TEST(WindowGeometry, WindowPointsGoToTheScreenAndTheBoxIsFlipped)
-{
-    QWidget window;
-    window.setGeometry(120, 80, 200, 100);
-    WQFlippedBox box(QStringLiteral("Box"), &window);
-    box.setGeometry(10, 10, 100, 60);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-
-    const QPoint origin = window.geometry().topLeft();
-    EXPECT_EQ(compatibleConvertPointToScreen(window, QPoint(7, 9)), origin + QPoint(7, 9));
-    EXPECT_TRUE(box.isFlipped());
 }
