@@ -2,6 +2,8 @@
 
 #include <WQGeneral/crypto/WQEncryptedDocument.h>
 
+#include "WQLargeBuffers.h"
+
 #include <QFile>
 #include <QStringDecoder>
 
@@ -12,7 +14,6 @@
 #include <cstring>
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -20,25 +21,6 @@
 namespace wq::tool {
 
 // --- input and output -------------------------------------------------------
-
-namespace {
-
-// A large buffer about to be filled front to back: huge pages, mapped in one
-// call instead of one fault per page. Hints only.
-void prepareForWriting(char* data, qsizetype size)
-{
-    if (size < (qsizetype(1) << 20))
-        return;
-    const std::uintptr_t page = 4096;
-    const std::uintptr_t begin = (reinterpret_cast<std::uintptr_t>(data) + page - 1) & ~(page - 1);
-    const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(data) + std::uintptr_t(size)) & ~(page - 1);
-    if (end > begin) {
-        ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
-        ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
-    }
-}
-
-} // namespace
 
 Input::~Input()
 {
@@ -160,7 +142,7 @@ std::optional<QByteArray> readAll(const QString& path, qsizetype limit)
         return tooLarge();
     // A regular file in one piece of its own size; anything else grows.
     QByteArray bytes(input.size() >= 0 ? qsizetype(input.size()) : 0, Qt::Uninitialized);
-    prepareForWriting(bytes.data(), bytes.size());
+    _wq_prepareForWriting(bytes.data(), bytes.size());
     qsizetype have = 0;
     // One byte past the limit shows that it was passed; without a limit
     // there is no byte past it.
