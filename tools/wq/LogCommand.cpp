@@ -61,8 +61,8 @@ QDateTime parseCutOff(const QString& text)
     if (!when.isValid() && text.size() == 25 && (text[20] == u'+' || text[20] == u'-')) {
         const QDateTime local = QDateTime::fromString(text.left(19), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
         bool hoursOK = false, minutesOK = false;
-        const int hours = text.mid(21, 2).toInt(&hoursOK);
-        const int minutes = text.mid(23, 2).toInt(&minutesOK);
+        const int hours = QStringView(text).mid(21, 2).toInt(&hoursOK);
+        const int minutes = QStringView(text).mid(23, 2).toInt(&minutesOK);
         if (local.isValid() && hoursOK && minutesOK && minutes < 60) {
             const int offset = (hours * 3600 + minutes * 60) * (text[20] == u'-' ? -1 : 1);
             when = QDateTime(local.date(), local.time(), QTimeZone(offset));

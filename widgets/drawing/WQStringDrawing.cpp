@@ -73,7 +73,7 @@ WQFittedText fitInRect(const QString& receiver, const QRectF& rect, const WQText
 WQFittedText drawInRect(const QString& receiver, QPainter& painter, const QRectF& rect,
                         const WQTextAttributes& attributes, qreal minFontSize, const QString& fillString)
 {
-    const WQFittedText fitted = fitInRect(receiver, rect, attributes, minFontSize, fillString, painter.device());
+    WQFittedText fitted = fitInRect(receiver, rect, attributes, minFontSize, fillString, painter.device());
     painter.save();
     painter.setFont(fitted.font);
     painter.setPen(attributes.foregroundColor);

@@ -15,7 +15,7 @@ QString resourceFile(const QString& folder, const QString& name)
 {
     static const char* const extensions[] = {"", ".svg", ".png", ".xpm", ".jpg"};
     for (const char* extension : extensions) {
-        const QString path = folder + name + QLatin1String(extension);
+        QString path = folder + name + QLatin1String(extension);
         if (QFile::exists(path))
             return path;
     }

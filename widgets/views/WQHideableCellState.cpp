@@ -63,8 +63,9 @@ bool WQHideableCellState::eventFilter(QObject* watched, QEvent* event)
     switch (event->type()) {
     case QEvent::Paint:
         return _wq_hidden;
-    case QEvent::ChildAdded:
-        // An editable combo box makes its line edit later, for example.
+    case QEvent::ChildPolished:
+        // An editable combo box makes its line edit later, for example. The
+        // child is whole once polished, before it is first painted.
         if (auto* child = qobject_cast<QWidget*>(static_cast<QChildEvent*>(event)->child()); child && !child->isWindow())
             _wq_watch(*child);
         break;
