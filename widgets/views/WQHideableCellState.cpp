@@ -65,8 +65,9 @@ bool WQHideableCellState::eventFilter(QObject* watched, QEvent* event)
         return _wq_hidden;
     case QEvent::ChildPolished:
         // An editable combo box makes its line edit later, for example. The
-        // child is whole once polished, before it is first painted.
-        if (auto* child = qobject_cast<QWidget*>(static_cast<QChildEvent*>(event)->child()); child && !child->isWindow())
+        // child is whole once polished, before it is first painted, and
+        // only widgets are polished.
+        if (auto* child = static_cast<QWidget*>(static_cast<QChildEvent*>(event)->child()); !child->isWindow())
             _wq_watch(*child);
         break;
     default:
