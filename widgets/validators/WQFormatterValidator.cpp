@@ -1,6 +1,9 @@
 #include <WQGeneral/validators/WQFormatterValidator.h>
 
+#include <WQGeneral/platform/WQNotificationCenter.h>
+
 #include <QGuiApplication>
+#include <QHash>
 
 #include <algorithm>
 #include <exception>
@@ -62,54 +65,76 @@ const QObject* editedInput(const QString& text)
 
 } // namespace
 
+class WQFormatterValidatorPrivate {
+public:
+    // Inputs judge their text again whenever the formatter changes.
+    void followFormatter(WQFormatterValidator* validator)
+    {
+        formatterObservation.reset();
+        if (formatter)
+            formatterObservation.observe(formatter->changeNotificationName(), formatter.get(),
+                                         [validator](const WQNotification&) { emit validator->changed(); });
+    }
+
+    struct Seen {
+        QString text;
+        int cursor = 0;
+    };
+
+    std::shared_ptr<WQFormatter> formatter;
+    QHash<const QObject*, Seen> seen; ///< the last text let through, per input
+    WQObservation formatterObservation;
+
+    QValidator::State readState(const QString& text) const;
+};
+
 WQFormatterValidator::WQFormatterValidator(std::shared_ptr<WQFormatter> formatter, QObject* parent)
-    : QValidator(parent), _wq_formatter(std::move(formatter))
+    : QValidator(parent), _wq_d(std::make_unique<WQFormatterValidatorPrivate>())
 {
-    _wq_followFormatter();
+    _wq_d->formatter = std::move(formatter);
+    _wq_d->followFormatter(this);
+}
+
+const std::shared_ptr<WQFormatter>& WQFormatterValidator::formatter() const noexcept
+{
+    return _wq_d->formatter;
 }
 
 WQFormatterValidator::~WQFormatterValidator() = default;
 
 void WQFormatterValidator::setFormatter(std::shared_ptr<WQFormatter> formatter)
 {
-    _wq_formatter = std::move(formatter);
-    _wq_followFormatter();
+    _wq_d->formatter = std::move(formatter);
+    _wq_d->followFormatter(this);
     emit changed();
 }
 
-void WQFormatterValidator::_wq_followFormatter()
-{
-    _wq_formatterObservation.reset();
-    if (_wq_formatter)
-        _wq_formatterObservation.observe(_wq_formatter->changeNotificationName(), _wq_formatter.get(),
-                                         [this](const WQNotification&) { emit changed(); });
-}
 
-QValidator::State WQFormatterValidator::_wq_readState(const QString& text) const
+QValidator::State WQFormatterValidatorPrivate::readState(const QString& text) const
 {
-    if (!_wq_formatter)
-        return Acceptable;
+    if (!formatter)
+        return QValidator::Acceptable;
     try {
         QVariant value;
-        if (!_wq_formatter->getObjectValue(&value, text, nullptr))
-            return Intermediate;
-        return _wq_formatter->stringForObjectValue(value) == text ? Acceptable : Intermediate;
+        if (!formatter->getObjectValue(&value, text, nullptr))
+            return QValidator::Intermediate;
+        return formatter->stringForObjectValue(value) == text ? QValidator::Acceptable : QValidator::Intermediate;
     } catch (const std::exception&) {
-        return Intermediate;
+        return QValidator::Intermediate;
     }
 }
 
 QValidator::State WQFormatterValidator::validate(QString& input, int& pos) const
 {
-    if (!_wq_formatter)
+    if (!_wq_d->formatter)
         return Acceptable;
     const QObject* target = editedInput(input);
     if (!target)
-        return _wq_readState(input); // set by the program: not an edit
+        return _wq_d->readState(input); // set by the program: not an edit
 
-    const auto seen = _wq_seen.constFind(target);
-    Seen before;
-    if (seen != _wq_seen.cend()) {
+    const auto seen = _wq_d->seen.constFind(target);
+    WQFormatterValidatorPrivate::Seen before;
+    if (seen != _wq_d->seen.cend()) {
         before = *seen;
     } else if (pos > 0 && pos <= input.size()) {
         before = {QString(input).remove(pos - 1, 1), int(pos - 1)};
@@ -119,9 +144,9 @@ QValidator::State WQFormatterValidator::validate(QString& input, int& pos) const
     if (before.text == input) {
         // Nothing changed since the last text let through: a rewrite coming
         // back, or the input asking again.
-        if (seen != _wq_seen.cend())
-            _wq_seen[target].cursor = pos;
-        return _wq_readState(input);
+        if (seen != _wq_d->seen.cend())
+            _wq_d->seen[target].cursor = pos;
+        return _wq_d->readState(input);
     }
 
     const Edit edit = editBetween(before.text, input, pos);
@@ -145,7 +170,7 @@ QValidator::State WQFormatterValidator::validate(QString& input, int& pos) const
     ValidatedInput editor(before.text, edit.replaced);
     try {
         const WQEditScope scope(event, &editor);
-        accepted = _wq_formatter->isPartialStringValid(&partial, &range, before.text, edit.replaced, &error);
+        accepted = _wq_d->formatter->isPartialStringValid(&partial, &range, before.text, edit.replaced, &error);
         rewritten = scope.rewritten() || partial != input || range != proposed;
     } catch (const std::exception& failure) {
         error = QString::fromUtf8(failure.what());
@@ -160,23 +185,23 @@ QValidator::State WQFormatterValidator::validate(QString& input, int& pos) const
         input = partial;
         pos = int(std::clamp<qsizetype>(range.end(), 0, input.size()));
     }
-    if (!_wq_seen.contains(target)) {
+    if (!_wq_d->seen.contains(target)) {
         // The memory of an input goes with it.
-        connect(target, &QObject::destroyed, this, [this, target] { _wq_seen.remove(target); });
+        connect(target, &QObject::destroyed, this, [this, target] { _wq_d->seen.remove(target); });
     }
-    _wq_seen[target] = {input, pos};
-    return _wq_readState(input);
+    _wq_d->seen[target] = {input, pos};
+    return _wq_d->readState(input);
 }
 
 void WQFormatterValidator::fixup(QString& input) const
 {
-    if (!_wq_formatter)
+    if (!_wq_d->formatter)
         return;
     try {
         QVariant value;
-        if (!_wq_formatter->getObjectValue(&value, input, nullptr))
+        if (!_wq_d->formatter->getObjectValue(&value, input, nullptr))
             return;
-        if (const std::optional<QString> shown = _wq_formatter->stringForObjectValue(value))
+        if (const std::optional<QString> shown = _wq_d->formatter->stringForObjectValue(value))
             input = *shown;
     } catch (const std::exception&) {
         // A text the formatter cannot read stays as it is.

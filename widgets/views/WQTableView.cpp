@@ -2,6 +2,7 @@
 
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QPointer>
 
 #include <set>
 
@@ -39,10 +40,36 @@ void copyDisabled(const QMenu& from, QMenu& to)
 
 } // namespace
 
+class WQTableViewPrivate {
+public:
+    // A copy of the table's menu with every item off, for clicks the menu
+    // does not serve; the previous one goes when it is no longer shown.
+    QMenu* disabledCopy(WQTableView* table, const QMenu& menu);
+
+    WQTableViewDelegate* delegate = nullptr;
+    QPointer<QMenu> menu;
+    QPointer<QMenu> lastDisabledCopy;
+};
+
 WQTableView::WQTableView(QWidget* parent)
-    : QTableView(parent)
+    : QTableView(parent), _wq_d(std::make_unique<WQTableViewPrivate>())
 {
     setContextMenuPolicy(Qt::DefaultContextMenu);
+}
+
+WQTableViewDelegate* WQTableView::delegate() const noexcept
+{
+    return _wq_d->delegate;
+}
+
+void WQTableView::setDelegate(WQTableViewDelegate* delegate) noexcept
+{
+    _wq_d->delegate = delegate;
+}
+
+QMenu* WQTableView::menu() const
+{
+    return _wq_d->menu;
 }
 
 WQTableView::~WQTableView() = default;
@@ -51,7 +78,7 @@ void WQTableView::setMenu(QMenu* menu)
 {
     if (menu)
         menu->setParent(this, menu->windowFlags());
-    _wq_menu = menu;
+    _wq_d->menu = menu;
 }
 
 QList<int> WQTableView::selectedRows() const
@@ -75,24 +102,24 @@ QMenu* WQTableView::menuForEvent(const QPoint& pos)
         selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
 
-    if (_wq_delegate)
-        return _wq_delegate->tableViewContextMenuForRow(*this, row);
-    if (!_wq_menu)
+    if (_wq_d->delegate)
+        return _wq_d->delegate->tableViewContextMenuForRow(*this, row);
+    if (!_wq_d->menu)
         return nullptr;
     if (!selectedRows().isEmpty())
-        return _wq_menu;
-    return _wq_disabledCopy(*_wq_menu);
+        return _wq_d->menu;
+    return _wq_d->disabledCopy(this, *_wq_d->menu);
 }
 
-QMenu* WQTableView::_wq_disabledCopy(const QMenu& menu)
+QMenu* WQTableViewPrivate::disabledCopy(WQTableView* table, const QMenu& menu)
 {
-    if (_wq_lastDisabledCopy && !_wq_lastDisabledCopy->isVisible())
-        delete _wq_lastDisabledCopy;
-    else if (_wq_lastDisabledCopy)
-        _wq_lastDisabledCopy->deleteLater();
-    auto* copy = new QMenu(this);
+    if (lastDisabledCopy && !lastDisabledCopy->isVisible())
+        delete lastDisabledCopy;
+    else if (lastDisabledCopy)
+        lastDisabledCopy->deleteLater();
+    auto* copy = new QMenu(table);
     copyDisabled(menu, *copy);
-    _wq_lastDisabledCopy = copy;
+    lastDisabledCopy = copy;
     return copy;
 }
 

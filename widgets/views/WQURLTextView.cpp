@@ -123,12 +123,19 @@ QCursor WQURLTextView::linkCursor()
     return *cursor;
 }
 
+class WQURLTextViewPrivate {
+public:
+    QList<QRect> linkRects;
+    bool linkRectsValid = false;
+    QCursor ordinaryCursor;
+};
+
 WQURLTextView::WQURLTextView(QWidget* parent)
-    : QTextBrowser(parent)
+    : QTextBrowser(parent), _wq_d(std::make_unique<WQURLTextViewPrivate>())
 {
     setOpenExternalLinks(true);
     viewport()->setMouseTracking(true);
-    _wq_ordinaryCursor = viewport()->cursor();
+    _wq_d->ordinaryCursor = viewport()->cursor();
     connect(document(), &QTextDocument::contentsChanged, this, &WQURLTextView::_wq_invalidateCursorRects);
     connect(document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
             &WQURLTextView::_wq_invalidateCursorRects);
@@ -140,7 +147,7 @@ WQURLTextView::~WQURLTextView() = default;
 
 void WQURLTextView::resetCursorRects()
 {
-    _wq_linkRects.clear();
+    _wq_d->linkRects.clear();
     const QTextDocument& text = *document();
     const QPoint scroll(horizontalScrollBar()->value(), verticalScrollBar()->value());
     const QRect visible = viewport()->rect();
@@ -153,30 +160,32 @@ void WQURLTextView::resetCursorRects()
             for (const QRectF& rect : rectsForRange(text, run.start, run.end)) {
                 const QRect area = rect.translated(-scroll).toAlignedRect() & visible;
                 if (!area.isEmpty())
-                    _wq_linkRects.append(area);
+                    _wq_d->linkRects.append(area);
             }
         position = qMax(run.end, position + 1);
     }
-    _wq_linkRectsValid = true;
+    _wq_d->linkRectsValid = true;
 }
 
 const QList<QRect>& WQURLTextView::linkCursorRects()
 {
-    if (!_wq_linkRectsValid)
+    if (!_wq_d->linkRectsValid)
         resetCursorRects();
-    return _wq_linkRects;
+    return _wq_d->linkRects;
 }
 
 void WQURLTextView::_wq_invalidateCursorRects()
 {
-    _wq_linkRectsValid = false;
+    // The text edit's own destructor may still announce a change.
+    if (_wq_d)
+        _wq_d->linkRectsValid = false;
 }
 
 void WQURLTextView::_wq_updateCursor(const QPoint& viewportPos)
 {
     const QList<QRect>& rects = linkCursorRects();
     const bool overLink = std::any_of(rects.begin(), rects.end(), [&](const QRect& r) { return r.contains(viewportPos); });
-    const QCursor wanted = overLink ? linkCursor() : _wq_ordinaryCursor;
+    const QCursor wanted = overLink ? linkCursor() : _wq_d->ordinaryCursor;
     if (viewport()->cursor() != wanted)
         viewport()->setCursor(wanted);
 }

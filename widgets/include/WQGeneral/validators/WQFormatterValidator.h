@@ -37,9 +37,7 @@
 
 #include <WQGeneral/WQWidgetsExport.h>
 #include <WQGeneral/formatters/WQFormatter.h>
-#include <WQGeneral/platform/WQNotificationCenter.h>
 
-#include <QHash>
 #include <QValidator>
 
 #include <memory>
@@ -48,6 +46,8 @@ namespace wq {
 
 /// \addtogroup validators
 /// @{
+
+class WQFormatterValidatorPrivate;
 
 class WQ_WIDGETS_EXPORT WQFormatterValidator : public QValidator {
     Q_OBJECT
@@ -59,7 +59,7 @@ public:
     /// Replaces the formatter; announces changed() so inputs judge their text again.
     void setFormatter(std::shared_ptr<WQFormatter> formatter);
     /// The formatter in use.
-    const std::shared_ptr<WQFormatter>& formatter() const noexcept { return _wq_formatter; }
+    const std::shared_ptr<WQFormatter>& formatter() const noexcept;
 
     /// Judges the edit that led to input; may rewrite input and pos.
     State validate(QString& input, int& pos) const override;
@@ -71,17 +71,8 @@ signals:
     void editRefused(const QString& errorDescription);
 
 private:
-    struct Seen {
-        QString text;
-        int cursor = 0;
-    };
-
-    State _wq_readState(const QString& text) const;
-    void _wq_followFormatter();
-
-    std::shared_ptr<WQFormatter> _wq_formatter;
-    mutable QHash<const QObject*, Seen> _wq_seen; ///< the last text let through, per input
-    WQObservation _wq_formatterObservation;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQFormatterValidator)
+    std::unique_ptr<WQFormatterValidatorPrivate> _wq_d;
 };
 
 /// @}

@@ -10,8 +10,9 @@
 #include <WQGeneral/WQWidgetsExport.h>
 
 #include <QMenu>
-#include <QPointer>
 #include <QTableView>
+
+#include <memory>
 
 namespace wq {
 
@@ -29,6 +30,8 @@ public:
     virtual QMenu* tableViewContextMenuForRow(WQTableView& tableView, int row) = 0;
 };
 
+class WQTableViewPrivate;
+
 class WQ_WIDGETS_EXPORT WQTableView : public QTableView {
     Q_OBJECT
 public:
@@ -37,12 +40,12 @@ public:
     ~WQTableView() override;
 
     /// Not owned; it must outlive the table or be cleared first.
-    WQTableViewDelegate* delegate() const noexcept { return _wq_delegate; }
+    WQTableViewDelegate* delegate() const noexcept;
     /// Sets the delegate (not owned).
-    void setDelegate(WQTableViewDelegate* delegate) noexcept { _wq_delegate = delegate; }
+    void setDelegate(WQTableViewDelegate* delegate) noexcept;
 
     /// The table's own menu; the table takes it as a child.
-    QMenu* menu() const { return _wq_menu; }
+    QMenu* menu() const;
     /// Sets the table's own menu; the table takes it as a child.
     void setMenu(QMenu* menu);
 
@@ -59,11 +62,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    QMenu* _wq_disabledCopy(const QMenu& menu);
-
-    WQTableViewDelegate* _wq_delegate = nullptr;
-    QPointer<QMenu> _wq_menu;
-    QPointer<QMenu> _wq_lastDisabledCopy;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQTableView)
+    std::unique_ptr<WQTableViewPrivate> _wq_d;
 };
 
 /// @}

@@ -17,6 +17,8 @@
 #include <QRect>
 #include <QTextBrowser>
 
+#include <memory>
+
 namespace wq {
 
 /// \addtogroup views
@@ -24,6 +26,8 @@ namespace wq {
 
 /// The hand image, loaded once and kept; null if the resource is missing.
 WQ_WIDGETS_EXPORT QPixmap WQURLClickHandImage();
+
+class WQURLTextViewPrivate;
 
 class WQ_WIDGETS_EXPORT WQURLTextView : public QTextBrowser {
     Q_OBJECT
@@ -55,9 +59,8 @@ private:
     void _wq_invalidateCursorRects();
     void _wq_updateCursor(const QPoint& viewportPos);
 
-    QList<QRect> _wq_linkRects;
-    bool _wq_linkRectsValid = false;
-    QCursor _wq_ordinaryCursor;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQURLTextView)
+    std::unique_ptr<WQURLTextViewPrivate> _wq_d;
 };
 
 /// @}
