@@ -9,33 +9,51 @@
 
 namespace wq {
 
-WQWarningSettingsPage::WQWarningSettingsPage(QWidget* parent) : QWidget(parent)
+class WQWarningSettingsPagePrivate {
+public:
+    // Refills the list from the stored suppressions.
+    void rebuild(WQWarningSettingsPage* page);
+
+    QVBoxLayout* rows = nullptr;
+    QPushButton* showAll = nullptr;
+};
+
+WQWarningSettingsPage::WQWarningSettingsPage(QWidget* parent)
+    : QWidget(parent), _wq_d(std::make_unique<WQWarningSettingsPagePrivate>())
 {
+    Q_D(WQWarningSettingsPage);
     auto* layout = new QVBoxLayout(this);
     auto* title = new QLabel(WQStrings::tr("Warnings you have silenced with \"Don't show again\":"), this);
     title->setWordWrap(true);
     layout->addWidget(title);
     auto* rows = new QWidget(this);
-    _wq_rows = new QVBoxLayout(rows);
-    _wq_rows->setContentsMargins(12, 4, 0, 4);
+    d->rows = new QVBoxLayout(rows);
+    d->rows->setContentsMargins(12, 4, 0, 4);
     layout->addWidget(rows);
-    _wq_showAll = new QPushButton(WQStrings::tr("Show all warnings again"), this);
-    _wq_showAll->setObjectName(QStringLiteral("showAll"));
+    d->showAll = new QPushButton(WQStrings::tr("Show all warnings again"), this);
+    d->showAll->setObjectName(QStringLiteral("showAll"));
     auto* bottom = new QHBoxLayout;
     bottom->addStretch();
-    bottom->addWidget(_wq_showAll);
+    bottom->addWidget(d->showAll);
     layout->addLayout(bottom);
     layout->addStretch();
 
-    connect(_wq_showAll, &QPushButton::clicked, this, [] { WQWarningSuppression::showAllAgain(); });
+    connect(d->showAll, &QPushButton::clicked, this, [] { WQWarningSuppression::showAllAgain(); });
     connect(&WQWarningSuppression::notifier(), &WQWarningSuppression::changed, this,
-            &WQWarningSettingsPage::_wq_rebuild);
-    _wq_rebuild();
+            [this] { _wq_d->rebuild(this); });
+    d->rebuild(this);
 }
 
-void WQWarningSettingsPage::_wq_rebuild()
+WQWarningSettingsPage::~WQWarningSettingsPage() = default;
+
+QPushButton* WQWarningSettingsPage::showAllButton() const
 {
-    while (QLayoutItem* item = _wq_rows->takeAt(0)) {
+    return _wq_d->showAll;
+}
+
+void WQWarningSettingsPagePrivate::rebuild(WQWarningSettingsPage* page)
+{
+    while (QLayoutItem* item = rows->takeAt(0)) {
         delete item->widget();
         delete item;
     }
@@ -51,15 +69,15 @@ void WQWarningSettingsPage::_wq_rebuild()
         // Named after its key, so that each row can be found.
         again->setObjectName(key);
         line->addWidget(again);
-        connect(again, &QPushButton::clicked, this, [key] { WQWarningSuppression::showAgain(key); });
-        _wq_rows->addWidget(row);
+        QObject::connect(again, &QPushButton::clicked, page, [key] { WQWarningSuppression::showAgain(key); });
+        rows->addWidget(row);
     }
     if (silenced.isEmpty()) {
         auto* none = new QLabel(WQStrings::tr("None: every warning is shown."));
         none->setEnabled(false);
-        _wq_rows->addWidget(none);
+        rows->addWidget(none);
     }
-    _wq_showAll->setEnabled(!silenced.isEmpty());
+    showAll->setEnabled(!silenced.isEmpty());
 }
 
 } // namespace wq

@@ -64,7 +64,14 @@ void passOnPress(const QMouseEvent& event)
 
 } // namespace
 
-WQCalcWindow::WQCalcWindow(QWidget* opener) : QWidget(opener, Qt::Popup | Qt::FramelessWindowHint)
+class WQCalcWindowPrivate {
+public:
+    QWidget* outline = nullptr;
+    bool closingByItself = false;
+};
+
+WQCalcWindow::WQCalcWindow(QWidget* opener)
+    : QWidget(opener, Qt::Popup | Qt::FramelessWindowHint), _wq_d(std::make_unique<WQCalcWindowPrivate>())
 {
     setAttribute(Qt::WA_DeleteOnClose);
     // The press that closes it is passed on here, never replayed by Qt too.
@@ -75,15 +82,25 @@ WQCalcWindow::WQCalcWindow(QWidget* opener) : QWidget(opener, Qt::Popup | Qt::Fr
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
     setObjectName(QStringLiteral("WQCalcWindow"));
-    _wq_outline = new Outline(this);
+    _wq_d->outline = new Outline(this);
 }
 
 WQCalcWindow::~WQCalcWindow() = default;
 
+void WQCalcWindow::setClosingByItself()
+{
+    _wq_d->closingByItself = true;
+}
+
+QWidget* WQCalcWindow::outline() const
+{
+    return _wq_d->outline;
+}
+
 void WQCalcWindow::closeEvent(QCloseEvent* event)
 {
-    if (!_wq_closingByItself) {
-        _wq_closingByItself = true;
+    if (!_wq_d->closingByItself) {
+        _wq_d->closingByItself = true;
         emit resignedKey();
     }
     event->accept();
@@ -100,8 +117,8 @@ void WQCalcWindow::mousePressEvent(QMouseEvent* event)
 void WQCalcWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    _wq_outline->setGeometry(rect());
-    _wq_outline->raise();
+    _wq_d->outline->setGeometry(rect());
+    _wq_d->outline->raise();
 }
 
 } // namespace wq

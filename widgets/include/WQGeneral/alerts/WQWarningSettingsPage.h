@@ -8,28 +8,30 @@
 
 #include <QWidget>
 
+#include <memory>
+
 class QPushButton;
-class QVBoxLayout;
 
 namespace wq {
 
 /// \addtogroup alerts
 /// @{
 
+class WQWarningSettingsPagePrivate;
+
 class WQ_WIDGETS_EXPORT WQWarningSettingsPage : public QWidget {
     Q_OBJECT
 public:
     /// A page listing every warning that can be silenced.
     explicit WQWarningSettingsPage(QWidget* parent = nullptr);
+    ~WQWarningSettingsPage() override;
 
     /// The button that shows every warning again (disabled when none is silenced).
-    QPushButton* showAllButton() const { return _wq_showAll; }
+    QPushButton* showAllButton() const;
 
 private:
-    void _wq_rebuild();
-
-    QVBoxLayout* _wq_rows = nullptr;
-    QPushButton* _wq_showAll = nullptr;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQWarningSettingsPage)
+    std::unique_ptr<WQWarningSettingsPagePrivate> _wq_d;
 };
 
 /// @}

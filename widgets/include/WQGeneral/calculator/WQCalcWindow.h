@@ -16,10 +16,14 @@
 
 #include <QWidget>
 
+#include <memory>
+
 namespace wq {
 
 /// \addtogroup calculator
 /// @{
+
+class WQCalcWindowPrivate;
 
 class WQ_WIDGETS_EXPORT WQCalcWindow : public QWidget {
     Q_OBJECT
@@ -31,11 +35,11 @@ public:
 
     /// Set once the calculator itself closes the window: a close that is not
     /// its own is the window losing key status.
-    void setClosingByItself() { _wq_closingByItself = true; }
+    void setClosingByItself();
 
     /// A hairline drawn over the contents, since pop-ups get no shadow on
     /// many desktops; it is no part of the contents and takes no input.
-    QWidget* outline() const { return _wq_outline; }
+    QWidget* outline() const;
 
 signals:
     /// The toolkit closes the window: a click elsewhere, the window of the
@@ -51,8 +55,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QWidget* _wq_outline;
-    bool _wq_closingByItself = false;
+    Q_DECLARE_PRIVATE_D(_wq_d, WQCalcWindow)
+    std::unique_ptr<WQCalcWindowPrivate> _wq_d;
 };
 
 /// @}
