@@ -57,7 +57,7 @@ WQ_AES void expandKey(const std::uint8_t* key, RoundKeys& keys)
 
 // CBC over whole blocks; chain is the previous cipher block (the IV first)
 // and becomes the last one written.
-WQ_AES void encryptBlocks(const RoundKeys& keys, std::uint8_t* chain, const char* in, qsizetype blocks,
+WQ_AES inline void encryptBlocks(const RoundKeys& keys, std::uint8_t* chain, const char* in, qsizetype blocks,
                           std::uint8_t* out)
 {
     const __m128i* k = keys.key;
@@ -97,7 +97,7 @@ public:
 
     // Every whole block the check has passed; a token is a few bytes, so
     // this is one block most of the time.
-    void reached(const char* position) override
+    WQ_AES void reached(const char* position) override
     {
         const qsizetype blocks = (position - _followed) / kAESBlock;
         encrypt(_followed, blocks);
@@ -119,7 +119,7 @@ public:
     }
 
 private:
-    void encrypt(const char* in, qsizetype blocks)
+    WQ_AES void encrypt(const char* in, qsizetype blocks)
     {
         while (blocks > 0) {
             const qsizetype now = std::min(blocks, (kSlice - _wq_staged) / kAESBlock);
