@@ -4,6 +4,7 @@
 #include "WQCipher.h"
 #include "WQEnvelopeFormat.h"
 #include "WQLargeBuffers.h"
+#include "WQStitchedCBC.h"
 #include "WQTextBytes.h"
 #include "WQXmlScanner.h"
 #include "detail/WQBase64Raw.h"
@@ -206,40 +207,81 @@ CharOf<Result>* dataOf(Result& result)
     return reinterpret_cast<CharOf<Result>*>(result.data());
 }
 
-// The classic envelope's pieces in order. Without a usable key, the cipher
-// value ends after the IV and is followed by missing (what the writers put
-// there instead). False when the cipher failed on the way.
-template <typename Out>
-bool writeClassic(Out& out, QByteArrayView document, WQCipherStream* cipher, QByteArrayView salt, QByteArrayView iv,
-                  QByteArrayView missing)
+// The classic envelope's pieces in order; seal(out) writes the cipher
+// value's text behind the IV's and answers false when it failed.
+template <typename Out, typename Seal>
+bool writeClassic(Out& out, QByteArrayView salt, QByteArrayView iv, Seal&& seal)
 {
     out.put(head(kClassic));
     out.putBase64(salt);
     out.put(middle(kClassic));
     out.putBase64(iv);
-    if (cipher) {
-        if (!sealInto(out, document, *cipher, false))
-            return false;
-    } else {
-        out.put(missing);
-    }
+    if (!seal(out))
+        return false;
     out.put(kTail);
     return true;
 }
 
+qsizetype classicLength(qsizetype salt, qsizetype iv, qsizetype cipherValue)
+{
+    return head(kClassic).size() + base64Length(salt) + middle(kClassic).size() + base64Length(iv) + cipherValue
+        + kTail.size();
+}
+
+qsizetype cbcLength(QByteArrayView document)
+{
+    return (document.size() / kAESBlock + 1) * kAESBlock;
+}
+
+// A document already found well-formed. Without a usable key, the cipher
+// value ends after the IV and is followed by missing (what the writers put
+// there instead).
 template <typename Result>
 Result classicEnvelope(QByteArrayView document, const std::uint8_t* key, QByteArrayView salt, QByteArrayView iv,
                        QByteArrayView missing)
 {
     WQCipherStream cipher;
     const bool sealing = key && cipher.start(WQCipherStream::Mode::CBCEncrypt, key, iv);
-    const qsizetype cipherLength = (document.size() / kAESBlock + 1) * kAESBlock;
-    const qsizetype length = head(kClassic).size() + base64Length(salt.size()) + middle(kClassic).size()
-        + base64Length(iv.size()) + (sealing ? base64Length(cipherLength) : missing.size()) + kTail.size();
+    const qsizetype length
+        = classicLength(salt.size(), iv.size(), sealing ? base64Length(cbcLength(document)) : missing.size());
     Result out = allocate<Result>(length);
     Writer writer(dataOf(out));
-    if (!writeClassic(writer, document, sealing ? &cipher : nullptr, salt, iv, missing))
+    const bool written = writeClassic(writer, salt, iv, [&](auto& to) {
+        if (!sealing) {
+            to.put(missing);
+            return true;
+        }
+        return sealInto(to, document, cipher, false);
+    });
+    if (!written)
         return classicEnvelope<Result>(document, nullptr, salt, iv, missing);
+    Q_ASSERT(writer.position() == dataOf(out) + length);
+    return out;
+}
+
+// The classic envelope of a document not yet checked: the check and the
+// cipher walk the document together where the processor allows, one after
+// the other otherwise. Empty when the document is not well-formed.
+template <typename Result>
+Result checkedClassicEnvelope(QByteArrayView document, const WQAESKey& key, QByteArrayView salt, QByteArrayView iv,
+                              QByteArrayView missing)
+{
+    if (!key.isValid() || iv.size() < kAESBlock || !_wq_canSealChecked()) {
+        if (!xml_isWellFormedDocumentUTF8(document))
+            return Result();
+        return classicEnvelope<Result>(document, key.isValid() ? key.data() : nullptr, salt, iv, missing);
+    }
+    const qsizetype length = classicLength(salt.size(), iv.size(), base64Length(cbcLength(document)));
+    Result out = allocate<Result>(length);
+    Writer writer(dataOf(out));
+    const bool sealed = writeClassic(writer, salt, iv, [&](auto& to) {
+        return _wq_sealChecked(document, key.data(), reinterpret_cast<const std::uint8_t*>(iv.data()),
+                               [&to](const std::uint8_t* cipherText, qsizetype n) {
+                                   to.putBase64(QByteArrayView(cipherText, n));
+                               });
+    });
+    if (!sealed)
+        return Result();
     Q_ASSERT(writer.position() == dataOf(out) + length);
     return out;
 }
@@ -254,13 +296,10 @@ struct ClassicSecrets {
 template <typename Result>
 Result passwordEnvelope(QByteArrayView document, const QString& password)
 {
-    if (!xml_isWellFormedDocumentUTF8(document))
-        return Result();
     ClassicSecrets secrets;
     secrets.key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, secrets.salt);
     // A failed encryption shows as "(null)", as stored files have it.
-    return classicEnvelope<Result>(document, secrets.key.isValid() ? secrets.key.data() : nullptr, secrets.salt,
-                                   secrets.iv, "(null)");
+    return checkedClassicEnvelope<Result>(document, secrets.key, secrets.salt, secrets.iv, "(null)");
 }
 
 // The authenticated envelope's template, salt, IV and started cipher.
@@ -333,12 +372,8 @@ QByteArray xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QS
 
 QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, QByteArrayView salt, QByteArrayView iv)
 {
-    const QByteArray utf8 = _wq_toUTF8(document);
-    if (!xml_isWellFormedDocumentUTF8(utf8))
-        return QString();
-    const WQAESKey aesKey(key);
     // The key variant writes nothing in place of a failed encryption.
-    return classicEnvelope<QString>(utf8, aesKey.isValid() ? aesKey.data() : nullptr, salt, iv, "");
+    return checkedClassicEnvelope<QString>(_wq_toUTF8(document), WQAESKey(key), salt, iv, "");
 }
 
 bool xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password, QIODevice& device)
@@ -351,7 +386,9 @@ bool xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString&
     if (!secrets.key.isValid() || !cipher.start(WQCipherStream::Mode::CBCEncrypt, secrets.key.data(), secrets.iv))
         return false;
     DeviceWriter writer(device);
-    return writeClassic(writer, document, &cipher, secrets.salt, secrets.iv, {}) && writer.finish();
+    return writeClassic(writer, secrets.salt, secrets.iv,
+                        [&](DeviceWriter& to) { return sealInto(to, document, cipher, false); })
+        && writer.finish();
 }
 
 bool xml_encryptDocumentUTF8AuthenticatedWithPassword(QByteArrayView document, const QString& password,

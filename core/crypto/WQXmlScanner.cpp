@@ -572,7 +572,28 @@ Scanner::Token Scanner::next()
     return token;
 }
 
-bool Scanner::wellFormedToTheEnd()
+namespace {
+
+// Stands for no follower at all: compiled away.
+struct NoFollower {
+    void follow(const char*) {}
+};
+
+// Calls the follower only when it has something to do, which is every
+// other token or so.
+struct Following {
+    Follower& follower;
+    void follow(const char* p)
+    {
+        if (p - follower.followed() >= follower.stride())
+            follower.reached(p);
+    }
+};
+
+} // namespace
+
+template <typename Follow>
+bool Scanner::readToTheEnd(Follow& follower)
 {
     // The position stays in a register from token to token: kept in _p,
     // every token would wait for the store of the one before.
@@ -586,9 +607,22 @@ bool Scanner::wellFormedToTheEnd()
             _p = p;
             return false;
         default:
+            follower.follow(p);
             break;
         }
     }
+}
+
+bool Scanner::wellFormedToTheEnd()
+{
+    NoFollower none;
+    return readToTheEnd(none);
+}
+
+bool Scanner::wellFormedToTheEnd(Follower& follower)
+{
+    Following following{follower};
+    return readToTheEnd(following);
 }
 
 [[gnu::always_inline]] inline Scanner::Token Scanner::step(const char*& p)
@@ -697,13 +731,29 @@ std::optional<QByteArray> decodedText(QByteArrayView raw, bool attributeValue)
     return out;
 }
 
+namespace {
+
+Scanner documentScanner(QByteArrayView utf8)
+{
+    return Scanner(utf8, ScannerLimits{100000, std::numeric_limits<qsizetype>::max(),
+                                       std::numeric_limits<qsizetype>::max(), true, true});
+}
+
+} // namespace
+
 bool isWellFormedDocument(QByteArrayView utf8)
 {
     if (!utf8.isValidUtf8())
         return false;
-    Scanner scanner(utf8, ScannerLimits{100000, std::numeric_limits<qsizetype>::max(),
-                                        std::numeric_limits<qsizetype>::max(), true, true});
-    return scanner.wellFormedToTheEnd();
+    return documentScanner(utf8).wellFormedToTheEnd();
+}
+
+bool isWellFormedDocument(QByteArrayView utf8, Follower& follower)
+{
+    if (!utf8.isValidUtf8() || !documentScanner(utf8).wellFormedToTheEnd(follower))
+        return false;
+    follower.reached(utf8.data() + utf8.size());
+    return true;
 }
 
 } // namespace wq::xml

@@ -32,6 +32,25 @@ struct ScannerLimits {
     bool checkCharacters;
 };
 
+// Work that walks the same bytes as a scanner, told token by token how far
+// the scanner has read: the bytes are then still in the cache, and work that
+// waits on its own latency (a CBC chain) runs in the scanner's shadow.
+class Follower {
+public:
+    // Called once the scanner is at least stride bytes past followed().
+    virtual void reached(const char* position) = 0;
+    const char* followed() const { return _followed; }
+    qsizetype stride() const { return _stride; }
+
+protected:
+    Follower(const char* start, qsizetype stride) : _followed(start), _stride(stride) {}
+    ~Follower() = default;
+    const char* _followed;
+
+private:
+    qsizetype _stride;
+};
+
 class Scanner {
 public:
     enum class Token { StartElement, EndElement, Text, End, Error };
@@ -40,8 +59,10 @@ public:
     Scanner(QByteArrayView document, const ScannerLimits& limits);
 
     Token next();
-    // Reads on to the end: true when the rest is well-formed.
+    // Reads on to the end: true when the rest is well-formed. A follower
+    // hears the position after every token.
     bool wellFormedToTheEnd();
+    bool wellFormedToTheEnd(Follower& follower);
 
     // The qualified name of the element just started or ended.
     QByteArrayView name() const { return QByteArrayView(_nameData, _nameSize); }
@@ -58,6 +79,8 @@ public:
     Failure failure() const { return _failure; }
 
 private:
+    template <typename Follow>
+    bool readToTheEnd(Follow& follower);
     Token fail(Failure failure);
     // One token from p on, p moved past it.
     Token step(const char*& p);
@@ -114,5 +137,8 @@ std::optional<QByteArray> decodedText(QByteArrayView raw, bool attributeValue);
 // to the entities it may declare are taken on trust. Namespaces are not
 // checked. Nesting deeper than 100,000 elements is refused.
 bool isWellFormedDocument(QByteArrayView utf8);
+// The same, with follower told how far the check has read; on success it
+// last hears the document's end.
+bool isWellFormedDocument(QByteArrayView utf8, Follower& follower);
 
 } // namespace wq::xml
