@@ -187,26 +187,21 @@ TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
         EXPECT_GE(i, 0) << from;
         return text.replace(i, qsizetype(strlen(from)), QLatin1StringView(to));
     };
+    // (Other documents, lengths, counts, truncations: the hostile corpus.)
     using E = WQEnvelopeError;
-    EXPECT_EQ(errorOf(QString()), E::NotAnEnvelope);
     EXPECT_EQ(errorOf(QStringLiteral("plain text, not XML")), E::NotAnEnvelope);
     EXPECT_EQ(errorOf(QStringLiteral("<EncryptedData/>")), E::NotAnEnvelope);   // no namespace
-    EXPECT_EQ(errorOf(QStringLiteral("<?xml version='1.0'?><ledger/>")), E::NotAnEnvelope);
 
     EXPECT_EQ(errorOf(replaced("aes128-cbc", "aes256-cbc")), E::UnsupportedAlgorithm);
     EXPECT_EQ(errorOf(replaced("#pbkdf2", "#scrypt")), E::UnsupportedAlgorithm);
     EXPECT_EQ(errorOf(replaced("hmac-sha1", "hmac-md5")), E::UnsupportedAlgorithm);
-    EXPECT_EQ(errorOf(replaced("<KeyLength>16", "<KeyLength>32")), E::UnsupportedAlgorithm);
-    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>2000001")), E::UnsupportedAlgorithm);
 
     EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>many")), E::DamagedValue);
     EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>0")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("c2FsdHNhbHQ=", "c2Fsd!NhbHQ=")), E::DamagedValue);
     EXPECT_EQ(errorOf(replaced("c2FsdHNhbHQ=", "c2FsdHNhbHR=")), E::DamagedValue);   // non-canonical last group
     EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMdB==")), E::DamagedValue);
     EXPECT_EQ(errorOf(replaced("SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVg")), E::DamagedValue);
     EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEq")), E::DamagedValue);
-    EXPECT_EQ(errorOf(good.left(good.size() - 20)), E::DamagedValue);   // cut short
     EXPECT_EQ(errorOf(replaced("<ds:KeyInfo", "<q:KeyInfo")), E::DamagedValue);   // an undeclared prefix
 
     // The cipher refuses: a wrong password, or a changed last block.
@@ -288,11 +283,9 @@ TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
         crlf.insert(i, QStringLiteral("\r\n"));
     EXPECT_TRUE(opens(crlf));
 
-    // The whole value in a CDATA section, and a comment in the middle.
+    // The whole value in a CDATA section. (Comments in it are the hostile corpus's.)
     QString cdata = envelope;
     EXPECT_TRUE(opens(cdata.insert(valueEnd, QStringLiteral("]]>")).insert(value, QStringLiteral("<![CDATA["))));
-    QString commented = envelope;
-    EXPECT_TRUE(opens(commented.insert(value + 150000, QStringLiteral("<!-- a note -->"))));
 
     // Markup inside the value is damage; so is a value cut off by the end of the file.
     QString marked = envelope;
