@@ -1,6 +1,6 @@
 #pragma once
-// Shared by the date tests: dates as text in failure messages, the message
-// an expected exception carries, and a time zone switched for one scope.
+// Shared by the date tests: dates as text in failure messages, and a time
+// zone switched for one scope.
 
 #include <WQGeneral/dates/WQDate.h>
 
@@ -8,7 +8,6 @@
 
 #include <ctime>
 #include <ostream>
-#include <string>
 
 namespace wq {
 
@@ -20,18 +19,6 @@ inline void PrintTo(const WQDate& date, std::ostream* os)
 } // namespace wq
 
 namespace wq::test {
-
-// what() of the E that work() raises; any other exception fails the test.
-template <class E, class Work>
-std::string messageOf(Work&& work)
-{
-    try {
-        work();
-    } catch (const E& e) {
-        return e.what();
-    }
-    return "(nothing raised)";
-}
 
 class ScopedTimeZone {
 public:

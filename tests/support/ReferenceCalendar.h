@@ -1,7 +1,6 @@
 #pragma once
-// Slow, literal calendar routines: year-by-year and month-by-month walks and
-// the doomsday rule, written the plain way so the fast day arithmetic can be
-// checked against them.
+// Slow, literal calendar routines: year-by-year and month-by-month walks,
+// written the plain way so the fast day arithmetic can be checked against them.
 
 #include <WQGeneral/dates/WQDate.h>
 
@@ -53,25 +52,6 @@ inline qint64 dayOfCommonEra(qint64 y, qint64 m, qint64 d)
     for (qint64 month = 1; month < m; ++month)
         total += monthLength(month, y);
     return total + d;
-}
-
-// Defined for years 1500 and later; months 1 ... 12.
-inline int doomsdayWeekday(qint64 year, qint64 month, qint64 day)
-{
-    static constexpr std::array<int, 4> anchors{3, 2, 0, 5};
-    static constexpr std::array<int, 12> doomsdates{3, 28, 7, 4, 9, 6, 11, 8, 5, 10, 7, 12};
-    const qint64 c = year - year % 100;
-    const int anchor = anchors[std::size_t(((c - 1500) / 100) % 4)];
-    const qint64 y = year - c;
-    const qint64 a = y / 12, b = y % 12, e = b / 4;
-    const qint64 doomsday = (anchor + (a + b + e) % 7) % 7;
-    qint64 monthDoomsdate = doomsdates[std::size_t(month - 1)];
-    if (month < 3 && isLeap(year))
-        monthDoomsdate = month == 1 ? 4 : 29;
-    qint64 d = day - monthDoomsdate;
-    while (d < 0)
-        d += 7;
-    return int((doomsday + d) % 7);
 }
 
 // Month-by-month normalisation of a construction (small inputs only).

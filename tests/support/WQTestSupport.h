@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <ostream>
+#include <string>
 
 // Readable failures for the framework's text and range types.
 QT_BEGIN_NAMESPACE
@@ -63,6 +64,18 @@ inline QByteArray randomBytes(qsizetype n, quint32 seed)
     for (char& b : bytes)
         b = char(generator.bounded(256));
     return bytes;
+}
+
+// what() of the E that work() raises; any other exception fails the test.
+template <class E, class Work>
+std::string messageOf(Work&& work)
+{
+    try {
+        work();
+    } catch (const E& e) {
+        return e.what();
+    }
+    return "(nothing raised)";
 }
 
 // Runs the event loop until done() holds or timeoutMs passes; answers done().

@@ -44,9 +44,23 @@ TEST(CryptoPrimitives, AES128CBCPublishedVectors)
     EXPECT_FALSE(AES128EncryptWithDerivedKey(plain, key.first(15), iv).has_value());
     EXPECT_FALSE(AES128EncryptWithDerivedKey(plain, key, iv.first(8)).has_value());
 
-    // Empty plain text is one block; lengths round up to the next block.
-    for (const auto& [length, size] : {std::pair{0, 16}, std::pair{15, 16}, std::pair{17, 32}})
-        EXPECT_EQ(AES128EncryptWithDerivedKey(QByteArray(length, 'x'), key, iv).value_or("").size(), size) << length;
+    // Padding fills up to the next whole block, and every valid length of it
+    // comes off again.
+    for (int n = 0; n <= 32; ++n) {
+        const QByteArray sealed = AES128EncryptWithDerivedKey(QByteArray(n, 'p'), key, iv).value_or("");
+        EXPECT_EQ(sealed.size(), (n / 16 + 1) * 16) << n;
+        EXPECT_EQ(AES128DecryptWithDerivedKey(sealed, key, iv), QByteArray(n, 'p')) << n;
+    }
+    // Blocks must be whole, and paddings that are not are refused: 0, 17,
+    // and 3 bytes of which one differs.
+    EXPECT_FALSE(AES128DecryptWithDerivedKey(encrypted->left(15), key, iv).has_value());
+    EXPECT_FALSE(AES128DecryptWithDerivedKey(QByteArray(), key, iv).has_value());
+    const QByteArray last[] = {QByteArray(15, 'p') + '\x00', QByteArray(15, 'p') + '\x11',
+                               QByteArray(13, 'p') + "\x02\x03\x03", QByteArray(16, '\x10').replace(0, 1, "\x0f")};
+    for (const QByteArray& plain : last) {
+        const QByteArray sealed = AES128EncryptWithDerivedKey(plain, key, iv)->left(16);   // drop the added block
+        EXPECT_FALSE(AES128DecryptWithDerivedKey(sealed, key, iv).has_value()) << plain.toHex().toStdString();
+    }
 }
 
 TEST(CryptoPrimitives, PasswordKeyAndItsByteRule)

@@ -73,28 +73,10 @@ TEST(EncryptedDocument, KeyEnvelopeFollowsTheTemplateExactly)
     EXPECT_EQ(AES128DecryptWithDerivedKey(info.cipherText, "0123456789abcdef", info.iv), "<a/>");
 }
 
-TEST(EncryptedDocument, PasswordEnvelopeSaltAndIV)
+TEST(EncryptedDocument, EveryWriterAndReaderAgreeForEveryScript)
 {
-    qsizetype shortest = 100, longest = 0;
-    for (int i = 0; i < 60; ++i) {
-        const QString envelope = xml_encryptDocumentWithPassword(QStringLiteral("<a/>"), QStringLiteral("pw"));
-        ASSERT_TRUE(envelope.startsWith(kHead));
-        ASSERT_TRUE(envelope.endsWith(kTail));
-        const QByteArray salt = QByteArray::fromBase64(between(envelope, u"<Specified>", u"</Specified>").toLatin1());
-        shortest = std::min(shortest, salt.size());
-        longest = std::max(longest, salt.size());
-        const QString value = between(envelope, u"<CipherValue>", u"</CipherValue>");
-        ASSERT_EQ(value.size(), 24 + 24);   // the IV, then one block for the short document
-        EXPECT_EQ(QByteArray::fromBase64(value.first(24).toLatin1()).size(), 16);
-        EXPECT_TRUE(envelope.contains(kMiddle.first(40)));
-    }
-    EXPECT_GE(shortest, 8);
-    EXPECT_LE(longest, 16);
-    EXPECT_LT(shortest, longest);   // the length is random too
-}
-
-TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
-{
+    // Envelopes differ by their random salt and IV: what must agree is what
+    // each opens to, and what each reader makes of the same envelope.
     const QString documents[] = {
         QStringLiteral("<doc/>"),
         QStringLiteral("<?xml version='1.0'?><!DOCTYPE doc><doc a=\"1\">Gr\u00fc\u00dfe, \u65e5\u672c\u8a9e, "
@@ -105,16 +87,59 @@ TEST(EncryptedDocument, RoundTripsForEveryWriterAndScript)
         QStringLiteral("correct horse"), QString(), QStringLiteral("p\u00e4ssw\u00f6rd"),
         QStringLiteral("\u5bc6\u7801"), QString::fromUtf8("\xf0\x9f\x98\x80k\xf0\x9f\x94\x91"),
     };
+    const auto streamed = [](const QString& document, const QString& password, bool classic) {
+        QBuffer device;
+        device.open(QIODevice::WriteOnly);
+        const bool written = classic ? xml_encryptDocumentUTF8WithPassword(document.toUtf8(), password, device)
+                                     : xml_encryptDocumentUTF8AuthenticatedWithPassword(document.toUtf8(), password, device, 1);
+        return written ? QString::fromUtf8(device.data()) : QString();
+    };
+    qsizetype shortestSalt = 100, longestSalt = 0;
     for (const QString& password : passwords) {
         for (const QString& document : documents) {
+            // The password envelope: the template, a salt of random length, the IV before the cipher text.
+            const QString sealed = xml_encryptDocumentWithPassword(document, password);
+            ASSERT_TRUE(sealed.startsWith(kHead) && sealed.endsWith(kTail));
+            const qsizetype saltSize = QByteArray::fromBase64(between(sealed, u"<Specified>", u"</Specified>").toLatin1()).size();
+            shortestSalt = std::min(shortestSalt, saltSize);
+            longestSalt = std::max(longestSalt, saltSize);
+            const QString value = between(sealed, u"<CipherValue>", u"</CipherValue>");
+            EXPECT_EQ(QByteArray::fromBase64(value.first(24).toLatin1()).size(), 16);
+            EXPECT_EQ(QByteArray::fromBase64(value.mid(24).toLatin1()).size(), (document.toUtf8().size() / 16 + 1) * 16);
+
             const QByteArray salt = randomDataOfLength(12);
             const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
-            const QString keyed = xml_encryptDocumentWithKey(document, key.bytes(), salt, randomDataOfLength(16));
-            EXPECT_TRUE(opensAs(xml_encryptDocumentWithPassword(document, password), password, document));
-            EXPECT_TRUE(opensAs(keyed, password, document));
-            EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(document, password, 1000), password, document));
+            const QString envelopes[] = {
+                sealed,
+                xml_encryptDocumentWithKey(document, key.bytes(), salt, randomDataOfLength(16)),
+                xml_encryptDocumentAuthenticatedWithPassword(document, password, 1000),
+                streamed(document, password, true),
+                streamed(document, password, false),
+                xml_encryptDocumentWithPasswordAsync(document, password).result(),
+                QString::fromUtf8(xml_encryptDocumentUTF8WithPasswordAsync(document.toUtf8(), password).result()),
+                xml_encryptDocumentAuthenticatedWithPasswordAsync(document, password, 1).result(),
+                QString::fromUtf8(xml_encryptDocumentUTF8AuthenticatedWithPasswordAsync(document.toUtf8(), password, 1).result()),
+            };
+            for (const QString& envelope : envelopes) {
+                EXPECT_TRUE(opensAs(envelope, password, document));
+                for (const QString& tried : {password, QStringLiteral("wrong")}) {
+                    const WQDecryptedDocument text = xml_decryptDocumentWithPasswordAsync(envelope, tried).result();
+                    const WQDecryptedDocumentUTF8 bytes = xml_decryptDocumentUTF8WithPasswordAsync(envelope.toUtf8(), tried).result();
+                    EXPECT_EQ(text.error, xml_decryptDocumentWithPassword(envelope, tried).error);
+                    EXPECT_EQ(text.document, xml_decryptDocumentWithPassword(envelope, tried).document);
+                    EXPECT_EQ(bytes.document, xml_decryptDocumentUTF8WithPassword(envelope.toUtf8(), tried).document);
+                }
+            }
         }
     }
+    EXPECT_GE(shortestSalt, 8);
+    EXPECT_LE(longestSalt, 16);
+    EXPECT_LT(shortestSalt, longestSalt);   // the length is random too
+    EXPECT_TRUE(xml_encryptDocumentWithPasswordAsync(QStringLiteral("not XML"), QStringLiteral("pw")).result().isEmpty());
+    QBuffer refused;
+    refused.open(QIODevice::WriteOnly);
+    EXPECT_FALSE(xml_encryptDocumentUTF8WithPassword("not XML", QStringLiteral("pw"), refused));
+    EXPECT_TRUE(refused.data().isEmpty());
 }
 
 TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
@@ -150,44 +175,6 @@ TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
     EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<\xc3\xa9 \xc3\xa9='\xe2\x82\xac'>\xf0\x9f\x98\x80<!--\xc3\xa9--></\xc3\xa9>"));
 }
 
-TEST(EncryptedDocument, AsynchronousAndStreamingVariantsAnswerWhatTheOthersDo)
-{
-    // Envelopes differ by their random salt and IV: what must agree is what
-    // each opens to, and what a reader makes of the same envelope.
-    const QString document = QStringLiteral("<a>Gr\u00fc\u00dfe</a>");
-    const QString password = QStringLiteral("pw");
-    const auto streamed = [&](bool classic) {
-        QBuffer device;
-        device.open(QIODevice::WriteOnly);
-        const bool written = classic ? xml_encryptDocumentUTF8WithPassword(document.toUtf8(), password, device)
-                                     : xml_encryptDocumentUTF8AuthenticatedWithPassword(document.toUtf8(), password, device, 1);
-        return written ? QString::fromUtf8(device.data()) : QString();
-    };
-    const QString envelopes[] = {
-        streamed(true),
-        streamed(false),
-        xml_encryptDocumentWithPasswordAsync(document, password).result(),
-        QString::fromUtf8(xml_encryptDocumentUTF8WithPasswordAsync(document.toUtf8(), password).result()),
-        xml_encryptDocumentAuthenticatedWithPasswordAsync(document, password, 1).result(),
-        QString::fromUtf8(xml_encryptDocumentUTF8AuthenticatedWithPasswordAsync(document.toUtf8(), password, 1).result()),
-    };
-    for (const QString& envelope : envelopes) {
-        EXPECT_TRUE(opensAs(envelope, password, document));
-        for (const QString& tried : {password, QStringLiteral("wrong")}) {
-            const WQDecryptedDocument text = xml_decryptDocumentWithPasswordAsync(envelope, tried).result();
-            const WQDecryptedDocumentUTF8 bytes = xml_decryptDocumentUTF8WithPasswordAsync(envelope.toUtf8(), tried).result();
-            EXPECT_EQ(text.error, xml_decryptDocumentWithPassword(envelope, tried).error);
-            EXPECT_EQ(text.document, xml_decryptDocumentWithPassword(envelope, tried).document);
-            EXPECT_EQ(bytes.document, xml_decryptDocumentUTF8WithPassword(envelope.toUtf8(), tried).document);
-        }
-    }
-    EXPECT_TRUE(xml_encryptDocumentWithPasswordAsync(QStringLiteral("not XML"), password).result().isEmpty());
-    QBuffer refused;
-    refused.open(QIODevice::WriteOnly);
-    EXPECT_FALSE(xml_encryptDocumentUTF8WithPassword("not XML", password, refused));
-    EXPECT_TRUE(refused.data().isEmpty());
-}
-
 TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
 {
     const QString good = keyedEnvelope();
@@ -200,26 +187,22 @@ TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
         EXPECT_GE(i, 0) << from;
         return text.replace(i, qsizetype(strlen(from)), QLatin1StringView(to));
     };
+    // (Other documents, lengths, counts, truncations: the hostile corpus.)
     using E = WQEnvelopeError;
-    EXPECT_EQ(errorOf(QString()), E::NotAnEnvelope);
     EXPECT_EQ(errorOf(QStringLiteral("plain text, not XML")), E::NotAnEnvelope);
     EXPECT_EQ(errorOf(QStringLiteral("<EncryptedData/>")), E::NotAnEnvelope);   // no namespace
-    EXPECT_EQ(errorOf(QStringLiteral("<?xml version='1.0'?><ledger/>")), E::NotAnEnvelope);
 
     EXPECT_EQ(errorOf(replaced("aes128-cbc", "aes256-cbc")), E::UnsupportedAlgorithm);
     EXPECT_EQ(errorOf(replaced("#pbkdf2", "#scrypt")), E::UnsupportedAlgorithm);
     EXPECT_EQ(errorOf(replaced("hmac-sha1", "hmac-md5")), E::UnsupportedAlgorithm);
-    EXPECT_EQ(errorOf(replaced("<KeyLength>16", "<KeyLength>32")), E::UnsupportedAlgorithm);
-    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>2000001")), E::UnsupportedAlgorithm);
 
     EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>many")), E::DamagedValue);
     EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>0")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("c2FsdHNhbHQ=", "c2Fsd!NhbHQ=")), E::DamagedValue);
     EXPECT_EQ(errorOf(replaced("c2FsdHNhbHQ=", "c2FsdHNhbHR=")), E::DamagedValue);   // non-canonical last group
     EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMdB==")), E::DamagedValue);
     EXPECT_EQ(errorOf(replaced("SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVg")), E::DamagedValue);
     EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEq")), E::DamagedValue);
-    EXPECT_EQ(errorOf(good.left(good.size() - 20)), E::DamagedValue);   // cut short
+    EXPECT_EQ(errorOf(replaced("<ds:KeyInfo", "<q:KeyInfo")), E::DamagedValue);   // an undeclared prefix
 
     // The cipher refuses: a wrong password, or a changed last block.
     EXPECT_EQ(errorOf(good, QStringLiteral("not the password")), E::WrongPasswordOrDamaged);
@@ -300,11 +283,9 @@ TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
         crlf.insert(i, QStringLiteral("\r\n"));
     EXPECT_TRUE(opens(crlf));
 
-    // The whole value in a CDATA section, and a comment in the middle.
+    // The whole value in a CDATA section. (Comments in it are the hostile corpus's.)
     QString cdata = envelope;
     EXPECT_TRUE(opens(cdata.insert(valueEnd, QStringLiteral("]]>")).insert(value, QStringLiteral("<![CDATA["))));
-    QString commented = envelope;
-    EXPECT_TRUE(opens(commented.insert(value + 150000, QStringLiteral("<!-- a note -->"))));
 
     // Markup inside the value is damage; so is a value cut off by the end of the file.
     QString marked = envelope;
@@ -338,60 +319,17 @@ TEST(EncryptedDocument, PaddingOracleReplayGetsOneAnswer)
     }
 }
 
-TEST(EncryptedDocument, PaddingIsCheckedWhole)
+TEST(EncryptedDocument, SizeLimitIsTheApplicationsToRaise)
 {
-    const QByteArray key = "0123456789abcdef", iv = "IVIVIVIVIVIVIVIV";
-    const auto decrypt = [&](const QByteArray& plain) {
-        return AES128DecryptWithDerivedKey(*AES128EncryptWithDerivedKey(plain, key, iv), key, iv);
-    };
-    // Every valid padding length comes off; the blocks must be whole.
-    for (int n = 0; n <= 32; ++n) {
-        const QByteArray plain(n, 'p');
-        EXPECT_EQ(decrypt(plain), plain) << n;
-    }
-    const QByteArray block = *AES128EncryptWithDerivedKey(QByteArray(15, 'p'), key, iv);
-    EXPECT_FALSE(AES128DecryptWithDerivedKey(block.left(15), key, iv).has_value());
-    EXPECT_FALSE(AES128DecryptWithDerivedKey(QByteArray(), key, iv).has_value());
-    // Blocks ending in paddings that are not: 0, 17, and 3 bytes of which one differs.
-    const QByteArray last[] = {QByteArray(15, 'p') + '\x00', QByteArray(15, 'p') + '\x11',
-                               QByteArray(13, 'p') + "\x02\x03\x03", QByteArray(16, '\x10').replace(0, 1, "\x0f")};
-    for (const QByteArray& plain : last) {
-        const QByteArray sealed = AES128EncryptWithDerivedKey(plain, key, iv)->left(16);   // drop the added block
-        EXPECT_FALSE(AES128DecryptWithDerivedKey(sealed, key, iv).has_value()) << plain.toHex().toStdString();
-    }
-}
-
-TEST(EncryptedDocument, HostileShapesAreRefusedAtOnce)
-{
+    // (Floods, entities and absurd counts are the hostile corpus's.)
     const QString good = keyedEnvelope();
-    const auto errorOf = [](const QString& envelope, WQEnvelopeLimits limits = {}) {
-        return xml_decryptDocumentWithPassword(envelope, QStringLiteral("pw"), limits).error;
-    };
-    const qsizetype root = good.indexOf(u"MimeType");
-    QString attributes;
-    for (int i = 0; i < 33; ++i)
-        attributes += QStringLiteral("a%1='' ").arg(i);
-    using E = WQEnvelopeError;
-    const std::pair<QString, E> cases[] = {
-        {QString(good).insert(root, attributes), E::TooLarge},
-        {QString(good).insert(good.indexOf(u"<CipherData>"), QStringLiteral("<x>").repeated(40)), E::TooLarge},
-        {QString(good).insert(good.indexOf(u"<CipherData>"), QStringLiteral("<x/>").repeated(1100)), E::TooLarge},
-        {QString(good).replace(QStringLiteral("c2FsdHNhbHQ="), QString(2000, u'A')), E::TooLarge},
-        {QString(good).replace(QStringLiteral("<IterationCount>1000"), QStringLiteral("<IterationCount>") + QString(100, u' ') + QStringLiteral("1000")), E::TooLarge},
-        // (Entities, floods far past these limits and absurd counts are the hostile corpus's.)
-        {QStringLiteral("<!DOCTYPE EncryptedData>") + good.mid(good.indexOf(u"<EncryptedData")), E::NotAnEnvelope},
-        {QString(good).replace(QStringLiteral("<ds:KeyInfo"), QStringLiteral("<q:KeyInfo")), E::DamagedValue},   // an undeclared prefix
-    };
-    for (const auto& [envelope, error] : cases)
-        EXPECT_EQ(errorOf(envelope), error) << envelope.left(200).toStdString();
-    // The size limit, and an application raising it.
     WQEnvelopeLimits small;
     small.maximumSize = good.size() - 1;
-    EXPECT_EQ(errorOf(good, small), E::TooLarge);
-    EXPECT_EQ(xml_inspectEnvelope(good, small).error, E::TooLarge);
+    EXPECT_EQ(xml_decryptDocumentWithPassword(good, QStringLiteral("pw"), small).error, WQEnvelopeError::TooLarge);
+    EXPECT_EQ(xml_inspectEnvelope(good, small).error, WQEnvelopeError::TooLarge);
     small.maximumSize = good.size();
-    EXPECT_NE(errorOf(good, small), E::TooLarge);
-    EXPECT_FALSE(WQEnvelopeErrorDescription(E::TooLarge).isEmpty());
+    EXPECT_NE(xml_decryptDocumentWithPassword(good, QStringLiteral("pw"), small).error, WQEnvelopeError::TooLarge);
+    EXPECT_FALSE(WQEnvelopeErrorDescription(WQEnvelopeError::TooLarge).isEmpty());
 }
 
 TEST(EncryptedDocument, TextBecomesTheSameUTF8AsQtMakesIt)

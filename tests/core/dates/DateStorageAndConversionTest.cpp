@@ -3,6 +3,7 @@
 #include <WQGeneral/dates/WQDate.h>
 
 #include "DateTesting.h"
+#include "WQTestSupport.h"
 
 #include <gtest/gtest.h>
 

@@ -20,25 +20,6 @@ QByteArray decoded(QStringView text)
 
 } // namespace
 
-TEST(Base64, PublishedVectorsBothWays)
-{
-    const std::pair<const char*, const char*> vectors[] = {
-        {"", ""},         {"f", "Zg=="},         {"fo", "Zm8="},        {"foo", "Zm9v"},
-        {"foob", "Zm9vYg=="}, {"fooba", "Zm9vYmE="}, {"foobar", "Zm9vYmFy"},
-    };
-    for (const auto& [plain, encoded] : vectors) {
-        const QByteArray data(plain);
-        EXPECT_EQ(base64EncodingWithLineLength(data), QString::fromLatin1(encoded)) << plain;
-        EXPECT_EQ(base64EncodingWithLineLength(data, 0, WQBase64Encoder::Own), QString::fromLatin1(encoded)) << plain;
-        EXPECT_EQ(base64EncodedBytes(data), QByteArray(encoded)) << plain;
-        if (*encoded) {
-            EXPECT_EQ(decoded(QString::fromLatin1(encoded)), data) << encoded;
-            EXPECT_EQ(dataWithBase64EncodedString(QByteArrayView(encoded)), data) << encoded;
-        }
-    }
-    EXPECT_EQ(base64EncodingWithLineLength(QByteArray(1, '\0')), u"AA==");
-}
-
 TEST(Base64, DecoderQuirks)
 {
     const std::pair<const char16_t*, QByteArray> rows[] = {
@@ -73,16 +54,18 @@ TEST(Base64, DecoderQuirks)
     }
 }
 
-TEST(Base64, RoundTripsAgainstQtForEveryLengthAndBreak)
+TEST(Base64, BothEncodersAndDecodersAgreeWithQtForEveryLengthAndBreak)
 {
     for (qsizetype n = 0; n < 200; ++n) {
         const QByteArray data = randomBytes(n, quint32(n) + 1);
         const QByteArray reference = data.toBase64();
         EXPECT_EQ(base64EncodingWithLineLength(data, 76), QString::fromLatin1(reference));
+        EXPECT_EQ(base64EncodingWithLineLength(data, 0, WQBase64Encoder::Own), QString::fromLatin1(reference));
         EXPECT_EQ(base64EncodedBytes(data), reference);
         if (n == 0)
             continue;
         EXPECT_EQ(decoded(QString::fromLatin1(reference)), data) << n;
+        EXPECT_EQ(dataWithBase64EncodedString(QByteArrayView(reference)), data) << n;
         // Line breaks from the own encoder are skipped on the way back.
         EXPECT_EQ(decoded(base64EncodingWithLineLength(data, 8, WQBase64Encoder::Own)), data) << n;
         // Without padding the last incomplete group is lost.

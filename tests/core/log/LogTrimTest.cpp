@@ -50,7 +50,7 @@ QByteArray trimmed(ScratchLog& scratch, const QByteArray& bytes, const QDateTime
 
 } // namespace
 
-TEST(LogTrimming, CutsAtTheApproximatePlaceAndKeepsTheFileWhenItShould)
+TEST(LogTrimming, CutsAtTheApproximatePlaceAndReplacesTheFileWhole)
 {
     ScratchLog scratch;
     const QByteArray sixteen = records(16);
@@ -72,6 +72,19 @@ TEST(LogTrimming, CutsAtTheApproximatePlaceAndKeepsTheFileWhenItShould)
     EXPECT_EQ(trimmed(scratch, stamp(0).left(28), kStart.addSecs(3600)), stamp(0).left(28));
     EXPECT_EQ(trimmed(scratch, "header without a date\n" + sixteen, kStart.addSecs(600)), "header without a date\n" + sixteen);
 
+    // The new text replaces the file whole (a second name keeps the old
+    // text), raw bytes stay raw, and the file stays private.
+    scratch.log.cleanLogFile();
+    scratch.log.log(QStringLiteral("creates the file with 0600"));
+    const QByteArray raw = sixteen + "\xFF raw bytes stay raw\n";
+    writeBytes(scratch.path, raw);
+    const QString before = scratch.folder.path() + QStringLiteral("/before.log");
+    ASSERT_EQ(::link(QFile::encodeName(scratch.path).constData(), QFile::encodeName(before).constData()), 0);
+    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
+    EXPECT_EQ(readBytes(scratch.path), fromMinute(raw, 10));
+    EXPECT_EQ(readBytes(before), raw);
+    EXPECT_EQ(modeOf(scratch.path), mode_t(0600));
+
     // No file: nothing happens, nothing is made.
     scratch.log.cleanLogFile();
     scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
@@ -92,22 +105,6 @@ TEST(LogTrimming, UndatedContinuationLinesMoveTheProbeOn)
     // Only undated lines after the first: the probe walks off the end.
     const QByteArray undated = stamp(0) + "start\n" + QByteArray("  a continuation line that is long enough\n").repeated(12);
     EXPECT_EQ(trimmed(scratch, undated, kStart.addSecs(600)), undated);
-}
-
-TEST(LogTrimming, RewriteIsAtomicAndKeepsThePermissions)
-{
-    ScratchLog scratch;
-    scratch.log.log(QStringLiteral("creates the file with 0600"));
-    const QByteArray original = records(16) + "\xFF raw bytes stay raw\n";
-    writeBytes(scratch.path, original);
-    // A second name for the old file: an in-place rewrite would change it.
-    const QString before = scratch.folder.path() + QStringLiteral("/before.log");
-    ASSERT_EQ(::link(QFile::encodeName(scratch.path).constData(), QFile::encodeName(before).constData()), 0);
-
-    scratch.log.clearLogDataBeforeDate(kStart.addSecs(600));
-    EXPECT_EQ(readBytes(scratch.path), fromMinute(original, 10));
-    EXPECT_EQ(readBytes(before), original) << "the new text replaced the file whole";
-    EXPECT_EQ(modeOf(scratch.path), mode_t(0600));
 }
 
 TEST(LogTrimming, TimeStampsParseOnlyInTheirExactForm)

@@ -65,11 +65,8 @@ TEST_F(MoneyText, DisplayOfCustomSettings)
         SCOPED_TRACE(testing::Message() << row.value << " with " << int(row.places) << " places");
         EXPECT_EQ(with(row.dict, row.places).stringForObjectValue(row.value), row.text);
     }
-}
-
-TEST_F(MoneyText, DisplayOfOtherValues)
-{
-    const WQMoneyFormatter& f = with(test::dollarDict());
+    // Other values: whole numbers, text as it stands, nothing for the rest.
+    const WQMoneyFormatter& f = with(dollar);
     EXPECT_EQ(f.stringForObjectValue(qlonglong(-42)), u"-$42.00");
     EXPECT_EQ(f.stringForObjectValue(u"not an amount"_s), u"not an amount");
     EXPECT_FALSE(f.stringForObjectValue(QVariant()).has_value());

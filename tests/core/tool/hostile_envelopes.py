@@ -172,6 +172,15 @@ def main():
         raw[index] ^= 0x01
         put("tampered-cbc-%s.enc" % name, with_value(classic, classic[start : start + 24] + base64.b64encode(bytes(raw))),
             "wrong")
+    # The last byte of the padding turned into 1, which is valid padding: the
+    # old reader answered with altered text.
+    with open(document, "rb") as f:
+        padding = 16 - len(f.read()) % 16
+    assert padding != 1
+    raw = bytearray(cbc_text)
+    raw[len(cbc_text) - 17] ^= padding ^ 0x01
+    put("tampered-cbc-padding-one.enc", with_value(classic, classic[start : start + 24] + base64.b64encode(bytes(raw))),
+        "wrong")
     put("tampered-cbc-truncated-block.enc", with_value(classic, classic[start : start + 24]
                                                           + base64.b64encode(cbc_text[:-16])), "wrong")
 
