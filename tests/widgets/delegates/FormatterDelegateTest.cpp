@@ -232,7 +232,7 @@ TEST_F(FormatterDelegate, TabAndShiftTabWriteAndMoveBetweenEditableCells)
     EXPECT_EQ(view->currentIndex(), cell(2, AmountColumn));
 }
 
-TEST_F(FormatterDelegate, TheCalculatorWorksFromACell)
+TEST_F(FormatterDelegate, TheCalculatorWorksFromACellAndAClickElsewhereWrites)
 {
     WQLineEdit* amount = edit(1, AmountColumn);
     ASSERT_NE(amount, nullptr);
@@ -245,25 +245,21 @@ TEST_F(FormatterDelegate, TheCalculatorWorksFromACell)
     EXPECT_EQ(cell(1, AmountColumn).data(Qt::EditRole).toDouble(), 20.0) << "left to right, written at once";
     ASSERT_EQ(editor(), amount);
     EXPECT_EQ(amount->selectedText(), u"$20.00");
-}
 
-TEST_F(FormatterDelegate, AClickElsewhereWritesAndTheFocusGoesThere)
-{
-    ASSERT_NE(edit(0, AmountColumn), nullptr);
     type(u"75"_s);
     clickCell(2, DateColumn);
-    EXPECT_EQ(cell(0, AmountColumn).data(Qt::EditRole).toDouble(), 75.0);
+    EXPECT_EQ(cell(1, AmountColumn).data(Qt::EditRole).toDouble(), 75.0);
     EXPECT_EQ(editor(), nullptr);
     EXPECT_EQ(QApplication::focusWidget(), view);
     EXPECT_EQ(view->currentIndex(), cell(2, DateColumn));
 
     // With the calculator open, the click ends both.
-    ASSERT_NE(edit(1, AmountColumn), nullptr);
+    ASSERT_NE(edit(0, AmountColumn), nullptr);
     type(u"6-1"_s);
     ASSERT_NE(WQCalculateWindowController::openCalculator(), nullptr);
     click(other, other->rect().center());
     EXPECT_EQ(WQCalculateWindowController::openCalculator(), nullptr);
-    EXPECT_EQ(cell(1, AmountColumn).data(Qt::EditRole).toDouble(), 5.0);
+    EXPECT_EQ(cell(0, AmountColumn).data(Qt::EditRole).toDouble(), 5.0);
     EXPECT_EQ(QApplication::focusWidget(), other);
     EXPECT_EQ(view->findChild<WQLineEdit*>(), nullptr) << "the cell's editor is gone";
 }

@@ -161,7 +161,7 @@ TEST(MenuExtensions, RemoveAllGoesIntoSubmenusAndTakesAdjacentMatchesAndWholeSub
     }
 }
 
-TEST(MenuExtensions, AMenuThatHoldsItselfIsSearchedOnce)
+TEST(MenuExtensions, AMenuThatHoldsItselfIsSearchedOnceAndAMenuBarLikeAMenu)
 {
     MenuFixture f({QStringLiteral("Loop=>"), QStringLiteral("Leaf=leaf"), QStringLiteral("<")});
     QMenu* loop = f.root.actions().first()->menu<QMenu*>();
@@ -169,11 +169,8 @@ TEST(MenuExtensions, AMenuThatHoldsItselfIsSearchedOnce)
     EXPECT_EQ(MenuFixture::names(itemsWithAction(f.root, "leaf", true)), u"Leaf");
     removeAllItemsWithAction(f.root, "leaf");
     EXPECT_EQ(loop->actions().size(), 1);
-}
 
-// Items sending their actions are ActionMessage's; here only the search.
-TEST(MenuExtensions, WorksOnAMenuBar)
-{
+    // A menu bar is searched as a menu is.
     QMenuBar bar;
     QMenu* file = bar.addMenu(QStringLiteral("File"));
     wq_addItemWithTitle(*file, QStringLiteral("Count"), "count1");
