@@ -4,7 +4,6 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QWindow>
-#include <QLabel>
 #include <QPushButton>
 
 #include <WQGeneral/platform/WQTranslations.h>
@@ -79,14 +78,6 @@ TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAndAnswersNo)
         EXPECT_EQ(box->informativeText(), k.message);
         // Shown as plain text: no markup, no placeholders interpreted.
         EXPECT_EQ(box->textFormat(), Qt::PlainText);
-        const QStringList shownTexts = [&] {
-            QStringList texts;
-            for (const QLabel* label : box->findChildren<QLabel*>())
-                texts << label->text();
-            return texts;
-        }();
-        EXPECT_TRUE(shownTexts.contains(k.title));
-        EXPECT_TRUE(shownTexts.contains(k.message));
         if (k.suppressible) {
             ASSERT_NE(box->checkBox(), nullptr);
             EXPECT_EQ(box->checkBox()->text(), u"Don't show again");

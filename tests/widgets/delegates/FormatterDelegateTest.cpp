@@ -178,7 +178,7 @@ TEST_F(FormatterDelegate, PaintsCellsAsTheFieldsShowThem)
     EXPECT_EQ(amounts_->cell(cell(1, AmountColumn)).text, u"2.500,00 €");
 }
 
-TEST_F(FormatterDelegate, EditsAMoneyCellKeystrokeByKeystrokeAndEscapeGivesUp)
+TEST_F(FormatterDelegate, EditsKeystrokeByKeystrokeEscapeGivesUpTabAndShiftTabWriteAndMove)
 {
     QSignalSpy refused(amounts_, &WQFormatterDelegate::editRefused);
     WQLineEdit* amount = edit(1, AmountColumn);
@@ -204,10 +204,8 @@ TEST_F(FormatterDelegate, EditsAMoneyCellKeystrokeByKeystrokeAndEscapeGivesUp)
     EXPECT_EQ(editor(), nullptr);
     EXPECT_EQ(QApplication::focusWidget(), view);
     EXPECT_EQ(cell(0, AmountColumn).data(Qt::EditRole).toDouble(), -1200.5);
-}
 
-TEST_F(FormatterDelegate, TabAndShiftTabWriteAndMoveBetweenEditableCells)
-{
+    // Tab and Shift+Tab write and move between editable cells.
     ASSERT_NE(edit(0, DateColumn), nullptr);
     type(u"3/9/24\t"_s);
     EXPECT_EQ(cell(0, DateColumn).data(Qt::EditRole).value<WQDate>(), WQDate(2024, 3, 9));
