@@ -24,7 +24,15 @@ const QString kDateMessage = QStringLiteral(
     "entered as a day, month, and year.  The order of the three values depends on the short date format in your "
     "desktop's regional settings.");
 
-TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAndAnswersNo)
+// Keys go where the keyboard sends them: to the window that has the focus.
+void pressKey(Qt::Key key)
+{
+    QWindow* focus = QGuiApplication::focusWindow();
+    ASSERT_NE(focus, nullptr);
+    QTest::keyClick(focus, key);
+}
+
+TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAnswersNoAndKeepsTheKeyboard)
 {
     // The decimal separator comes from the numeric locale.
     ScopedLocale locale(QStringLiteral("de_DE"));
@@ -92,6 +100,45 @@ TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAndAnswersNo)
         }
         EXPECT_EQ(controller->attachedSheet(), nullptr);
     }
+
+    // A sheet keeps the keyboard when the window behind is clicked.
+    controller->sheetForIntegerTextFieldValidationFailure(field, QStringLiteral("Payments"), "Digits only");
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(box));
+    // A sheet: no title bar of its own to minimise or maximise it by, at
+    // the top of its window, named by what it says.
+    EXPECT_TRUE(box->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(box->geometry().top(), window.geometry().top());
+    EXPECT_EQ(box->windowTitle(), u"Digits only");
+
+    // A click on the window behind: the window manager activates it.
+    QTest::mouseClick(field, Qt::LeftButton);
+    window.activateWindow();
+    spinFor(200);
+    ASSERT_EQ(QGuiApplication::focusWindow(), box->windowHandle());
+
+    // A screen reader reads it as the eye does: title, message, check box, OK.
+    QStringList read;
+    QAccessibleInterface* alert = QAccessible::queryAccessibleInterface(box);
+    for (int i = 0; i < alert->childCount(); ++i) {
+        QAccessibleInterface* part = alert->child(i);
+        for (int j = 0; part->role() == QAccessible::Grouping && j < part->childCount(); ++j)
+            read << part->child(j)->text(QAccessible::Name);
+        if (part->role() != QAccessible::Grouping && !part->text(QAccessible::Name).isEmpty())
+            read << part->text(QAccessible::Name);
+    }
+    EXPECT_EQ(read, QStringList({u"Digits only"_qs, box->informativeText(), u"Don't show again"_qs, u"OK"_qs}));
+
+    // The keyboard starts on OK; Tab goes round the sheet's own controls.
+    EXPECT_EQ(QApplication::focusWidget(), box->buttons().value(0));
+    pressKey(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), box->checkBox());
+    pressKey(Qt::Key_Space);
+    EXPECT_TRUE(box->checkBox()->isChecked());
+    pressKey(Qt::Key_Return);
+    ASSERT_TRUE(spinUntil([&] { return !controller->attachedSheet(); }));
+    EXPECT_TRUE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning));
 }
 
 TEST_F(Sheets, EditKeepsTheRejectedTextCancelBringsBackThePreviousValueAndOneShowsAtATime)
@@ -149,55 +196,6 @@ TEST_F(Sheets, EditKeepsTheRejectedTextCancelBringsBackThePreviousValueAndOneSho
     QMessageBox* box = sheet();
     delete other;
     click(box, QStringLiteral("Cancel"));
-}
-
-// Keys go where the keyboard sends them: to the window that has the focus.
-void pressKey(Qt::Key key)
-{
-    QWindow* focus = QGuiApplication::focusWindow();
-    ASSERT_NE(focus, nullptr);
-    QTest::keyClick(focus, key);
-}
-
-TEST_F(Sheets, KeepTheKeyboardWhenTheWindowBehindIsClicked)
-{
-    controller->sheetForIntegerTextFieldValidationFailure(field, QStringLiteral("Payments"), "Digits only");
-    QMessageBox* box = sheet();
-    ASSERT_NE(box, nullptr);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(box));
-    // A sheet: no title bar of its own to minimise or maximise it by, at
-    // the top of its window, named by what it says.
-    EXPECT_TRUE(box->windowFlags().testFlag(Qt::FramelessWindowHint));
-    EXPECT_EQ(box->geometry().top(), window.geometry().top());
-    EXPECT_EQ(box->windowTitle(), u"Digits only");
-
-    // A click on the window behind: the window manager activates it.
-    QTest::mouseClick(field, Qt::LeftButton);
-    window.activateWindow();
-    spinFor(200);
-    ASSERT_EQ(QGuiApplication::focusWindow(), box->windowHandle());
-
-    // A screen reader reads it as the eye does: title, message, check box, OK.
-    QStringList read;
-    QAccessibleInterface* alert = QAccessible::queryAccessibleInterface(box);
-    for (int i = 0; i < alert->childCount(); ++i) {
-        QAccessibleInterface* part = alert->child(i);
-        for (int j = 0; part->role() == QAccessible::Grouping && j < part->childCount(); ++j)
-            read << part->child(j)->text(QAccessible::Name);
-        if (part->role() != QAccessible::Grouping && !part->text(QAccessible::Name).isEmpty())
-            read << part->text(QAccessible::Name);
-    }
-    EXPECT_EQ(read, QStringList({u"Digits only"_qs, box->informativeText(), u"Don't show again"_qs, u"OK"_qs}));
-
-    // The keyboard starts on OK; Tab goes round the sheet's own controls.
-    EXPECT_EQ(QApplication::focusWidget(), box->buttons().value(0));
-    pressKey(Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), box->checkBox());
-    pressKey(Qt::Key_Space);
-    EXPECT_TRUE(box->checkBox()->isChecked());
-    pressKey(Qt::Key_Return);
-    ASSERT_TRUE(spinUntil([&] { return !controller->attachedSheet(); }));
-    EXPECT_TRUE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning));
 }
 
 // The framework's own catalogues (which language loads which is core's):
