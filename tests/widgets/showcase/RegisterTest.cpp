@@ -407,7 +407,7 @@ TEST_F(Register, TabGoesRoundTheWindowAsItReadsAndStopsOnlyWhereSomethingShows)
     EXPECT_EQ(QApplication::focusWidget(), field("amount"));
 }
 
-TEST_F(Register, FitsALaptopScreenWithNothingClipped)
+TEST_F(Register, FitsALaptopScreenWithEveryFieldShowingWhatWasTyped)
 {
     type("payee", u"City Power & Light"_qs);
     type("amount", u"1234567.89"_qs);
@@ -538,7 +538,7 @@ TEST(RegisterStore, KeepsTransactionsAndCurrencyWholeLockedAndEncryptedWhenAsked
     }
 }
 
-TEST_F(Register, TheRegisterComesBackAfterARestartInItsOwnCurrency)
+TEST_F(Register, TheRegisterComesBackAfterARestartInItsOwnCurrencyAndBehindItsPassword)
 {
     ASSERT_TRUE(reopenKept());
     ASSERT_FALSE(window->isReadOnly());
@@ -563,6 +563,40 @@ TEST_F(Register, TheRegisterComesBackAfterARestartInItsOwnCurrency)
     ASSERT_TRUE(reopenKept());
     EXPECT_EQ(cell(0, RegisterBook::AmountColumn), u"2.500,00 \u20ac");
     EXPECT_TRUE(QTest::qWaitFor([&] { return RegisterStore(path).load().contents.currency.has_value(); }, 10000));
+
+    // A password is typed twice; at the next start a wrong one is said to be.
+    QAction* choose = window->findChild<QAction*>(u"registerPassword"_qs);
+    ASSERT_NE(choose, nullptr);
+    choose->trigger();
+    RegisterPasswordDialog* dialog = passwordDialog();
+    ASSERT_NE(dialog, nullptr);
+    QPushButton* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    typeInto(dialog, "password", u"hunter2"_qs);
+    typeInto(dialog, "passwordAgain", u"hunter3"_qs);
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_TRUE(dialog->findChild<QLabel*>(u"problem"_qs)->isVisible());
+    QTest::keyClick(dialog->findChild<QLineEdit*>(u"passwordAgain"_qs), Qt::Key_Backspace);
+    typeInto(dialog, "passwordAgain", u"2"_qs, true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return RegisterStore(path).isEncrypted(); }, 30000));
+    ASSERT_EQ(window->rows().rowCount(), 1);
+    close();
+
+    // At start: asked once; a wrong one is said to be wrong, and asked again.
+    open(path);
+    dialog = passwordDialog();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->findChild<QLineEdit*>(u"passwordAgain"_qs), nullptr);
+    typeInto(dialog, "password", u"hunter3"_qs, true);
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        for (const RegisterPasswordDialog* again : window->findChildren<RegisterPasswordDialog*>())
+            if (again->isVisible() && again->findChild<QLabel*>(u"problem"_qs)->text().contains(u"wrong"))
+                return true;
+        return false;
+    }, 30000));
+    typeInto(passwordDialog(), "password", u"hunter2"_qs, true);
+    ASSERT_TRUE(opened());
+    EXPECT_FALSE(window->isReadOnly());
+    EXPECT_EQ(window->rows().rowCount(), 1);
 }
 
 TEST_F(Register, ASecondWindowShowsTheRegisterButTakesNoChanges)
@@ -607,43 +641,6 @@ TEST_F(Register, ASecondWindowShowsTheRegisterButTakesNoChanges)
     EXPECT_TRUE(notice->isVisible());
     QTest::qWait(400);   // past the moment a save would have come
     EXPECT_EQ(wq::test::readBytes(path), before);
-}
-
-TEST_F(Register, ThePasswordIsTypedTwiceAndAWrongOneIsSaidToBe)
-{
-    ASSERT_TRUE(reopenKept());
-    QAction* choose = window->findChild<QAction*>(u"registerPassword"_qs);
-    ASSERT_NE(choose, nullptr);
-    choose->trigger();
-    RegisterPasswordDialog* dialog = passwordDialog();
-    ASSERT_NE(dialog, nullptr);
-    QPushButton* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
-    typeInto(dialog, "password", u"hunter2"_qs);
-    typeInto(dialog, "passwordAgain", u"hunter3"_qs);
-    EXPECT_FALSE(ok->isEnabled());
-    EXPECT_TRUE(dialog->findChild<QLabel*>(u"problem"_qs)->isVisible());
-    QTest::keyClick(dialog->findChild<QLineEdit*>(u"passwordAgain"_qs), Qt::Key_Backspace);
-    typeInto(dialog, "passwordAgain", u"2"_qs, true);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return RegisterStore(path).isEncrypted(); }, 30000));
-    const int rows = window->rows().rowCount();
-    close();
-
-    // At start: asked once; a wrong one is said to be wrong, and asked again.
-    open(path);
-    dialog = passwordDialog();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(dialog->findChild<QLineEdit*>(u"passwordAgain"_qs), nullptr);
-    typeInto(dialog, "password", u"hunter3"_qs, true);
-    ASSERT_TRUE(QTest::qWaitFor([&] {
-        for (const RegisterPasswordDialog* again : window->findChildren<RegisterPasswordDialog*>())
-            if (again->isVisible() && again->findChild<QLabel*>(u"problem"_qs)->text().contains(u"wrong"))
-                return true;
-        return false;
-    }, 30000));
-    typeInto(passwordDialog(), "password", u"hunter2"_qs, true);
-    ASSERT_TRUE(opened());
-    EXPECT_FALSE(window->isReadOnly());
-    EXPECT_EQ(window->rows().rowCount(), rows);
 }
 
 } // namespace
