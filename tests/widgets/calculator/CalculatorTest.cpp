@@ -121,7 +121,7 @@ TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRightReadAloudAndCopied)
     EXPECT_EQ(field->objectValue().toDouble(), 20.0);
 }
 
-TEST_F(Calculator, RightAfterOpeningTheEditingFieldCountsAsZeroAlsoInsideAModalDialog)
+TEST_F(Calculator, RightAfterOpeningTheEditingFieldCountsAsZeroAndADialogsFieldCalculatesToo)
 {
     const struct {
         QString keys;
