@@ -73,6 +73,8 @@ protected:
 
 TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRightReadAloudAndCopied)
 {
+    // Linking registers the toolkit that names the focused field to core.
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(field));
     type(u"2+"_s);
     WQCalculateWindowController* calc = calculator();
     ASSERT_NE(calc, nullptr);
@@ -198,6 +200,7 @@ TEST_F(Calculator, ReturnTabOrAClickElsewhereCommitEscapeDiscards)
     test::spinFor(5);
     EXPECT_TRUE(calculatorWindows().isEmpty());
     EXPECT_EQ(QApplication::focusWidget(), other) << "where the user clicked";
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(other));
     EXPECT_EQ(field->objectValue().toDouble(), 5.0) << "read as the field lost the focus";
 }
 
