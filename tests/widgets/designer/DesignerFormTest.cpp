@@ -52,14 +52,14 @@ protected:
 };
 
 // A class the plugin did not offer would load as its base class.
-TEST_F(DesignerForm, WidgetsComeOutOfTheirClassWithTheirContents)
+TEST_F(DesignerForm, WidgetsComeOutOfTheirClassWithTheirContentsAndFieldsTypeThroughTheirKind)
 {
-    struct Row {
+    struct Widget {
         QString name;
         const char* className;
         const char* base;
     };
-    const Row rows[] = {
+    const Widget widgets[] = {
         {u"amountField"_s, "wq::WQLineEdit", "QLineEdit"},
         {u"datePicker"_s, "wq::WQDatePicker", "QDateEdit"},
         {u"dragAndDropView"_s, "wq::WQDragAndDropView", "QWidget"},
@@ -67,7 +67,7 @@ TEST_F(DesignerForm, WidgetsComeOutOfTheirClassWithTheirContents)
         {u"linkTextView"_s, "wq::WQURLTextView", "QTextBrowser"},
         {u"tableView"_s, "wq::WQTableView", "QTableView"},
     };
-    for (const Row& row : rows) {
+    for (const Widget& row : widgets) {
         const QWidget* widget = child(row.name);
         ASSERT_TRUE(widget);
         EXPECT_STREQ(widget->metaObject()->className(), row.className);
@@ -77,10 +77,7 @@ TEST_F(DesignerForm, WidgetsComeOutOfTheirClassWithTheirContents)
     EXPECT_EQ(child<QScrollArea>(u"scrollView"_s)->widget(), child(u"scrollViewContents"_s));
     EXPECT_TRUE(child(u"dragAndDropView"_s)->isAncestorOf(child(u"dragLabel"_s)));
     EXPECT_TRUE(child<QTextBrowser>(u"linkTextView"_s)->toHtml().contains(u"https://example.com/terms"_s));
-}
 
-TEST_F(DesignerForm, FieldsTypeThroughTheirFormatterKind)
-{
     form->show();
     form->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
