@@ -45,7 +45,7 @@ protected:
 
 } // namespace
 
-TEST_F(QuickSheets, SilencedOnceForEveryToolkitAndShownAgain)
+TEST_F(QuickSheets, SilencedOnceForEveryToolkitShownAgainAndCancelGivesTheValueBack)
 {
     window.focus("payments");
     window.type("x");
@@ -70,10 +70,8 @@ TEST_F(QuickSheets, SilencedOnceForEveryToolkitAndShownAgain)
     EXPECT_TRUE(sheets->isShowing());
     click(part("defaultButton"));
     EXPECT_FALSE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning)) << "closed with the box unticked";
-}
 
-TEST_F(QuickSheets, CancelGivesTheDateFieldItsValueBack)
-{
+    // Cancel gives the date field its value back.
     WQQuickFormattedField& date = window.field("date");
     date.setValue(QDateTime(QDate(2026, 3, 1), QTime(0, 0)));
     QQuickItem* item = window.focus("date");

@@ -71,15 +71,10 @@ protected:
 
 } // namespace
 
-TEST_F(Calculator, TheToolkitIsRegisteredByLinkingAndNamesTheFocusedField)
+TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRightReadAloudAndCopied)
 {
+    // Linking registers the toolkit that names the focused field to core.
     EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(field));
-    other->setFocus();
-    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(other));
-}
-
-TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRight)
-{
     type(u"2+"_s);
     WQCalculateWindowController* calc = calculator();
     ASSERT_NE(calc, nullptr);
@@ -94,9 +89,21 @@ TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRight)
     EXPECT_EQ(calc->editingField()->text(), u"$3");
     EXPECT_EQ(calc->totalField()->text(), u"$5.00") << "the live operand";
     EXPECT_EQ(calc->tapeLines(), (QStringList{u"$2.00"_s, u"+ $3"_s, u"= $5.00"_s}));
+    // A screen reader reads the tape as the eye does; Ctrl+C copies it.
+    EXPECT_EQ(calc->editingField()->accessibleDescription(), u"Total $5.00");
+    QAccessibleInterface* tape = QAccessible::queryAccessibleInterface(calc->window());
+    EXPECT_EQ(tape->text(QAccessible::Name), u"Calculator");
+    EXPECT_FALSE(tape->text(QAccessible::Description).isEmpty());
+    QStringList read;
+    for (int i = 0; i < tape->childCount(); ++i)
+        if (QAccessibleInterface* row = tape->child(i); row->role() == QAccessible::EditableText)
+            read << row->text(QAccessible::Name) + u": "_s + row->text(QAccessible::Value);
+    EXPECT_EQ(read, QStringList({u"Number 1: $2.00"_s, u"Operator +: +"_s, u"Next number: $3"_s, u"Total: $5.00"_s}));
+    press(u'c', Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"$2.00\n+ $3\n= $5.00\n");
 
     type(u"*"_s);
-    ASSERT_EQ(calculator(), calc) << "an operator typed in the calculator extends it";
+    ASSERT_EQ(calculator(), calc) << "copying was not the end; an operator extends the tape";
     EXPECT_EQ(calculatorWindows().size(), 1);
     EXPECT_EQ(calc->tape().numbers, (QList<double>{2, 3}));
     EXPECT_EQ(calc->tape().operators, (QStringList{u"+"_s, u"*"_s}));
@@ -116,7 +123,7 @@ TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRight)
     EXPECT_EQ(field->objectValue().toDouble(), 20.0);
 }
 
-TEST_F(Calculator, RightAfterOpeningTheEditingFieldCountsAsZero)
+TEST_F(Calculator, RightAfterOpeningTheEditingFieldCountsAsZeroAndADialogsFieldCalculatesToo)
 {
     const struct {
         QString keys;
@@ -134,9 +141,26 @@ TEST_F(Calculator, RightAfterOpeningTheEditingFieldCountsAsZero)
     // Division by zero, or by anything below 1e-7, gives 0.
     type(u"10/0="_s);
     EXPECT_EQ(field->text(), u"$0.00");
+
+    // Inside a modal dialog, too.
+    QDialog dialog(window.get());
+    auto* inDialog = new WQLineEdit(formatter, &dialog);
+    (new QVBoxLayout(&dialog))->addWidget(inDialog);
+    QString seen;
+    QTimer::singleShot(20, &dialog, [&] {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        inDialog->setFocus();
+        type(u"5+2"_s);
+        seen = calculator() ? calculator()->totalField()->text() : u"no calculator"_s;
+        type(u"="_s);
+        dialog.accept();
+    });
+    dialog.exec();
+    EXPECT_EQ(seen, u"$7.00");
+    EXPECT_EQ(inDialog->text(), u"$7.00");
 }
 
-TEST_F(Calculator, ReturnAndTabCommitOnTheNextPassEscapeDiscards)
+TEST_F(Calculator, ReturnTabOrAClickElsewhereCommitEscapeDiscards)
 {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab}) {
         field->selectAll();
@@ -164,13 +188,10 @@ TEST_F(Calculator, ReturnAndTabCommitOnTheNextPassEscapeDiscards)
     EXPECT_EQ(field->text(), u"$9");
     EXPECT_EQ(field->selectedText(), u"$9");
     EXPECT_TRUE(calculatorWindows().isEmpty());
-}
 
-TEST_F(Calculator, AClickElsewhereCommitsAndTheFocusGoesThere)
-{
+    field->selectAll();
     type(u"6-1"_s);
-    WQCalculateWindowController* calc = calculator();
-    ASSERT_NE(calc, nullptr);
+    ASSERT_NE(calculator(), nullptr);
     // Through the window system, as a real click comes, so the toolkit's
     // own handling of clicks outside a pop-up runs.
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, other->mapTo(window.get(), other->rect().center()));
@@ -179,10 +200,11 @@ TEST_F(Calculator, AClickElsewhereCommitsAndTheFocusGoesThere)
     test::spinFor(5);
     EXPECT_TRUE(calculatorWindows().isEmpty());
     EXPECT_EQ(QApplication::focusWidget(), other) << "where the user clicked";
+    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(other));
     EXPECT_EQ(field->objectValue().toDouble(), 5.0) << "read as the field lost the focus";
 }
 
-TEST_F(Calculator, TheWindowGrowsUpwardsByOneRowPerOperator)
+TEST_F(Calculator, TheWindowGrowsUpwardsByOneRowPerOperatorAndStaysOnTheFieldsScreen)
 {
     type(u"1+"_s);
     WQCalculateWindowController* calc = calculator();
@@ -219,10 +241,7 @@ TEST_F(Calculator, TheWindowGrowsUpwardsByOneRowPerOperator)
     }
     EXPECT_EQ(calc->tape().operators, (QStringList{u"+"_s, u"+"_s, u"*"_s, u"/"_s, u"+"_s}));
     type(u"\x1b"_s);
-}
 
-TEST_F(Calculator, StaysOnTheFieldsScreen)
-{
     // A field at the screen's left edge: the operator column would fall off.
     const QRect area = window->screen()->availableGeometry();
     window->move(area.left(), area.top() + 300);
@@ -236,27 +255,17 @@ TEST_F(Calculator, StaysOnTheFieldsScreen)
     type(u"\x1b"_s);
 }
 
-TEST_F(Calculator, OpensAndFinishesInsideAModalDialog)
+TEST_F(Calculator, ManyCalculationsLeaveNothingBehindAndTheFieldOrItsWindowMayGoAwayWhileOpen)
 {
-    QDialog dialog(window.get());
-    auto* inDialog = new WQLineEdit(formatter, &dialog);
-    (new QVBoxLayout(&dialog))->addWidget(inDialog);
-    QString seen;
-    QTimer::singleShot(20, &dialog, [&] {
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-        inDialog->setFocus();
-        type(u"5+2"_s);
-        seen = calculator() ? calculator()->totalField()->text() : u"no calculator"_s;
-        type(u"="_s);
-        dialog.accept();
-    });
-    dialog.exec();
-    EXPECT_EQ(seen, u"$7.00");
-    EXPECT_EQ(inDialog->text(), u"$7.00");
-}
+    const qsizetype before = QApplication::allWidgets().size();
+    for (int i = 0; i < 60; ++i) {
+        field->selectAll();
+        type(i % 3 == 0 ? u"1+2*"_s : u"1+"_s);
+        type(i % 2 ? u"2="_s : u"\x1b"_s);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    EXPECT_EQ(QApplication::allWidgets().size(), before);
 
-TEST_F(Calculator, TheFieldOrItsWindowMayGoAwayWhileOpen)
-{
     type(u"4+1"_s);
     ASSERT_NE(calculator(), nullptr);
     delete field;
@@ -274,39 +283,4 @@ TEST_F(Calculator, TheFieldOrItsWindowMayGoAwayWhileOpen)
     EXPECT_TRUE(popup.isNull());
     EXPECT_EQ(calculator(), nullptr);
     test::spinFor(5);
-}
-
-TEST_F(Calculator, ManyCalculationsLeaveNothingBehind)
-{
-    const qsizetype before = QApplication::allWidgets().size();
-    for (int i = 0; i < 60; ++i) {
-        field->selectAll();
-        type(i % 3 == 0 ? u"1+2*"_s : u"1+"_s);
-        type(i % 2 ? u"2="_s : u"\x1b"_s);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    EXPECT_EQ(QApplication::allWidgets().size(), before);
-}
-
-TEST_F(Calculator, TotalsAreSpokenAndTheTapeCopies)
-{
-    type(u"8+2"_s);
-    WQCalculateWindowController* calc = calculator();
-    ASSERT_NE(calc, nullptr);
-    EXPECT_EQ(calc->editingField()->accessibleDescription(), u"Total $10.00");
-    // The tape reads each number and the operator before the next, the
-    // number being typed, the total.
-    QAccessibleInterface* tape = QAccessible::queryAccessibleInterface(calc->window());
-    EXPECT_EQ(tape->text(QAccessible::Name), u"Calculator");
-    EXPECT_FALSE(tape->text(QAccessible::Description).isEmpty());
-    QStringList read;
-    for (int i = 0; i < tape->childCount(); ++i)
-        if (QAccessibleInterface* row = tape->child(i); row->role() == QAccessible::EditableText)
-            read << row->text(QAccessible::Name) + u": "_s + row->text(QAccessible::Value);
-    EXPECT_EQ(read, QStringList({u"Number 1: $8.00"_s, u"Operator +: +"_s, u"Next number: $2"_s, u"Total: $10.00"_s}));
-
-    press(u'c', Qt::ControlModifier);
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"$8.00\n+ $2\n= $10.00\n");
-    EXPECT_NE(calculator(), nullptr) << "copying is not the end";
-    type(u"\x1b"_s);
 }

@@ -178,7 +178,7 @@ TEST_F(FormatterDelegate, PaintsCellsAsTheFieldsShowThem)
     EXPECT_EQ(amounts_->cell(cell(1, AmountColumn)).text, u"2.500,00 €");
 }
 
-TEST_F(FormatterDelegate, EditsAMoneyCellKeystrokeByKeystrokeAndEscapeGivesUp)
+TEST_F(FormatterDelegate, EditsKeystrokeByKeystrokeEscapeGivesUpTabAndShiftTabWriteAndMove)
 {
     QSignalSpy refused(amounts_, &WQFormatterDelegate::editRefused);
     WQLineEdit* amount = edit(1, AmountColumn);
@@ -204,10 +204,8 @@ TEST_F(FormatterDelegate, EditsAMoneyCellKeystrokeByKeystrokeAndEscapeGivesUp)
     EXPECT_EQ(editor(), nullptr);
     EXPECT_EQ(QApplication::focusWidget(), view);
     EXPECT_EQ(cell(0, AmountColumn).data(Qt::EditRole).toDouble(), -1200.5);
-}
 
-TEST_F(FormatterDelegate, TabAndShiftTabWriteAndMoveBetweenEditableCells)
-{
+    // Tab and Shift+Tab write and move between editable cells.
     ASSERT_NE(edit(0, DateColumn), nullptr);
     type(u"3/9/24\t"_s);
     EXPECT_EQ(cell(0, DateColumn).data(Qt::EditRole).value<WQDate>(), WQDate(2024, 3, 9));
@@ -232,7 +230,7 @@ TEST_F(FormatterDelegate, TabAndShiftTabWriteAndMoveBetweenEditableCells)
     EXPECT_EQ(view->currentIndex(), cell(2, AmountColumn));
 }
 
-TEST_F(FormatterDelegate, TheCalculatorWorksFromACell)
+TEST_F(FormatterDelegate, TheCalculatorWorksFromACellAndAClickElsewhereWrites)
 {
     WQLineEdit* amount = edit(1, AmountColumn);
     ASSERT_NE(amount, nullptr);
@@ -245,25 +243,21 @@ TEST_F(FormatterDelegate, TheCalculatorWorksFromACell)
     EXPECT_EQ(cell(1, AmountColumn).data(Qt::EditRole).toDouble(), 20.0) << "left to right, written at once";
     ASSERT_EQ(editor(), amount);
     EXPECT_EQ(amount->selectedText(), u"$20.00");
-}
 
-TEST_F(FormatterDelegate, AClickElsewhereWritesAndTheFocusGoesThere)
-{
-    ASSERT_NE(edit(0, AmountColumn), nullptr);
     type(u"75"_s);
     clickCell(2, DateColumn);
-    EXPECT_EQ(cell(0, AmountColumn).data(Qt::EditRole).toDouble(), 75.0);
+    EXPECT_EQ(cell(1, AmountColumn).data(Qt::EditRole).toDouble(), 75.0);
     EXPECT_EQ(editor(), nullptr);
     EXPECT_EQ(QApplication::focusWidget(), view);
     EXPECT_EQ(view->currentIndex(), cell(2, DateColumn));
 
     // With the calculator open, the click ends both.
-    ASSERT_NE(edit(1, AmountColumn), nullptr);
+    ASSERT_NE(edit(0, AmountColumn), nullptr);
     type(u"6-1"_s);
     ASSERT_NE(WQCalculateWindowController::openCalculator(), nullptr);
     click(other, other->rect().center());
     EXPECT_EQ(WQCalculateWindowController::openCalculator(), nullptr);
-    EXPECT_EQ(cell(1, AmountColumn).data(Qt::EditRole).toDouble(), 5.0);
+    EXPECT_EQ(cell(0, AmountColumn).data(Qt::EditRole).toDouble(), 5.0);
     EXPECT_EQ(QApplication::focusWidget(), other);
     EXPECT_EQ(view->findChild<WQLineEdit*>(), nullptr) << "the cell's editor is gone";
 }

@@ -52,7 +52,7 @@ TEST(StringDrawing, ShrinksAPointAtATimeUntilItFits)
     EXPECT_LT(fitted.font.pointSizeF(), 14);
 }
 
-TEST(StringDrawing, RepeatsTheFillerWhileThereIsRoom)
+TEST(StringDrawing, RepeatsTheFillerWhileThereIsRoomAndDrawsInsideTheRectangle)
 {
     const QString label = QStringLiteral("Groceries");
     const WQTextAttributes attributes = attributesAt(12);
@@ -77,10 +77,8 @@ TEST(StringDrawing, RepeatsTheFillerWhileThereIsRoom)
     EXPECT_EQ(fitInRect(label, QRectF(0, 0, labelSize.width() / 3, labelSize.height()), attributes, 10, QStringLiteral(".")).text, label);
     EXPECT_EQ(fitInRect(label, QRectF(0, 0, row.width(), labelSize.height() - 1), attributes, 12, QStringLiteral(".")).text, label);
     EXPECT_EQ(fitInRect(label, row, attributes, 8, QString()).text, label);
-}
 
-TEST(StringDrawing, DrawsInsideTheRectangle)
-{
+    // Drawn, it stays inside the rectangle.
     QImage image(300, 60, QImage::Format_ARGB32);
     image.fill(Qt::white);
     const QRectF rect(20, 10, 150, 30);

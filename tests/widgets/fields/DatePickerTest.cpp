@@ -111,7 +111,7 @@ TEST_F(DatePickerSetup, KeepsTheFieldBesideAMonthPicker)
     EXPECT_EQ(picker->text(), "3/2024");
 }
 
-TEST_F(DatePickerSetup, UsesTheApplicationsPickerClass)
+TEST_F(DatePickerSetup, UsesTheApplicationsPickerClassAndPlacesItWithoutALayout)
 {
     WQDatePicker::registerApplicationClass<CustomPicker>();
     QDateEdit* picker = WQSetupDateField(place, true);
@@ -125,14 +125,12 @@ TEST_F(DatePickerSetup, UsesTheApplicationsPickerClass)
     EXPECT_EQ(nothing, loose.get());
     EXPECT_EQ(loose->parentWidget(), nullptr);
     EXPECT_EQ(qobject_cast<CustomPicker*>(loose.get()), nullptr);
-}
 
-TEST_F(DatePickerSetup, ApplicationLayoutWithoutLayoutManager)
-{
+    // Without a layout manager, the picker takes the field's place by hand.
     QWidget free;
     QWidget* slot = new QLineEdit(&free);
     slot->setGeometry(10, 20, 100, 24);
-    QDateEdit* picker = WQSetupDateField(slot, true);
+    picker = WQSetupDateField(slot, true);
     EXPECT_EQ(picker->geometry(), QRect(10, 19, 104, 25));
     EXPECT_EQ(picker->parentWidget(), &free);
 }

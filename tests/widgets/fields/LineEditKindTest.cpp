@@ -20,7 +20,7 @@ bool is(const std::shared_ptr<WQFormatter>& formatter)
     return dynamic_cast<const T*>(formatter.get()) != nullptr;
 }
 
-TEST(LineEditKind, EachKindInstallsItsFormatter)
+TEST(LineEditKind, EachKindInstallsItsFormatterPlacesFollowMoneyAndCodeMayChooseItsOwn)
 {
     WQLineEdit field;
     EXPECT_EQ(field.formatterKind(), WQLineEdit::NoFormatter);
@@ -46,11 +46,8 @@ TEST(LineEditKind, EachKindInstallsItsFormatter)
     EXPECT_EQ(field.formatterKind(), WQLineEdit::CalculatingMoney);
     field.setFormatterKind(WQLineEdit::NoFormatter);
     EXPECT_EQ(field.formatter(), nullptr);
-}
 
-TEST(LineEditKind, PlacesReplaceOnlyMoneyFormatters)
-{
-    WQLineEdit field;
+    // Places replace only money formatters.
     field.setFormatterKind(WQLineEdit::Money);
     field.setObjectValue(4.25);
     field.setPlaces(0);
@@ -66,11 +63,8 @@ TEST(LineEditKind, PlacesReplaceOnlyMoneyFormatters)
     // The places wait for the next money kind.
     field.setFormatterKind(WQLineEdit::Money);
     EXPECT_EQ(field.formatter(), WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 3));
-}
 
-TEST(LineEditKind, FormatterFromCodeIsCustomAndStaysUntilAKindIsChosen)
-{
-    WQLineEdit field;
+    // A formatter from code is custom and stays until a kind is chosen.
     field.setFormatterKind(WQLineEdit::Date);
     const auto own = std::make_shared<WQDateFormatter>(QStringLiteral("yyyy-MM-dd"));
     field.setFormatter(own);

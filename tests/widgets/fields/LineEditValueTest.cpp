@@ -17,7 +17,7 @@ using namespace wq;
 
 namespace {
 
-TEST(FieldValue, AMapperReadsTheValueAndWritesItBack)
+TEST(FieldValue, AMapperReadsTheValueAndWritesItBackAndNumbersAndDatesHaveTheirOwnTypes)
 {
     test::ScopedLocale locale("en_US");
     QStandardItemModel model(1, 2);
@@ -56,10 +56,8 @@ TEST(FieldValue, AMapperReadsTheValueAndWritesItBack)
     // A value changed elsewhere shows at once.
     model.setData(model.index(0, 0), -5.0);
     EXPECT_EQ(amount->text(), "-$5.00");
-}
 
-TEST(FieldValue, NumbersAndDatesAsTheirOwnTypes)
-{
+    // Numbers and dates as their own types.
     WQLineEdit number;
     number.setFormatterKind(WQLineEdit::Decimal);
     QSignalSpy values(&number, &WQLineEdit::valueChanged);
@@ -69,22 +67,22 @@ TEST(FieldValue, NumbersAndDatesAsTheirOwnTypes)
     EXPECT_EQ(values.at(0).at(0).toDouble(), 2.5);
     EXPECT_FALSE(number.date().isValid());
 
-    WQLineEdit date;
-    date.setFormatterKind(WQLineEdit::ExtendedDate);
-    QSignalSpy dates(&date, &WQLineEdit::dateChanged);
-    QSignalSpy numbers(&date, &WQLineEdit::valueChanged);
+    WQLineEdit longDate;
+    longDate.setFormatterKind(WQLineEdit::ExtendedDate);
+    QSignalSpy dates(&longDate, &WQLineEdit::dateChanged);
+    QSignalSpy numbers(&longDate, &WQLineEdit::valueChanged);
     // QDate has no year 0: its year before 1 is -1, WQDate's is 0.
     for (const QDate& day : {QDate(2024, 2, 29), QDate(-1, 12, 31)}) {
-        date.setDate(day);
-        EXPECT_EQ(date.date(), day);
+        longDate.setDate(day);
+        EXPECT_EQ(longDate.date(), day);
         EXPECT_EQ(dates.last().at(0).toDate(), day);
     }
-    EXPECT_EQ(WQDateValue(date), WQDate(0, 12, 31));
-    EXPECT_EQ(date.value(), 0.0);
+    EXPECT_EQ(WQDateValue(longDate), WQDate(0, 12, 31));
+    EXPECT_EQ(longDate.value(), 0.0);
     EXPECT_EQ(numbers.count(), 0);
-    date.setDate(QDate());
-    EXPECT_FALSE(date.objectValue().isValid());
-    EXPECT_EQ(date.text(), "");
+    longDate.setDate(QDate());
+    EXPECT_FALSE(longDate.objectValue().isValid());
+    EXPECT_EQ(longDate.text(), "");
     EXPECT_EQ(dates.count(), 3);
     EXPECT_FALSE(dates.last().at(0).toDate().isValid()) << "no date any more is a change too";
 }

@@ -83,7 +83,7 @@ const QStringList kFile = {
     QStringLiteral("Revert=revert"),
 };
 
-TEST(MenuExtensions, ItemWithActionLooksAtTheMenuItselfOnly)
+TEST(MenuExtensions, ItemWithActionLooksAtTheMenuItselfOnlyItemsWithActionDepthFirst)
 {
     MenuFixture f(kFile);
     EXPECT_EQ(itemWithAction(f.root, "newDocument")->text(), u"New");
@@ -98,14 +98,12 @@ TEST(MenuExtensions, ItemWithActionLooksAtTheMenuItselfOnly)
     removeItemWithAction(f.root, "missing");
     EXPECT_EQ(MenuFixture::shape(f.root),
               u"New Open Recent[One Two Older[Three] Clear] - Close All Revert");
-}
 
-TEST(MenuExtensions, ItemsWithActionAreFoundDepthFirstOrNotAtAll)
-{
-    MenuFixture f(kFile);
+    // Items with an action are found depth first, or not at all.
+    MenuFixture g(kFile);
     // An item that matches and holds matches comes before them.
-    f.root.findChild<QAction*>(QStringLiteral("Open Recent"))->setText(QStringLiteral("Recent"));
-    wq_setAction(*f.root.findChild<QAction*>(QStringLiteral("Open Recent")), "openRecent");
+    g.root.findChild<QAction*>(QStringLiteral("Open Recent"))->setText(QStringLiteral("Recent"));
+    wq_setAction(*g.root.findChild<QAction*>(QStringLiteral("Open Recent")), "openRecent");
     struct Case {
         const char* action;
         bool checkSubMenus;
@@ -122,7 +120,7 @@ TEST(MenuExtensions, ItemsWithActionAreFoundDepthFirstOrNotAtAll)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.action) + (c.checkSubMenus ? " deep" : " flat"));
-        const auto found = itemsWithAction(f.root, c.action, c.checkSubMenus);
+        const auto found = itemsWithAction(g.root, c.action, c.checkSubMenus);
         EXPECT_EQ(MenuFixture::names(found), QString::fromLatin1(c.found));
         if (found) {
             EXPECT_FALSE(found->isEmpty());
@@ -161,7 +159,7 @@ TEST(MenuExtensions, RemoveAllGoesIntoSubmenusAndTakesAdjacentMatchesAndWholeSub
     }
 }
 
-TEST(MenuExtensions, AMenuThatHoldsItselfIsSearchedOnce)
+TEST(MenuExtensions, AMenuThatHoldsItselfIsSearchedOnceAndAMenuBarLikeAMenu)
 {
     MenuFixture f({QStringLiteral("Loop=>"), QStringLiteral("Leaf=leaf"), QStringLiteral("<")});
     QMenu* loop = f.root.actions().first()->menu<QMenu*>();
@@ -169,11 +167,8 @@ TEST(MenuExtensions, AMenuThatHoldsItselfIsSearchedOnce)
     EXPECT_EQ(MenuFixture::names(itemsWithAction(f.root, "leaf", true)), u"Leaf");
     removeAllItemsWithAction(f.root, "leaf");
     EXPECT_EQ(loop->actions().size(), 1);
-}
 
-// Items sending their actions are ActionMessage's; here only the search.
-TEST(MenuExtensions, WorksOnAMenuBar)
-{
+    // A menu bar is searched as a menu is.
     QMenuBar bar;
     QMenu* file = bar.addMenu(QStringLiteral("File"));
     wq_addItemWithTitle(*file, QStringLiteral("Count"), "count1");

@@ -50,9 +50,10 @@ void drop(QListWidget& target, bool fromPalette, const QList<int>& rows, const Q
     QApplication::sendEvent(target.viewport(), &enter);
     QDragMoveEvent move(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(target.viewport(), &move);
-    if (target.objectName() == u"toolbarItems")
+    if (target.objectName() == u"toolbarItems") {
         EXPECT_EQ(target.viewport()->grab().toImage().pixelColor(target.viewport()->width() / 2, gap),
                   target.palette().color(QPalette::Highlight));
+    }
     QDropEvent dropped(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(target.viewport(), &dropped);
     EXPECT_TRUE(dropped.isAccepted());

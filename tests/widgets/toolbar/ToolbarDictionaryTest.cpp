@@ -77,7 +77,7 @@ TEST_F(ToolbarDictionary, ItemsAreMadeAsTheirDescriptionsSay)
     EXPECT_EQ(controller.toolbarAllowedItemIdentifiers(*toolbar).size(), 6);
 }
 
-TEST_F(ToolbarDictionary, MistakesAreReportedOnceByName)
+TEST_F(ToolbarDictionary, MistakesAreReportedOnceByNameAndNoDictionaryGivesNothing)
 {
     SampleController controller;
     const QVariantMap dictionary{
@@ -104,18 +104,14 @@ TEST_F(ToolbarDictionary, MistakesAreReportedOnceByName)
                            "WQGeneral: toolbar item \"report\": no image named \"NoSuchImage\"",
                            "WQGeneral: toolbar item \"report\": wq::test::SampleController does not answer the "
                            "action \"sendReport\""}));
-}
 
-TEST_F(ToolbarDictionary, AControllerWithoutADictionaryGivesNothing)
-{
-    SampleController controller;
+    // No dictionary at all gives nothing but the standard items.
     controller.hasDictionary = false;
     WQToolbar* toolbar = controller.setUpToolbar(QStringLiteral("Main"));
     EXPECT_TRUE(toolbar->items().isEmpty());
     EXPECT_TRUE(controller.toolbarDefaultItemIdentifiers(*toolbar).isEmpty());
     EXPECT_TRUE(controller.toolbarAllowedItemIdentifiers(*toolbar).isEmpty());
     EXPECT_EQ(controller.toolbarItemForItemIdentifier(*toolbar, QStringLiteral("new"), true), nullptr);
-    // The standard items are still there to be chosen.
     EXPECT_EQ(toolbar->allowedItemIdentifiers(), WQToolbar::standardItemIdentifiers());
 }
 

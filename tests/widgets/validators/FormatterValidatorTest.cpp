@@ -40,7 +40,7 @@ protected:
 
 } // namespace
 
-TEST_F(FormatterValidator, JudgesEachEditOfAPlainLineEdit)
+TEST_F(FormatterValidator, JudgesEachEditOfAPlainLineEditOrAComboBox)
 {
     QSignalSpy refused(&money, &WQFormatterValidator::editRefused);
     QSignalSpy finished(input, &QLineEdit::editingFinished);
@@ -81,10 +81,9 @@ TEST_F(FormatterValidator, JudgesEachEditOfAPlainLineEdit)
     unfocused->setText(u"12"_s);
     EXPECT_EQ(unfocused->text(), u"12");
     EXPECT_FALSE(unfocused->hasAcceptableInput());
-}
 
-TEST_F(FormatterValidator, WorksInAnEditableComboBoxAndWithDates)
-{
+    // In an editable combo box, and with dates.
+    owner.setUserInputLikeATM(false);
     combo->setValidator(&money);
     combo->setFocus();
     type(u"1200\r"_s);
@@ -94,6 +93,7 @@ TEST_F(FormatterValidator, WorksInAnEditableComboBoxAndWithDates)
 
     WQFormatterValidator dates(WQMakeFormatter(WQLineEdit::Date, 2));
     input->setValidator(&dates);
+    input->clear();
     input->setFocus();
     type(u"3/5/24+"_s);
     EXPECT_EQ(input->text(), u"3/6/24") << "the date field's increment keys";

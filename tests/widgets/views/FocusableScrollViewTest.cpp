@@ -40,7 +40,7 @@ struct Form {
 
 } // namespace
 
-TEST(FocusableScrollView, RingFollowsTheFocusInAndOut)
+TEST(FocusableScrollView, RingFollowsTheFocusInAndOutAndTheWindowsActivation)
 {
     Form form;
     test::showActive(form.window);
@@ -71,12 +71,8 @@ TEST(FocusableScrollView, RingFollowsTheFocusInAndOut)
     EXPECT_TRUE(form.area->shouldDrawFocusRing());
     form.area->setFocus();
     EXPECT_TRUE(form.area->shouldDrawFocusRing());
-}
 
-TEST(FocusableScrollView, RingGoesWithTheWindowsActivation)
-{
-    Form form;
-    test::showActive(form.window);
+    // The ring goes with the window's activation.
     form.inside->setFocus(Qt::MouseFocusReason);
     ASSERT_TRUE(form.area->shouldDrawFocusRing());
 
@@ -93,6 +89,6 @@ TEST(FocusableScrollView, RingGoesWithTheWindowsActivation)
     // The focused widget going away moves the focus and takes the ring along.
     delete form.inside;
     form.inside = nullptr;
-    QWidget* focus = QApplication::focusWidget();
+    focus = QApplication::focusWidget();
     EXPECT_EQ(form.area->shouldDrawFocusRing(), focus && form.area->isAncestorOf(focus));
 }

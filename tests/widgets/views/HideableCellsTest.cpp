@@ -55,7 +55,7 @@ bool accessiblyInvisible(Cell& cell)
 
 } // namespace
 
-TEST(HideableCells, HiddenButtonKeepsItsPlaceDrawsNothingAndStillClicks)
+TEST(HideableCells, HiddenCellsKeepTheirPlaceDrawNothingAndStillTakeClicksAndKeys)
 {
     auto* cell = new WQHideableButtonCell(QStringLiteral("Clear"));
     Row row(cell);
@@ -89,27 +89,23 @@ TEST(HideableCells, HiddenButtonKeepsItsPlaceDrawsNothingAndStillClicks)
     EXPECT_FALSE(Row::showsOnlyTheWindow(*cell));
     EXPECT_TRUE(cell->isOpaque());   // what it was before hiding
     EXPECT_FALSE(accessiblyInvisible(*cell));
-}
 
-TEST(HideableCells, HiddenPopUpTakesKeysAndHidesItsInsideToo)
-{
-    auto* cell = new WQHideablePopUpButtonCell;
-    cell->addItems({QStringLiteral("Checking"), QStringLiteral("Savings"), QStringLiteral("Cash")});
-    Row row(cell);
-    test::showActive(row.window);
-    cell->setCellHidden(true);
-    EXPECT_TRUE(Row::showsOnlyTheWindow(*cell));
-    EXPECT_EQ(QAccessible::queryAccessibleInterface(cell)->role(), QAccessible::ComboBox);
-
-    cell->setFocus();
-    QTest::keyClick(cell, Qt::Key_Down);
-    EXPECT_EQ(cell->currentText(), QStringLiteral("Savings"));
-
-    // A line edit made after hiding draws nothing either.
-    cell->setEditable(true);
+    // A hidden pop-up takes keys and hides its inside too, also a line edit
+    // made after hiding.
+    auto* popUp = new WQHideablePopUpButtonCell;
+    popUp->addItems({QStringLiteral("Checking"), QStringLiteral("Savings"), QStringLiteral("Cash")});
+    Row popUpRow(popUp);
+    test::showActive(popUpRow.window);
+    popUp->setCellHidden(true);
+    EXPECT_TRUE(Row::showsOnlyTheWindow(*popUp));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(popUp)->role(), QAccessible::ComboBox);
+    popUp->setFocus();
+    QTest::keyClick(popUp, Qt::Key_Down);
+    EXPECT_EQ(popUp->currentText(), QStringLiteral("Savings"));
+    popUp->setEditable(true);
     QApplication::processEvents();
-    ASSERT_NE(cell->lineEdit(), nullptr);
-    EXPECT_TRUE(Row::showsOnlyTheWindow(*cell));
-    cell->setCellHidden(false);
-    EXPECT_FALSE(Row::showsOnlyTheWindow(*cell));
+    ASSERT_NE(popUp->lineEdit(), nullptr);
+    EXPECT_TRUE(Row::showsOnlyTheWindow(*popUp));
+    popUp->setCellHidden(false);
+    EXPECT_FALSE(Row::showsOnlyTheWindow(*popUp));
 }

@@ -56,7 +56,7 @@ QList<QPointF> outlinePoints(const QPainterPath& path)
 
 } // namespace
 
-TEST(RoundRect, OutlineRunsThroughTheCornersInOrder)
+TEST(RoundRect, OutlineRunsThroughTheCornersInOrderAndIsFilledOrStroked)
 {
     for (const auto& [rect, r] : {std::pair{QRectF(10, 20, 100, 40), 10.0}, std::pair{QRectF(-5, 0, 30, 13), 8.0}}) {
         const double radius = roundRectRadius(rect, r);
@@ -95,10 +95,8 @@ TEST(RoundRect, OutlineRunsThroughTheCornersInOrder)
         EXPECT_EQ(point.elementAt(i).type, shape.elementAt(i).type) << i;
         EXPECT_EQ(QPointF(point.elementAt(i)), QPointF(30, 40)) << i;
     }
-}
 
-TEST(RoundRect, FillUsesTheBrushAndStrokeThePen)
-{
+    // Filled with the brush, stroked with the pen.
     QImage image(40, 20, QImage::Format_ARGB32);
     const auto draw = [&](auto shortcut) {
         image.fill(Qt::transparent);

@@ -72,7 +72,7 @@ QStringList texts(const QMenu& menu)
 
 } // namespace
 
-TEST(TableView, ContextMenuFollowsTheClickedRow)
+TEST(TableView, ContextMenuFollowsTheClickedRowOrComesFromTheDelegate)
 {
     struct Case {
         const char* what;
@@ -105,10 +105,8 @@ TEST(TableView, ContextMenuFollowsTheClickedRow)
             EXPECT_TRUE(reg.remove->isEnabled());   // the table's own items are untouched
         }
     }
-}
 
-TEST(TableView, DelegateGivesTheMenuPerRow)
-{
+    // A delegate gives the menu per row.
     struct RowMenus : WQTableViewDelegate {
         QList<int> asked;
         QMenu menu;
@@ -119,9 +117,8 @@ TEST(TableView, DelegateGivesTheMenuPerRow)
             return row == 4 ? nullptr : &menu;
         }
     } delegate;
-    Register reg;
     reg.table.setDelegate(&delegate);
-
+    reg.table.clearSelection();
     EXPECT_EQ(reg.rightClick(1), &delegate.menu);
     EXPECT_EQ(delegate.menu.title(), QStringLiteral("row 1"));
     EXPECT_EQ(reg.rightClick(-1), &delegate.menu);   // asked even below the rows
