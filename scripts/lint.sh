@@ -36,19 +36,32 @@ clazy_checks=level0,level1,no-non-pod-global-static
 log=$(mktemp -d)
 trap 'rm -rf "$log"' EXIT
 start=$(date +%s)
+# The newer clang-tidy where Debian has it: the same checks in half the time.
+tidy=clang-tidy
+command -v clang-tidy-22 >/dev/null && tidy=clang-tidy-22
+# The sources as they are, without the build's precompiled headers (GCC's,
+# which clang cannot read; a missing include shows without them too).
+mkdir "$log/db"
+python3 - "$database" "$log/db/compile_commands.json" <<'EOF2'
+import json, re, sys
+entries = json.load(open(sys.argv[1]))
+for entry in entries:
+    entry["command"] = re.sub(r" -Winvalid-pch| -include \S*cmake_pch\.hxx", "", entry["command"])
+json.dump(entries, open(sys.argv[2], "w"))
+EOF2
 printf '%s\n' "${sources[@]}" | xargs -P "$jobs" -I{} sh -c '
   out=$1/$(echo "$2" | tr / _)
-  clang-tidy -p "$3" --quiet -header-filter="$4" "$2" >"$out.tidy" 2>&1 || true
+  "$6" -p "$3" --quiet -header-filter="$4" "$2" >"$out.tidy" 2>&1 || true
   clazy-standalone -p "$3/compile_commands.json" -checks="$5" -header-filter="$4" "$2" >"$out.clazy" 2>&1 || true
-' sh "$log" {} "$build" "$headers" "$clazy_checks"
+' sh "$log" {} "$log/db" "$headers" "$clazy_checks" "$tidy"
 
 # A header's finding shows once, however many sources include it.
 # Only diagnostics at a place count: clazy also prints notes about its own
 # limits ("internal error: couldn't find method") without one.
-findings=$(cat "$log"/* | grep -E ':[0-9]+:[0-9]+: (warning|error):' | sort -u || true)
+findings=$(cat "$log"/*.tidy "$log"/*.clazy | grep -E ':[0-9]+:[0-9]+: (warning|error):' | sort -u || true)
 if [ -n "$findings" ]; then
   # The findings with their context lines, each header's once.
-  cat "$log"/* | awk '/:[0-9]+:[0-9]+: (warning|error):/ { show = !seen[$0]++ } show' >&2
+  cat "$log"/*.tidy "$log"/*.clazy | awk '/:[0-9]+:[0-9]+: (warning|error):/ { show = !seen[$0]++ } show' >&2
   echo "lint: $(wc -l <<<"$findings") findings in ${#sources[@]} sources" >&2
   exit 1
 fi

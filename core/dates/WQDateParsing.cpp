@@ -128,8 +128,11 @@ void checkFormat(const QString& format)
         if (i + 1 >= size)
             throw NSRangeException(QStringLiteral("WQDate format ends with a lone '%': '%1'").arg(format));
         const QChar directive = format.at(++i);
-        if (directive == u'1' && (i + 1 >= size || format.at(++i) != u'm'))
-            raiseUnknownDirective(format);
+        if (directive == u'1') {   // only as "%1m"
+            if (i + 1 >= size || format.at(i + 1) != u'm')
+                raiseUnknownDirective(format);
+            ++i;
+        }
         if (!QStringView(u"deMmyYaAbBwj%1").contains(directive))
             raiseUnknownDirective(format);
     }
@@ -157,7 +160,8 @@ std::optional<Fields> readFields(const QString& text, const QString& format, con
             reader.skipSpaces();
             [[fallthrough]];
         case u'd':
-            if (!(value = reader.inRange(2, 1, 31)))
+            value = reader.inRange(2, 1, 31);
+            if (!value)
                 return std::nullopt;
             fields.day = int(*value);
             break;
@@ -166,20 +170,23 @@ std::optional<Fields> readFields(const QString& text, const QString& format, con
             [[fallthrough]];
         case u'm':
         case u'M':
-            if (!(value = reader.inRange(2, 1, 12)))
+            value = reader.inRange(2, 1, 12);
+            if (!value)
                 return std::nullopt;
             fields.month = int(*value);
             break;
         case u'y':
-            if (!(value = reader.inRange(2, 0, 99)))
+            value = reader.inRange(2, 0, 99);
+            if (!value)
                 return std::nullopt;
             fields.year = centuryFor(*value);
             break;
         case u'Y':
             // Directly followed by another directive ("%Y%m%d"), a year has four digits.
-            if (!(value = reader.year(i + 1 < size && format.at(i + 1) == u'%' ? 4 : 18)))
+            value = reader.year(i + 1 < size && format.at(i + 1) == u'%' ? 4 : 18);
+            if (!value)
                 return std::nullopt;
-            fields.year = *value;
+            fields.year = value;
             break;
         case u'a':
             if (!reader.name({&WQDateLocaleKey_ShortWeekDayNameArray, &WQDateLocaleKey_WeekDayNameArray}))
@@ -201,7 +208,8 @@ std::optional<Fields> readFields(const QString& text, const QString& format, con
                 return std::nullopt;
             break;
         case u'j':
-            if (!(value = reader.inRange(3, 1, 366)))
+            value = reader.inRange(3, 1, 366);
+            if (!value)
                 return std::nullopt;
             fields.dayOfYear = int(*value);
             break;

@@ -7,6 +7,9 @@
 #include <unicode/locid.h>
 #include <unicode/unistr.h>
 
+#include <algorithm>
+#include <span>
+
 namespace wq::icu_strings {
 
 inline icu::UnicodeString toIcu(const QString& s)
@@ -19,11 +22,17 @@ inline QString fromIcu(const icu::UnicodeString& s)
     return QString(reinterpret_cast<const QChar*>(s.getBuffer()), s.length());
 }
 
-inline QStringList fromIcu(const icu::UnicodeString* list, int32_t count, int32_t limit)
+// An array ICU hands out (count entries, of exactly this type), at most limit of them.
+inline std::span<const icu::UnicodeString> icuArray(const icu::UnicodeString* list, int32_t count, int32_t limit)
+{
+    return {list, std::size_t(std::max(0, std::min(count, limit)))};
+}
+
+inline QStringList fromIcu(std::span<const icu::UnicodeString> list)
 {
     QStringList out;
-    for (int32_t i = 0; i < count && i < limit; ++i)
-        out.append(fromIcu(list[i]));
+    for (const icu::UnicodeString& item : list)
+        out.append(fromIcu(item));
     return out;
 }
 

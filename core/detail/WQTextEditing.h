@@ -178,20 +178,22 @@ qsizetype _wq_writeGrouped(char16_t* out, QStringView text, QStringView separato
     // since later separators only go further right), then separator
     // characters not yet written (stored last first), then text from r.
     QVarLengthArray<char16_t, 16> held;
+    auto seenAt = [&](qsizetype k) -> std::optional<char16_t> {
+        const qsizetype written = out - start;
+        if (k < written)
+            return start[k];
+        k -= written;
+        if (k < held.size())
+            return held[held.size() - 1 - k];
+        k -= held.size();
+        if (k + r < text.size())
+            return units[r + k];
+        return std::nullopt;
+    };
     auto holdsSeparatorAt = [&](qsizetype at) {
         for (qsizetype i = 0; i < s; ++i) {
-            qsizetype k = at + i;
-            char16_t c;
-            if (k < out - start) {
-                c = start[k];
-            } else if ((k -= out - start) < held.size()) {
-                c = held[held.size() - 1 - k];
-            } else if ((k -= held.size()) + r < text.size()) {
-                c = units[r + k];
-            } else {
-                return false;
-            }
-            if (c != separatorUnits[i])
+            const std::optional<char16_t> c = seenAt(at + i);
+            if (!c || *c != separatorUnits[i])
                 return false;
         }
         return true;

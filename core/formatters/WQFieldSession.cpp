@@ -252,7 +252,10 @@ void WQFieldSession::beginEvent(const WQEditEvent& event)
 void WQFieldSession::endEvent()
 {
     Q_D(WQFieldSession);
-    if (d->eventDepth == 0 || --d->eventDepth > 0)
+    if (d->eventDepth == 0)
+        return;
+    --d->eventDepth;
+    if (d->eventDepth > 0)
         return;
     if (d->editedInEvent)
         d->judgeEdit(d->beforeEvent, d->event);

@@ -16,6 +16,7 @@
 #include <cstring>
 #include <memory>
 #include <optional>
+#include <span>
 #include <type_traits>
 
 namespace wq {
@@ -136,7 +137,7 @@ QStringList monthList(icu::DateFormatSymbols::DtWidthType width)
         return width == icu::DateFormatSymbols::WIDE ? names.cLibrary->months : names.cLibrary->shortMonths;
     int32_t count = 0;
     const icu::UnicodeString* list = names.symbols->getMonths(count, icu::DateFormatSymbols::FORMAT, width);
-    return icu_strings::fromIcu(list, count, 12);
+    return icu_strings::fromIcu(icu_strings::icuArray(list, count, 12));
 }
 
 QStringList weekdayList(icu::DateFormatSymbols::DtWidthType width)
@@ -147,7 +148,8 @@ QStringList weekdayList(icu::DateFormatSymbols::DtWidthType width)
     int32_t count = 0;
     // ICU's list starts with an empty entry so that UCAL_SUNDAY (1) indexes Sunday.
     const icu::UnicodeString* list = names.symbols->getWeekdays(count, icu::DateFormatSymbols::FORMAT, width);
-    return count > 1 ? icu_strings::fromIcu(list + 1, count - 1, 7) : QStringList();
+    const std::span<const icu::UnicodeString> all = icu_strings::icuArray(list, count, 8);
+    return all.empty() ? QStringList() : icu_strings::fromIcu(all.subspan(1));
 }
 
 void announce(bool numbersChanged)

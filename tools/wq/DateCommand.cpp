@@ -63,8 +63,11 @@ WQDate dateArgument(const QString& text)
         throw UsageError{QStringLiteral("\"%1\" is not a date in the YYYY-MM-DD layout").arg(text)};
     const QString year = match.captured(1);
     // Four-character years (-044 too) go through the storage reader itself.
-    if (year.size() == 4)
-        return *WQDate::optimizedDateWithStringXMLFormat(text);
+    if (year.size() == 4) {
+        if (const std::optional<WQDate> date = WQDate::optimizedDateWithStringXMLFormat(text))
+            return *date;
+        throw UsageError{QStringLiteral("\"%1\" is not a date").arg(text)};
+    }
     return WQDate(year.toLongLong(), match.captured(2).toULongLong(), match.captured(3).toULongLong());
 }
 

@@ -137,7 +137,7 @@ bool WQSendAction(const QByteArray& action, QObject* target, QObject* sender)
     // moc puts QObject first in every class it knows, so the sender's address
     // is also its address as the parameter's class.
     return method.invoke(target, Qt::DirectConnection,
-                         QGenericArgument(method.parameterTypeName(0).constData(), &sender));
+                         QGenericArgument(method.parameterTypeName(0).constData(), static_cast<const void*>(&sender)));
 }
 
 } // namespace wq

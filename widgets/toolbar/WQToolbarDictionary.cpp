@@ -29,8 +29,9 @@ void warnAboutUnknownKeys(const QVariantMap& map, const QStringList& known, cons
             warnOnce(QStringLiteral("%1: unknown key \"%2\"").arg(where, *it));
 }
 
-// The dictionary's own keys are checked wherever it is read.
-const QVariantMap& checked(const QVariantMap& toolbarDictionary)
+// The dictionary's own keys are checked wherever it is read. A copy shares
+// the map's data, and cannot outlive a temporary as a reference would.
+QVariantMap checked(const QVariantMap& toolbarDictionary)
 {
     static const QStringList known{kWQToolbarKey_ItemInfoByIdentifier, kWQToolbarKey_DefaultItemIdentifiers,
                                    kWQToolbarKey_AllowedItemIdentifiers};

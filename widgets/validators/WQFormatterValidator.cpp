@@ -7,9 +7,24 @@
 
 #include <algorithm>
 #include <exception>
+#include <optional>
 
 namespace wq {
 namespace {
+
+// The display form of a text the formatter reads; none for one it cannot
+// read, or that makes it throw.
+std::optional<QString> displayForm(const WQFormatter& formatter, const QString& text)
+{
+    try {
+        QVariant value;
+        if (!formatter.getObjectValue(&value, text, nullptr))
+            return std::nullopt;
+        return formatter.stringForObjectValue(value);
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+}
 
 // The edit that turned one text into another: the range of the old text that
 // was replaced (the selection before the edit) and what replaced it. The new
@@ -197,15 +212,8 @@ void WQFormatterValidator::fixup(QString& input) const
 {
     if (!_wq_d->formatter)
         return;
-    try {
-        QVariant value;
-        if (!_wq_d->formatter->getObjectValue(&value, input, nullptr))
-            return;
-        if (const std::optional<QString> shown = _wq_d->formatter->stringForObjectValue(value))
-            input = *shown;
-    } catch (const std::exception&) {
-        // A text the formatter cannot read stays as it is.
-    }
+    if (const std::optional<QString> shown = displayForm(*_wq_d->formatter, input))
+        input = *shown;
 }
 
 } // namespace wq

@@ -19,10 +19,8 @@ public:
     /// the money formatter's decimal separator under system settings.
     static QString systemDecimalSeparator();
 
-    /// A null or empty separator means ".".
-    void setDecimalSeparator(const QString& separator);
-    /// The separator in force.
-    QString decimalSeparator() const { return _wq_decimalSeparator_string; }
+    /// A null or empty separator means "."; the typing filter follows it.
+    void setDecimalSeparator(const QString& separator) override;
 
     /// Whole numbers within 32 bits without decimals, anything else with two.
     std::optional<QString> stringForObjectValue(const QVariant& value) const override;

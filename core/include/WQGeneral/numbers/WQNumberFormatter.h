@@ -38,8 +38,10 @@ public:
 
     /// The numeric locale's separators unless set.
     QString decimalSeparator() const;
-    /// Overrides the locale's decimal separator; an empty one goes back to it.
-    void setDecimalSeparator(const QString& separator);
+    /// Overrides the locale's decimal separator; an empty one means ".".
+    /// Virtual so that a subclass keeps what it derives from the separator
+    /// however it is set.
+    virtual void setDecimalSeparator(const QString& separator);
     /// The numeric locale's grouping separator.
     QString groupingSeparator() const;
 
