@@ -119,10 +119,27 @@ TEST_F(FieldSession, JudgesEachEditWhenItsEventEnds)
     EXPECT_EQ(probe->editor, &lineEdit);
 }
 
+// What the line edit's key test does not reach: a silent refusal, a rewrite
+// equal to the proposal, and edits that come from no key event.
+TEST_F(FieldSession, SilentRefusalsEqualRewritesAndEditsFromOutsideEvents)
+{
+    QSignalSpy refused{&session, &WQFieldSession::editRefused};
+    field.userEdit({0, 0}, QStringLiteral("4"));
+    EXPECT_EQ(probe->last, (Edit{"", {0, 0}, "4", {1, 0}})) << "judged at once";
+    EXPECT_EQ(probe->event.type, WQEditEvent::Type::None);
+    field.userEdit({1, 0}, QStringLiteral("x"));
+    EXPECT_EQ(field.text(), "4");
+    EXPECT_EQ(refused.count(), 1);
+
+    field.key(u'!');
+    EXPECT_EQ(field.text(), "4");
+    EXPECT_EQ(refused.count(), 1) << "a silent refusal says nothing";
+    field.key(u'=');
+    EXPECT_EQ(field.text(), "4=") << "a rewrite equal to the proposal is kept";
+}
+
 TEST_F(FieldSession, EndingAnEditReadsTheValue)
 {
-    // (Refusals, rewrites and edits from outside events are the line edit's
-    // test, through this session.)
     QSignalSpy values(&session, &WQFieldSession::objectValueChanged);
     QSignalSpy valueRefused(&session, &WQFieldSession::valueRefused);
     session.setObjectValue(5);
