@@ -80,14 +80,16 @@ check_one() {   # <name> <layer>...
     echo "libWQGeneral$name.so.0: ABI unchanged since the last check"
     return 0
   fi
-  mapfile -t headers < <(header_options --hd2 "$@")
+  # The recorded side has no private types (dropped when it was recorded) and
+  # no source locations, so the new side is not filtered by headers either:
+  # with --hd2 every recorded type looked private, and a changed class passed.
   local report status=0
   # The recorded text is kept compressed (it is about a megabyte a library).
   local recorded=$build/abi-check/libWQGeneral$name.abi
   mkdir -p "$(dirname "$recorded")"
   xz -dc "$baseline" > "$recorded"
   report=$(abidiff "${common[@]}" --fail-no-debug-info --suppressions "$abi_dir/suppressions" \
-    "${headers[@]}" "$recorded" "$so") || status=$?
+    "$recorded" "$so") || status=$?
   # abidiff's status is a bit set: 1 error, 2 usage, 4 some change,
   # 8 a change known to break applications.
   if (( status & 3 )); then
