@@ -7,6 +7,11 @@ BUILD_COVERAGE ?= build-coverage
 FUZZ_SECONDS ?= 30
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
+# Each component's and suite's sources compiled as one translation unit:
+# the headers are parsed once per target instead of once per file, which
+# halves a build from scratch. UNITY=-DCMAKE_UNITY_BUILD=OFF builds file by
+# file (quicker after a small change).
+UNITY      ?= -DCMAKE_UNITY_BUILD=ON
 
 .PHONY: all deps configure build run run-quick test abi-baseline lint test-asan coverage package translations bench fuzz docs clean
 
@@ -19,7 +24,7 @@ deps:
 # components); the sanitizer build keeps the static flavour, so both are tried.
 configure: deps
 	@cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBUILD_SHARED_LIBS=ON \
-	  -DCMAKE_INSTALL_PREFIX=/usr $(CMAKE_FLAGS) >/dev/null
+	  -DCMAKE_INSTALL_PREFIX=/usr $(UNITY) $(CMAKE_FLAGS) >/dev/null
 
 build: configure
 	@cmake --build $(BUILD) -j $(JOBS)
@@ -63,7 +68,7 @@ package: build
 # two thirds of the compile time of -O2 -g.
 test-asan: deps
 	@cmake -S . -B $(BUILD_ASAN) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DWQ_SANITIZE=ON \
-	  "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -g1 -DNDEBUG" -DWQ_BUILD_SHOWCASE=OFF $(CMAKE_FLAGS) >/dev/null
+	  "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -g1 -DNDEBUG" -DWQ_BUILD_SHOWCASE=OFF $(UNITY) $(CMAKE_FLAGS) >/dev/null
 	@cmake --build $(BUILD_ASAN) -j $(JOBS)
 	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp \
@@ -94,7 +99,7 @@ fuzz: deps
 	@bash deps/install.sh debian-packages-fuzz.txt
 	@cmake -S . -B $(BUILD_FUZZ) -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	  -DWQ_SANITIZE=ON -DWQ_BUILD_FUZZ=ON -DWQ_BUILD_TESTS=OFF -DWQ_BUILD_WIDGETS=OFF -DWQ_BUILD_TOOLS=OFF \
-	  -DCMAKE_CXX_FLAGS=-fsanitize=fuzzer-no-link $(CMAKE_FLAGS) >/dev/null
+	  -DCMAKE_CXX_FLAGS=-fsanitize=fuzzer-no-link $(UNITY) $(CMAKE_FLAGS) >/dev/null
 	@cmake --build $(BUILD_FUZZ) -j $(JOBS)
 	@bash scripts/fuzz.sh $(BUILD_FUZZ) $(FUZZ_SECONDS)
 

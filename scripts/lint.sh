@@ -11,12 +11,28 @@ build=$(cd "${1:?usage: lint.sh <build folder>}" && pwd)
 jobs=${JOBS:-$(nproc)}
 database=$build/compile_commands.json
 [ -e "$database" ] || { echo "no $database (configure with -DCMAKE_EXPORT_COMPILE_COMMANDS=ON)" >&2; exit 1; }
-mapfile -t sources < <(python3 - "$database" "$here" <<'EOF'
-import json, sys
-database, root = sys.argv[1], sys.argv[2]
+# The sources as they are: a unity build's merged files are taken apart
+# into their sources (with the same command), and the build's precompiled
+# headers are left out (GCC's, which clang cannot read; a missing include
+# shows without them too).
+log=$(mktemp -d)
+trap 'rm -rf "$log"' EXIT
+mkdir "$log/db"
+mapfile -t sources < <(python3 - "$database" "$here" "$log/db/compile_commands.json" <<'EOF'
+import json, re, sys
+database, root, out = sys.argv[1:4]
 layers = tuple(f"{root}/{layer}/" for layer in ("core", "widgets", "quick", "tools"))
-print("\n".join(sorted({entry["file"] for entry in json.load(open(database))
-                        if entry["file"].startswith(layers)})))
+entries = []
+for entry in json.load(open(database)):
+    entry["command"] = re.sub(r" -Winvalid-pch| -include \S*cmake_pch\.hxx", "", entry["command"])
+    merged = entry["file"]
+    if re.search(r"/Unity/unity_[0-9]+_cxx\.cxx$", merged):
+        for source in re.findall(r'^#include "([^"]+)"', open(merged).read(), re.M):
+            entries.append(dict(entry, file=source, command=entry["command"].replace(merged, source)))
+    else:
+        entries.append(entry)
+json.dump(entries, open(out, "w"))
+print("\n".join(sorted({entry["file"] for entry in entries if entry["file"].startswith(layers)})))
 EOF
 )
 # moc's output must exist for the sources to parse: their components'
@@ -33,22 +49,10 @@ headers="^$here/(core|widgets|quick|tools)/"
 #  qstring-allocations is level 2 and stays out.
 clazy_checks=level0,level1,no-non-pod-global-static
 
-log=$(mktemp -d)
-trap 'rm -rf "$log"' EXIT
 start=$(date +%s)
 # The newer clang-tidy where Debian has it: the same checks in half the time.
 tidy=clang-tidy
 command -v clang-tidy-22 >/dev/null && tidy=clang-tidy-22
-# The sources as they are, without the build's precompiled headers (GCC's,
-# which clang cannot read; a missing include shows without them too).
-mkdir "$log/db"
-python3 - "$database" "$log/db/compile_commands.json" <<'EOF2'
-import json, re, sys
-entries = json.load(open(sys.argv[1]))
-for entry in entries:
-    entry["command"] = re.sub(r" -Winvalid-pch| -include \S*cmake_pch\.hxx", "", entry["command"])
-json.dump(entries, open(sys.argv[2], "w"))
-EOF2
 printf '%s\n' "${sources[@]}" | xargs -P "$jobs" -I{} sh -c '
   out=$1/$(echo "$2" | tr / _)
   "$6" -p "$3" --quiet -header-filter="$4" "$2" >"$out.tidy" 2>&1 || true

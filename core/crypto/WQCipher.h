@@ -19,6 +19,10 @@ enum class WQDigest { SHA1, SHA256 };
 inline constexpr int kGCMTagLength = 16;
 inline constexpr int kGCMIVLength = 12;
 inline constexpr int kAESBlock = 16;
+// Slices of a document encrypted and encoded at a time: a multiple of 3 and
+// of the AES block, so that each slice encodes to Base64 on its own, and
+// small enough that the cipher text never leaves the cache before it is.
+inline constexpr qsizetype kCipherSlice = 48 * 1024;
 
 // PBKDF2 with HMAC over digest; false for counts or lengths it cannot take.
 bool _wq_pbkdf2(const WQSecretBytes& password, QByteArrayView salt, std::uint64_t iterations, WQDigest digest,

@@ -152,11 +152,6 @@ private:
     bool _wq_ok = true;
 };
 
-// Slices of the document encrypted and encoded at a time: a multiple of 3
-// and of the AES block, small enough that the cipher text never leaves the
-// cache before it is encoded.
-constexpr qsizetype kSlice = 48 * 1024;
-
 // Encrypts document and writes the Base64 of the cipher text (and of the
 // tag, for GCM) as it goes. False when the cipher failed.
 template <typename Out>
@@ -164,7 +159,7 @@ bool sealInto(Out& out, QByteArrayView document, WQCipherStream& cipher, bool au
 {
     // Room for a slice, the cipher's last block or tag, and up to two bytes
     // carried over to keep every encoded piece a multiple of 3.
-    QByteArray stage(kSlice + 2 * kAESBlock + kGCMTagLength, Qt::Uninitialized);
+    QByteArray stage(kCipherSlice + 2 * kAESBlock + kGCMTagLength, Qt::Uninitialized);
     auto* staged = reinterpret_cast<std::uint8_t*>(stage.data());
     qsizetype pending = 0;
     const auto flush = [&](bool last) {
@@ -174,8 +169,8 @@ bool sealInto(Out& out, QByteArrayView document, WQCipherStream& cipher, bool au
         pending -= whole;
     };
     const auto* in = reinterpret_cast<const std::uint8_t*>(document.data());
-    for (qsizetype at = 0; at < document.size(); at += kSlice) {
-        if (!cipher.update(in + at, std::min(kSlice, document.size() - at), staged, pending))
+    for (qsizetype at = 0; at < document.size(); at += kCipherSlice) {
+        if (!cipher.update(in + at, std::min(kCipherSlice, document.size() - at), staged, pending))
             return false;
         flush(false);
     }

@@ -72,16 +72,12 @@ WQ_AES inline void encryptBlocks(const RoundKeys& keys, std::uint8_t* chain, con
     _mm_storeu_si128(reinterpret_cast<__m128i*>(chain), c);
 }
 
-// The cipher text staged until a slice is full, then handed on: a multiple
-// of 3 and of the block, so that each slice encodes to Base64 on its own.
-constexpr qsizetype kSlice = 48 * 1024;
-
 class CBCFollower final : public xml::Follower {
 public:
     using Emit = std::function<void(const std::uint8_t*, qsizetype)>;
 
     CBCFollower(const char* document, const std::uint8_t* key, const std::uint8_t* iv, const Emit& handOn)
-        : Follower(document, kAESBlock), _wq_handOn(handOn), _wq_stage(new std::uint8_t[kSlice])
+        : Follower(document, kAESBlock), _wq_handOn(handOn), _wq_stage(new std::uint8_t[kCipherSlice])
     {
         expandKey(key, _wq_keys);
         std::memcpy(_wq_chain.data(), iv, _wq_chain.size());
@@ -90,7 +86,7 @@ public:
     {
         OPENSSL_cleanse(&_wq_keys, sizeof _wq_keys);
         OPENSSL_cleanse(_wq_chain.data(), _wq_chain.size());
-        OPENSSL_cleanse(_wq_stage.get(), size_t(kSlice));
+        OPENSSL_cleanse(_wq_stage.get(), size_t(kCipherSlice));
     }
     CBCFollower(const CBCFollower&) = delete;
     CBCFollower& operator=(const CBCFollower&) = delete;
@@ -122,12 +118,12 @@ private:
     WQ_AES void encrypt(const char* in, qsizetype blocks)
     {
         while (blocks > 0) {
-            const qsizetype now = std::min(blocks, (kSlice - _wq_staged) / kAESBlock);
+            const qsizetype now = std::min(blocks, (kCipherSlice - _wq_staged) / kAESBlock);
             encryptBlocks(_wq_keys, _wq_chain.data(), in, now, _wq_stage.get() + _wq_staged);
             _wq_staged += now * kAESBlock;
             in += now * kAESBlock;
             blocks -= now;
-            if (_wq_staged == kSlice) {
+            if (_wq_staged == kCipherSlice) {
                 _wq_handOn(_wq_stage.get(), _wq_staged);
                 _wq_staged = 0;
             }

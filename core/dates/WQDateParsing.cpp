@@ -5,6 +5,8 @@
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 
+#include "WQDateFormatError.h"
+
 #include <QStringList>
 
 namespace wq {
@@ -115,11 +117,6 @@ qint64 centuryFor(qint64 twoDigits)
     return twoDigits >= 69 ? 1900 + twoDigits : 2000 + twoDigits;
 }
 
-[[noreturn]] void raiseUnknownDirective(const QString& format)
-{
-    throw NSInvalidArgumentException(QStringLiteral("WQDate doesn't understand format: '%1'").arg(format));
-}
-
 // A bad format raises whatever the text, so callers see it on the first try.
 void checkFormat(const QString& format)
 {
@@ -130,11 +127,11 @@ void checkFormat(const QString& format)
         const QChar directive = format.at(++i);
         if (directive == u'1') {   // only as "%1m"
             if (i + 1 >= size || format.at(i + 1) != u'm')
-                raiseUnknownDirective(format);
+                _wq_dates::raiseUnknownDirective(format);
             ++i;
         }
         if (!QStringView(u"deMmyYaAbBwj%1").contains(directive))
-            raiseUnknownDirective(format);
+            _wq_dates::raiseUnknownDirective(format);
     }
 }
 

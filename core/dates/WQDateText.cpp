@@ -5,6 +5,7 @@
 #include <WQGeneral/dates/WQDate.h>
 #include <WQGeneral/dates/WQSystemDateSettings.h>
 
+#include "WQDateFormatError.h"
 #include "WQDateNumbers.h"
 #include "WQDateTesting.h"
 #include "WQDateTextCache.h"
@@ -229,11 +230,6 @@ std::optional<QString> nameAt(const QVariantMap* locale, const QString& key, qin
     return names.at(index);
 }
 
-[[noreturn]] void raiseUnknownDirective(const QString& format)
-{
-    throw NSInvalidArgumentException(QStringLiteral("WQDate doesn't understand format: '%1'").arg(format));
-}
-
 class Renderer {
 public:
     Renderer(const WQDate& date, const QVariantMap* locale) : _wq_date(date), _wq_locale(locale) {}
@@ -272,7 +268,7 @@ public:
             case u'M': appendPadded(out, qint64(_wq_date.monthOfYear()), 2); break;
             case u'1':
                 if (percent + 2 >= size || format.at(percent + 2) != u'm')
-                    raiseUnknownDirective(format);
+                    _wq_dates::raiseUnknownDirective(format);
                 appendPadded(out, qint64(_wq_date.monthOfYear()));
                 consumed = 3;
                 break;
@@ -288,7 +284,7 @@ public:
                 // The first '%' goes, the second stays and is not a directive.
                 out.append(u'%');
                 break;
-            default: raiseUnknownDirective(format);
+            default: _wq_dates::raiseUnknownDirective(format);
             }
             literalStart = percent + consumed;
             percent = format.indexOf(u'%', literalStart);

@@ -18,11 +18,11 @@ namespace {
 using wq::WQDate;
 using namespace wq::tool;
 
-const QString kUsage = QStringLiteral(
+const QString kDateUsage = QStringLiteral(
     "date make Y M D | info DATE | from-day N | add DATE YEARS MONTHS DAYS | "
     "since DATE OTHER [--units ymd|y|m|d|ym|yd|md] | format FORMAT DATE [--locale NAME]");
 
-const QString kHelp = QStringLiteral(
+const QString kDateHelp = QStringLiteral(
     "Calendar dates. DATE is YYYY-MM-DD; a year may have more digits, and a negative\n"
     "year is written as the storage layout writes it (-044-03-15) or with four digits\n"
     "(-0044-03-15). Put \"--\" before the operands when one starts with \"--\".\n"
@@ -166,7 +166,7 @@ int runDate(const QStringList& list)
     const bool ended = list.value(0) == u"--";
     const QString sub = list.value(ended ? 1 : 0);
     if (sub.isEmpty())
-        throw UsageError{QStringLiteral("usage: wq ") + kUsage};
+        throw UsageError{QStringLiteral("usage: wq ") + kDateUsage};
     Arguments rest(ended ? QStringList{QStringLiteral("--")} + list.sliced(2) : list.sliced(1));
     try {
         if (sub == u"since")
@@ -185,9 +185,9 @@ int runDate(const QStringList& list)
     } catch (const wq::WQException& e) {
         throw UsageError{e.reason()};
     }
-    throw UsageError{QStringLiteral("unknown date command \"%1\"; usage: wq %2").arg(sub, kUsage)};
+    throw UsageError{QStringLiteral("unknown date command \"%1\"; usage: wq %2").arg(sub, kDateUsage)};
 }
 
-const Registrar registrar{QStringLiteral("date"), kUsage, kHelp, &runDate};
+const Registrar dateRegistrar{QStringLiteral("date"), kDateUsage, kDateHelp, &runDate};
 
 } // namespace

@@ -191,7 +191,7 @@ int runBase64(const QStringList& list)
     return encoding ? encode(in, out, (qint64(length) + 3) / 4 * 4) : decode(in, out, inName);
 }
 
-const Registrar registrar{
+const Registrar base64Registrar{
     QStringLiteral("base64"), QStringLiteral("base64 encode|decode [--line-length N] [IN [OUT]]"),
     QStringLiteral("Base64 of IN into OUT, either of them \"-\" or left out for standard input\n"
                    "and output. encode breaks lines after N characters (rounded up to a multiple\n"

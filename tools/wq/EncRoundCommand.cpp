@@ -65,7 +65,7 @@ int runRound(const QStringList& list)
     return kExitOK;
 }
 
-const Registrar registrar{
+const Registrar roundRegistrar{
     QStringLiteral("round"), QStringLiteral("round PLACES VALUE [--split]"),
     QStringLiteral("VALUE (a C number such as -2.675) rounded half away from zero to PLACES\n"
                    "decimal places, 0 to 9. --split rounds to 7 places and also prints the whole\n"

@@ -14,8 +14,8 @@ namespace {
 
 using namespace wq::tool;
 
-const QString kUsage = QStringLiteral("log [--app NAME] path | write [MESSAGE...] | tail [N] | trim-before DATE | clean");
-const QString kHelp = QStringLiteral(
+const QString kLogUsage = QStringLiteral("log [--app NAME] path | write [MESSAGE...] | tail [N] | trim-before DATE | clean");
+const QString kLogHelp = QStringLiteral(
     "The application log of one application (--app NAME, default wq).\n"
     "\n"
     "  path              where the log file is\n"
@@ -148,6 +148,6 @@ int runLog(const QStringList& list)
     return kExitUsage;
 }
 
-const Registrar reg{QStringLiteral("log"), kUsage, kHelp, &runLog};
+const Registrar logRegistrar{QStringLiteral("log"), kLogUsage, kLogHelp, &runLog};
 
 } // namespace

@@ -17,12 +17,12 @@ namespace {
 using namespace wq;
 using namespace wq::tool;
 
-const QString kUsage = QStringLiteral(
+const QString kMoneyUsage = QStringLiteral(
     "money format AMOUNT | parse TEXT | type KEYS [--atm] "
     "[--places N] [--locale NAME] [--symbol S] [--positive $#,##0.00] [--negative -$#,##0.00] "
     "[--thousands T] [--decimal D]   (KEYS: one character per key, \\b or <del> for the delete key)");
 
-const QString kHelp = QStringLiteral(
+const QString kMoneyHelp = QStringLiteral(
     "Amounts shown, read and typed as a money field does it, under the system settings\n"
     "of --locale NAME (all categories) or a custom currency (--symbol and the rest; what\n"
     "is not given comes from the system's).\n"
@@ -172,7 +172,7 @@ int runMoney(const QStringList& list)
     readSettings(arguments, owner, places);
     const QStringList args = arguments.operands();
     if (args.size() != 2)
-        throw UsageError{QStringLiteral("usage: wq ") + kUsage};
+        throw UsageError{QStringLiteral("usage: wq ") + kMoneyUsage};
     const auto formatter = owner.moneyFormatter(places);
     const QString& verb = args.at(0);
     if (verb == u"format")
@@ -184,6 +184,6 @@ int runMoney(const QStringList& list)
     throw UsageError{QStringLiteral("unknown money command \"%1\"").arg(verb)};
 }
 
-const Registrar reg{QStringLiteral("money"), kUsage, kHelp, &runMoney};
+const Registrar moneyRegistrar{QStringLiteral("money"), kMoneyUsage, kMoneyHelp, &runMoney};
 
 } // namespace

@@ -28,7 +28,7 @@ int runUpdateInfo(const QStringList& list)
     return kExitOK;
 }
 
-const Registrar reg{QStringLiteral("update-info"), QStringLiteral("update-info [--query]"),
+const Registrar updateInfoRegistrar{QStringLiteral("update-info"), QStringLiteral("update-info [--query]"),
                     QStringLiteral("What an update check would send about this installation, one key=value a line,\n"
                                    "or with --query as the query text of the check's address."),
                     &runUpdateInfo};
