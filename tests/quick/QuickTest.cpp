@@ -75,7 +75,6 @@ TEST(QuickField, TypingInEachKindReadingTheValueRefusalUndoRedoAndEscape)
     EXPECT_FALSE(amount.hasPendingEdit());
 }
 
-// The calculator pop-up from a calculating money field.
 namespace {
 
 class QuickCalculator : public ::testing::Test {
@@ -98,8 +97,41 @@ protected:
     }
 };
 
+class QuickSheets : public ::testing::Test {
+protected:
+    void SetUp() override { WQWarningSuppression::showAllAgain(); }
+
+    QuickWindow window{R"(
+        Column {
+            AlertSheets { id: sheets; objectName: "sheets" }
+            FormattedTextField {
+                id: payments; objectName: "payments"; formatterKind: FormattedTextField.WholeNumber
+                onEditRefused: (description) => sheets.presentRefusal(payments, "Payments", description)
+            }
+            FormattedTextField {
+                id: date; objectName: "date"; formatterKind: FormattedTextField.Date
+                onEditRefused: (description) => sheets.presentRefusal(date, "Date", description)
+            }
+        })"};
+    WQQuickAlertSheets* sheets = window.find<WQQuickAlertSheets>("sheets");
+
+    // The dialog's part named name, once the sheet shows.
+    QQuickItem* part(const char* name) const
+    {
+        EXPECT_TRUE(test::spinUntil([this] { return sheets->dialog() && sheets->dialog()->property("opened").toBool(); }));
+        return sheets->dialog() ? sheets->dialog()->findChild<QQuickItem*>(QString::fromLatin1(name)) : nullptr;
+    }
+    void click(QQuickItem* button)
+    {
+        ASSERT_NE(button, nullptr);
+        const QPointF center = button->mapToScene(QPointF(button->width() / 2, button->height() / 2));
+        QTest::mouseClick(&window.view, Qt::LeftButton, {}, center.toPoint());
+    }
+};
+
 } // namespace
 
+// The calculator pop-up from a calculating money field.
 TEST_F(QuickCalculator, StrictlyLeftToRightWrittenBackOnEqualsOrReturnAndEscapeLeavesTheField)
 {
     window.type("2+");
@@ -148,42 +180,6 @@ TEST_F(QuickCalculator, StrictlyLeftToRightWrittenBackOnEqualsOrReturnAndEscapeL
 
 // The alert sheets of a QML window: "Don't show again" shared with the
 // widgets' settings, and Cancel giving a field its value back.
-namespace {
-
-class QuickSheets : public ::testing::Test {
-protected:
-    void SetUp() override { WQWarningSuppression::showAllAgain(); }
-
-    QuickWindow window{R"(
-        Column {
-            AlertSheets { id: sheets; objectName: "sheets" }
-            FormattedTextField {
-                id: payments; objectName: "payments"; formatterKind: FormattedTextField.WholeNumber
-                onEditRefused: (description) => sheets.presentRefusal(payments, "Payments", description)
-            }
-            FormattedTextField {
-                id: date; objectName: "date"; formatterKind: FormattedTextField.Date
-                onEditRefused: (description) => sheets.presentRefusal(date, "Date", description)
-            }
-        })"};
-    WQQuickAlertSheets* sheets = window.find<WQQuickAlertSheets>("sheets");
-
-    // The dialog's part named name, once the sheet shows.
-    QQuickItem* part(const char* name) const
-    {
-        EXPECT_TRUE(test::spinUntil([this] { return sheets->dialog() && sheets->dialog()->property("opened").toBool(); }));
-        return sheets->dialog() ? sheets->dialog()->findChild<QQuickItem*>(QString::fromLatin1(name)) : nullptr;
-    }
-    void click(QQuickItem* button)
-    {
-        ASSERT_NE(button, nullptr);
-        const QPointF center = button->mapToScene(QPointF(button->width() / 2, button->height() / 2));
-        QTest::mouseClick(&window.view, Qt::LeftButton, {}, center.toPoint());
-    }
-};
-
-} // namespace
-
 TEST_F(QuickSheets, SilencedOnceForEveryToolkitShownAgainAndCancelGivesTheValueBack)
 {
     window.focus("payments");

@@ -107,7 +107,6 @@ using namespace wq::test;
 
 namespace {
 
-
 using ToolbarDictionary = ToolbarTest;
 
 TEST_F(ToolbarDictionary, ItemsAreMadeAsTheirDescriptionsSay)
