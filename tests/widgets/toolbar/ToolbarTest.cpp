@@ -259,7 +259,6 @@ TEST_F(ToolbarDictionary, ItemsKeepTheirStateAndViewsGoBackToTheWindow)
     EXPECT_TRUE(standalone.items().isEmpty());
 }
 
-
 const QString kSeparator = kWQToolbarSeparatorItemIdentifier;
 const QString kFlexible = kWQToolbarFlexibleSpaceItemIdentifier;
 
