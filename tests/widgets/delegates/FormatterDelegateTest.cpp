@@ -231,21 +231,21 @@ TEST_F(FormatterDelegate, EditsByKeystrokeEscapeGivesUpAndTabsWriteAndMoveButNev
     EXPECT_EQ(view->currentIndex(), cell(2, AmountColumn));
 
     // A text that cannot be read is never written, however the editor is left.
-    WQLineEdit* date = edit(0, DateColumn);
-    ASSERT_NE(date, nullptr);
+    WQLineEdit* unread = edit(0, DateColumn);
+    ASSERT_NE(unread, nullptr);
     type(u"3/45/24\r"_s);
     ASSERT_EQ(unreadable.size(), 1);
     EXPECT_EQ(unreadable[0][0].value<QModelIndex>(), cell(0, DateColumn));
     EXPECT_EQ(unreadable[0][1].toString(), u"Invalid day entry.");
-    EXPECT_EQ(editor(), date) << "the editor stays open";
+    EXPECT_EQ(editor(), unread) << "the editor stays open";
     for (const auto& leave : {std::function<void()>([&] { clickCell(1, AmountColumn); }),
                               std::function<void()>([] { type(u"\t"_s); }),
                               std::function<void()>([] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down); })}) {
         leave();
         test::spinFor(5);
-        EXPECT_EQ(editor(), date);
+        EXPECT_EQ(editor(), unread);
         EXPECT_EQ(view->currentIndex(), cell(0, DateColumn));
-        EXPECT_EQ(date->text(), u"3/45/24");
+        EXPECT_EQ(unread->text(), u"3/45/24");
     }
     EXPECT_EQ(cell(0, DateColumn).data(Qt::EditRole).value<WQDate>(), WQDate(2024, 3, 9));
 }

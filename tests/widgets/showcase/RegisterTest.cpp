@@ -252,7 +252,7 @@ TEST_F(Register, ACellRefusesWhatTheEntryRowRefusesIsCorrectedInPlaceAndKept)
     press(Qt::Key_F2);
     QWidget* editor = QApplication::focusWidget();
     ASSERT_EQ(editor->parentWidget(), table.viewport());
-    wq::test::type(u"x"_qs);
+    QTest::keyClick(editor, 'x');
     ASSERT_EQ(shown.size(), 2);
     if (QMessageBox* sheet = ShowcaseController::of(*window).attachedSheet())
         sheet->done(QMessageBox::Ok);
