@@ -59,7 +59,7 @@ struct Panel {
     QPushButton* other;
 };
 
-TEST(DontShowAgainButton, LinesUpWithTheLastButtonAndTheMessageOrTheBottomLeftCorner)
+TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAndCancelSendTheirActions)
 {
     Panel panel;
     PanelOwner owner;
@@ -121,27 +121,22 @@ TEST(DontShowAgainButton, LinesUpWithTheLastButtonAndTheMessageOrTheBottomLeftCo
 
     // Nothing to add to.
     WQAddDontShowAgainButton(&owner, nullptr, QVariant(), "boxToggled", "buttonPressed", "cancelled");
-}
 
-// Where the check box goes on a message box is the box's own layout.
-TEST(DontShowAgainButton, OnAMessageBoxTheButtonsTheBoxAndCancelSendTheirActions)
-{
-    QMessageBox box(QMessageBox::Warning, QStringLiteral("Title"), QStringLiteral("A message."), QMessageBox::Ok);
-    PanelOwner owner;
-    WQAddDontShowAgainButton(&owner, &box, QStringLiteral("key"), "boxToggled", "buttonPressed", "cancelled");
-    box.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
-    ASSERT_NE(box.checkBox(), nullptr);
-    ASSERT_TRUE(box.checkBox()->isVisible());
-    QAbstractButton* cancel = box.escapeButton();
-    ASSERT_NE(cancel, nullptr);
-    EXPECT_EQ(cancel->text(), u"Cancel");
-    QTest::mouseClick(box.checkBox(), Qt::LeftButton);
-    QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton);
-    QTest::mouseClick(cancel, Qt::LeftButton);
+    // Where the check box goes on a message box is the box's own layout.
+    QMessageBox message(QMessageBox::Warning, QStringLiteral("Title"), QStringLiteral("A message."), QMessageBox::Ok);
+    owner.calls.clear();
+    WQAddDontShowAgainButton(&owner, &message, QStringLiteral("key"), "boxToggled", "buttonPressed", "cancelled");
+    message.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&message));
+    ASSERT_TRUE(message.checkBox() && message.checkBox()->isVisible());
+    ASSERT_NE(message.escapeButton(), nullptr);
+    EXPECT_EQ(message.escapeButton()->text(), u"Cancel");
+    QTest::mouseClick(message.checkBox(), Qt::LeftButton);
+    QTest::mouseClick(message.button(QMessageBox::Ok), Qt::LeftButton);
+    QTest::mouseClick(message.escapeButton(), Qt::LeftButton);
     EXPECT_EQ(owner.calls, QStringList({"box", "button:OK", "cancel"}));
     EXPECT_EQ(owner.attached.toString(), u"key");
-    EXPECT_TRUE(box.isVisible()) << "the target decides when the box closes";
+    EXPECT_TRUE(message.isVisible()) << "the target decides when the box closes";
 }
 
 } // namespace

@@ -1,11 +1,29 @@
-#include "AlertTesting.h"
+// The window controller's alert sheets on a shown window with two fields:
+// their texts, buttons and keyboard, what Edit and Cancel do to the field,
+// and the warnings a user silences and brings back.
+
 #include "DateFormatterTesting.h"
+#include "FieldTesting.h"
+#include "KeyTyping.h"
 
-#include <QCheckBox>
-#include <QWindow>
-#include <QPushButton>
-
+#include <WQGeneral/alerts/WQSuppressibleMessageBox.h>
+#include <WQGeneral/alerts/WQWarningSettingsPage.h>
+#include <WQGeneral/alerts/WQWarningSuppression.h>
+#include <WQGeneral/alerts/WQWindowController.h>
+#include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/platform/WQTranslations.h>
+
+#include <WQTestSupport.h>
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWindow>
 
 using namespace wq;
 using namespace wq::test;
@@ -13,7 +31,57 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+class AlertTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        WQWarningSuppression::showAllAgain();
+        auto* layout = new QVBoxLayout(&window);
+        field = new WQLineEdit(&window);
+        other = new WQLineEdit(&window);
+        layout->addWidget(field);
+        layout->addWidget(other);
+        window.resize(400, 300);
+        showActive(window);
+    }
+    void TearDown() override { WQWarningSuppression::showAllAgain(); }
+
+    // The sheet on the window, once it shows.
+    QMessageBox* sheet()
+    {
+        QMessageBox* shown = controller->attachedSheet();
+        if (shown && !QTest::qWaitForWindowExposed(shown))
+            ADD_FAILURE() << "the sheet did not show";
+        return shown;
+    }
+
+    // Clicks the button of the sheet with that text and lets it end.
+    void click(QMessageBox* box, const QString& text)
+    {
+        ASSERT_NE(box, nullptr);
+        for (QAbstractButton* button : box->buttons())
+            if (button->text() == text) {
+                QTest::mouseClick(button, Qt::LeftButton);
+                ASSERT_TRUE(spinUntil([&] { return controller->attachedSheet() != box; }));
+                return;
+            }
+        FAIL() << "no button " << text.toStdString();
+    }
+    // Closes the sheet with its first button (OK on a suppressible one).
+    void dismiss(QMessageBox* box)
+    {
+        ASSERT_NE(box, nullptr);
+        click(box, box->buttons().first()->text());
+    }
+
+    QWidget window;
+    WQWindowController* controller = new WQWindowController(window);
+    WQLineEdit* field = nullptr;
+    WQLineEdit* other = nullptr;
+};
+
 using Sheets = AlertTest;
+using Suppression = AlertTest;
 
 // The English catalogue words the date sheet for this desktop.
 const QString kDateMessage = QStringLiteral(
@@ -22,14 +90,6 @@ const QString kDateMessage = QStringLiteral(
     "increment the month; \"Alt -\" to decrement the month; \"t\" sets the date to today.\n\nThe date must be "
     "entered as a day, month, and year.  The order of the three values depends on the short date format in your "
     "desktop's regional settings.");
-
-// Keys go where the keyboard sends them: to the window that has the focus.
-void pressKey(Qt::Key key)
-{
-    QWindow* focus = QGuiApplication::focusWindow();
-    ASSERT_NE(focus, nullptr);
-    QTest::keyClick(focus, key);
-}
 
 TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAnswersNoAndKeepsTheKeyboard)
 {
@@ -92,13 +152,16 @@ TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAnswersNoAndKeepsTheKeyboard)
             dismiss(box);
         } else {
             EXPECT_EQ(box->checkBox(), nullptr);
-            EXPECT_EQ(buttonTexts(*box), QStringList({"Cancel", "Edit"}));
+            EXPECT_EQ(box->buttons().size(), 2);
             EXPECT_EQ(box->defaultButton()->text(), u"Edit");
             EXPECT_EQ(box->escapeButton()->text(), u"Cancel");
             click(box, QStringLiteral("Edit"));
         }
         EXPECT_EQ(controller->attachedSheet(), nullptr);
     }
+    // Closed with the box unticked: nothing is stored.
+    for (const QString& key : WQWarningSuppression::suppressibleKeys())
+        EXPECT_FALSE(QSettings().contains(key)) << key.toStdString();
 
     // A sheet keeps the keyboard when the window behind is clicked.
     controller->sheetForIntegerTextFieldValidationFailure(field, QStringLiteral("Payments"), "Digits only");
@@ -119,11 +182,11 @@ TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAnswersNoAndKeepsTheKeyboard)
 
     // The keyboard starts on OK; Tab goes round the sheet's own controls.
     EXPECT_EQ(QApplication::focusWidget(), box->buttons().value(0));
-    pressKey(Qt::Key_Tab);
+    press(u'\t');
     EXPECT_EQ(QApplication::focusWidget(), box->checkBox());
-    pressKey(Qt::Key_Space);
+    press(u' ');
     EXPECT_TRUE(box->checkBox()->isChecked());
-    pressKey(Qt::Key_Return);
+    press(u'\r');
     ASSERT_TRUE(spinUntil([&] { return !controller->attachedSheet(); }));
     EXPECT_TRUE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning));
 }
@@ -185,24 +248,17 @@ TEST_F(Sheets, EditKeepsTheRejectedTextCancelBringsBackThePreviousValueAndOneSho
     click(box, QStringLiteral("Cancel"));
 }
 
-// The framework's own catalogues (which language loads which is core's):
-// English words the date sheet for this desktop; German fills the names in
-// after translating and translates the buttons.
+// The framework's own catalogues (which language loads which is core's; the
+// English wording is the table's above): German fills the names in after
+// translating and translates the buttons.
 TEST_F(Sheets, ShowTheShippedCatalogues)
 {
-    ASSERT_EQ(WQLoadTranslations({QStringLiteral("en-US")}), u"en");
-    controller->sheetForDateField(nullptr, QString(), QStringLiteral("Date"), QStringLiteral("/"), "Bad");
-    QMessageBox* box = sheet();
-    ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->informativeText(), kDateMessage);
-    dismiss(box);
-
     ScopedLocale locale(QStringLiteral("de_DE"));
     ASSERT_EQ(WQLoadTranslations({QStringLiteral("de-DE")}), u"de");
     QString refusal;
     formatterOn(QStringLiteral("dd.MM.yy"))->dateForString(QString(), &refusal);
     controller->sheetForDateField(nullptr, QString(), QStringLiteral("Buchungsdatum"), QStringLiteral("."), refusal);
-    box = sheet();
+    QMessageBox* box = sheet();
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->text(), u"Das Datumsfeld darf nicht leer bleiben.");
     EXPECT_TRUE(box->informativeText().startsWith(
@@ -215,9 +271,136 @@ TEST_F(Sheets, ShowTheShippedCatalogues)
     box = sheet();
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->text(), u"Das Feld „Betrag“ ist negativ oder null.");
-    EXPECT_EQ(buttonTexts(*box), QStringList({"Abbrechen", "Bearbeiten"}));
+    EXPECT_EQ(box->defaultButton()->text(), u"Bearbeiten");
     click(box, QStringLiteral("Abbrechen"));
     WQLoadTranslations({QStringLiteral("en")});
+}
+
+// What another process would read: the settings file itself.
+bool storedOnDisk(const QString& key)
+{
+    QSettings file(QSettings().fileName(), QSettings::IniFormat);
+    return file.value(key, false).toBool();
+}
+
+TEST_F(Suppression, TickingTheBoxSilencesThatWarningForGood)
+{
+    WQWindowController& c = *controller;
+    struct Case {
+        QString key;
+        std::function<bool()> show;
+    };
+    const Case cases[] = {
+        {kDefaultsKey_IntegerWarning, [&] { return c.sheetForIntegerTextFieldValidationFailure(field, "N", "E"); }},
+        {kDefaultsKey_DecimalWarning, [&] { return c.sheetForDecimalFieldValidationFailure(field, "N", "E", false); }},
+        {kDefaultsKey_DateWarning, [&] { return c.sheetForDateField(nullptr, "x", "N", "/", "E"); }},
+    };
+    for (const Case& k : cases) {
+        SCOPED_TRACE(k.key.toStdString());
+        k.show();
+        QMessageBox* box = sheet();
+        ASSERT_NE(box, nullptr);
+        QTest::mouseClick(box->checkBox(), Qt::LeftButton);
+        ASSERT_TRUE(box->checkBox()->isChecked());
+        // Ticked but not yet closed: not stored yet.
+        EXPECT_FALSE(WQWarningSuppression::isSuppressed(k.key));
+        dismiss(box);
+        EXPECT_TRUE(QSettings().value(k.key).toBool());
+        EXPECT_TRUE(storedOnDisk(k.key));
+
+        // Silenced: nothing shows, the answer is still no.
+        EXPECT_FALSE(k.show());
+        EXPECT_EQ(controller->attachedSheet(), nullptr);
+    }
+    EXPECT_EQ(WQWarningSuppression::suppressedKeys(), WQWarningSuppression::suppressibleKeys());
+
+    // One key covers both decimal sheets; the date sheet with a field always shows.
+    EXPECT_FALSE(c.sheetForDecimalColumnValidationFailure(nullptr, "Rate", "E", true));
+    EXPECT_EQ(controller->attachedSheet(), nullptr);
+    EXPECT_FALSE(c.sheetForDateField(field, "x", "Date", "/", "Invalid date"));
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->checkBox(), nullptr);
+    click(box, QStringLiteral("Edit"));
+
+    // A value written by another program as text counts too.
+    WQWarningSuppression::showAllAgain();
+    QSettings().setValue(kDefaultsKey_IntegerWarning, QStringLiteral("true"));
+    EXPECT_FALSE(c.sheetForIntegerTextFieldValidationFailure(field, "N", "E"));
+    EXPECT_EQ(controller->attachedSheet(), nullptr);
+}
+
+TEST_F(Suppression, TheSettingsPageListsSilencedWarningsTheApplicationsOwnTooAndBringsThemBack)
+{
+    WQWarningSettingsPage page;
+    page.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    EXPECT_FALSE(page.showAllButton()->isEnabled());
+    EXPECT_EQ(page.findChildren<QPushButton*>().size(), 1);
+
+    // Silenced while the page is open: it follows.
+    WQWarningSuppression::suppress(kDefaultsKey_IntegerWarning);
+    WQWarningSuppression::suppress(kDefaultsKey_DateWarning);
+
+    auto showAgain = [&page](const QString& key) { return page.findChild<QPushButton*>(key); };
+    ASSERT_NE(showAgain(kDefaultsKey_IntegerWarning), nullptr);
+    ASSERT_NE(showAgain(kDefaultsKey_DateWarning), nullptr);
+    EXPECT_EQ(showAgain(kDefaultsKey_DecimalWarning), nullptr);
+    EXPECT_EQ(showAgain(kDefaultsKey_DateWarning)->text(), u"Show again");
+    EXPECT_TRUE(page.showAllButton()->isEnabled());
+
+    QTest::mouseClick(showAgain(kDefaultsKey_IntegerWarning), Qt::LeftButton);
+    EXPECT_FALSE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning));
+    EXPECT_FALSE(storedOnDisk(kDefaultsKey_IntegerWarning));
+    EXPECT_TRUE(WQWarningSuppression::isSuppressed(kDefaultsKey_DateWarning));
+    EXPECT_EQ(showAgain(kDefaultsKey_IntegerWarning), nullptr);
+
+    WQWarningSuppression::suppress(kDefaultsKey_DecimalWarning);
+    QTest::mouseClick(page.showAllButton(), Qt::LeftButton);
+    EXPECT_TRUE(WQWarningSuppression::suppressedKeys().isEmpty());
+    EXPECT_FALSE(page.showAllButton()->isEnabled());
+    EXPECT_EQ(page.findChildren<QPushButton*>().size(), 1);
+
+    // The application's own warnings, under its own keys.
+    const QString key = QStringLiteral("Example Warning: Future Date");
+    WQWarningSuppression::registerKey(key, QStringLiteral("A transaction dated in the future"));
+    EXPECT_EQ(WQWarningSuppression::suppressibleKeys().last(), key);
+
+    // One call shows a modal box with the check box; ticked, it silences the key.
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&poll] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            poll.stop();
+            QTest::mouseClick(box->checkBox(), Qt::LeftButton);
+            QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+        }
+    });
+    poll.start(10);
+    const auto ask = [&] {
+        return WQSuppressibleWarning(&window, key, QStringLiteral("The date lies in the future."),
+                                     QStringLiteral("Scheduled ones belong elsewhere."),
+                                     QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel);
+    };
+    EXPECT_EQ(ask(), QMessageBox::Ok);
+    EXPECT_TRUE(WQWarningSuppression::isSuppressed(key));
+    EXPECT_EQ(ask(), QMessageBox::Cancel) << "silenced: nothing shows, the default answers";
+
+    // Listed on the settings page with its description, and brought back.
+    ASSERT_NE(showAgain(key), nullptr);
+    EXPECT_NE(showAgain(key)->parentWidget()->findChild<QLabel*>()->text().indexOf("dated in the future"), -1);
+    QTest::mouseClick(page.showAllButton(), Qt::LeftButton);
+    EXPECT_FALSE(WQWarningSuppression::isSuppressed(key));
+
+    // The same as a sheet on the controller's window.
+    EXPECT_FALSE(controller->sheetForSuppressibleWarning(QStringLiteral("The date lies in the future."),
+                                                         QStringLiteral("Scheduled ones belong elsewhere."), key));
+    QMessageBox* box = sheet();
+    ASSERT_NE(box, nullptr);
+    QTest::mouseClick(box->checkBox(), Qt::LeftButton);
+    dismiss(box);
+    EXPECT_TRUE(WQWarningSuppression::isSuppressed(key));
+    controller->sheetForSuppressibleWarning(QStringLiteral("Again"), QString(), key);
+    EXPECT_EQ(controller->attachedSheet(), nullptr);
 }
 
 } // namespace

@@ -1,13 +1,25 @@
+// The line edit: edits handed to its formatter with real events, the
+// formatter each kind installs, and its value as Qt's machinery reads and
+// writes it.
+
 #include "FieldTesting.h"
 #include "ProbeFormatter.h"
 
+#include <WQGeneral/dateformatter/WQDateFormatter.h>
+#include <WQGeneral/datefields/WQDateFields.h>
 #include <WQGeneral/fields/WQLineEdit.h>
+#include <WQGeneral/money/WQCalculateMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/numbers/WQDecimalFormatter.h>
+#include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
 
 #include <WQTestSupport.h>
 
 #include <QClipboard>
+#include <QDataWidgetMapper>
 #include <QInputMethodEvent>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QVBoxLayout>
 
 using namespace wq;
@@ -15,6 +27,12 @@ using namespace wq;
 namespace {
 
 using test::ProbeFormatter;
+
+template <typename T>
+bool is(const std::shared_ptr<WQFormatter>& formatter)
+{
+    return dynamic_cast<const T*>(formatter.get()) != nullptr;
+}
 
 class LineEdit : public ::testing::Test {
 protected:
@@ -35,7 +53,7 @@ protected:
 
 } // namespace
 
-TEST_F(LineEdit, HandsEachKeystrokeToTheFormatterAndShowsItsAnswer)
+TEST_F(LineEdit, HandsEveryKindOfEditToTheFormatterAndShowsItsAnswer)
 {
     QSignalSpy refused(edit, &WQLineEdit::editRefused);
     QSignalSpy changed(edit, &QLineEdit::textChanged);
@@ -67,10 +85,8 @@ TEST_F(LineEdit, HandsEachKeystrokeToTheFormatterAndShowsItsAnswer)
     QTest::keyClick(edit, 'u');
     EXPECT_EQ(edit->text(), "35");
     EXPECT_EQ(edit->selectedRange(), (WQRange{0, 2}));
-}
 
-TEST_F(LineEdit, PasteCutUndoInputMethodsAndSlotsAreEditsToo)
-{
+    // Pastes, cuts, undo, input methods and slots are edits too.
     QTest::keyClicks(edit, "123");
     QGuiApplication::clipboard()->setText("45");
     edit->setSelection(1, 1);
@@ -164,4 +180,129 @@ TEST_F(LineEdit, WithoutFormatterItIsAPlainLineEditAndFollowsAFormatterGivenLate
     EXPECT_EQ(judged.count(), 1) << "the refused x changed nothing";
     other->abortEditing();
     EXPECT_EQ(other->text(), "#7");
+}
+
+// Through a QDataWidgetMapper, and as a number or a date.
+TEST_F(LineEdit, AMapperReadsTheValueAndWritesItBackAndNumbersAndDatesHaveTheirOwnTypes)
+{
+    QStandardItemModel model(1, 2);
+    model.setData(model.index(0, 0), 1234.5);
+    model.setData(model.index(0, 1), QDate(2026, 3, 15));
+    WQLineEdit* amount = edit;
+    amount->setFormatterKind(WQLineEdit::Money);
+    WQLineEdit* date = other;
+    date->setFormatterKind(WQLineEdit::Date);
+    QDataWidgetMapper mapper;
+    mapper.setModel(&model);
+    mapper.addMapping(amount, 0);       // the user property: the value itself
+    mapper.addMapping(date, 1, "date"); // a model of QDates maps the date
+    mapper.toFirst();
+    EXPECT_EQ(amount->text(), "$1,234.50");
+    EXPECT_EQ(date->text(), "3/15/26");
+
+    // Tab: the mapper commits before the field has ended its edit.
+    amount->setFocus();
+    amount->selectAll();
+    QTest::keyClicks(amount, "99");
+    QTest::keyClick(amount, Qt::Key_Tab);
+    EXPECT_EQ(model.data(model.index(0, 0)), QVariant(99.0));
+    EXPECT_EQ(amount->text(), "$99.00");
+    ASSERT_TRUE(date->hasFocus());
+
+    QTest::keyClick(date, '+');
+    QTest::keyClick(date, Qt::Key_Return);
+    EXPECT_TRUE(test::spinUntil([&] { return model.data(model.index(0, 1)) == QDate(2026, 3, 16); }));
+
+    // A value changed elsewhere shows at once.
+    model.setData(model.index(0, 0), -5.0);
+    EXPECT_EQ(amount->text(), "-$5.00");
+
+    // Numbers and dates as their own types.
+    WQLineEdit number;
+    number.setFormatterKind(WQLineEdit::Decimal);
+    QSignalSpy values(&number, &WQLineEdit::valueChanged);
+    number.setValue(2.5);
+    EXPECT_EQ(number.objectValue(), QVariant(2.5));
+    ASSERT_EQ(values.count(), 1);
+    EXPECT_EQ(values.at(0).at(0).toDouble(), 2.5);
+    EXPECT_FALSE(number.date().isValid());
+
+    WQLineEdit longDate;
+    longDate.setFormatterKind(WQLineEdit::ExtendedDate);
+    QSignalSpy dates(&longDate, &WQLineEdit::dateChanged);
+    QSignalSpy numbers(&longDate, &WQLineEdit::valueChanged);
+    // QDate has no year 0: its year before 1 is -1, WQDate's is 0.
+    for (const QDate& day : {QDate(2024, 2, 29), QDate(-1, 12, 31)}) {
+        longDate.setDate(day);
+        EXPECT_EQ(longDate.date(), day);
+        EXPECT_EQ(dates.last().at(0).toDate(), day);
+    }
+    EXPECT_EQ(WQDateValue(longDate), WQDate(0, 12, 31));
+    EXPECT_EQ(longDate.value(), 0.0);
+    EXPECT_EQ(numbers.count(), 0);
+    longDate.setDate(QDate());
+    EXPECT_FALSE(longDate.objectValue().isValid());
+    EXPECT_EQ(longDate.text(), "");
+    EXPECT_EQ(dates.count(), 3);
+    EXPECT_FALSE(dates.last().at(0).toDate().isValid()) << "no date any more is a change too";
+}
+
+TEST(LineEditKind, EachKindInstallsItsFormatterPlacesFollowMoneyAndCodeMayChooseItsOwn)
+{
+    WQLineEdit field;
+    EXPECT_EQ(field.formatterKind(), WQLineEdit::NoFormatter);
+    EXPECT_EQ(field.places(), 2);
+
+    field.setFormatterKind(WQLineEdit::Date);
+    ASSERT_TRUE(is<WQDateFormatter>(field.formatter()));
+    EXPECT_FALSE(static_cast<const WQDateFormatter&>(*field.formatter()).showCentury());
+    field.setFormatterKind(WQLineEdit::ExtendedDate);
+    ASSERT_TRUE(is<WQDateFormatter>(field.formatter()));
+    EXPECT_TRUE(static_cast<const WQDateFormatter&>(*field.formatter()).showCentury());
+    field.setFormatterKind(WQLineEdit::WholeNumber);
+    EXPECT_TRUE(is<WQPositiveIntegerFormatter>(field.formatter()));
+    field.setFormatterKind(WQLineEdit::Decimal);
+    EXPECT_TRUE(is<WQDecimalFormatter>(field.formatter()));
+    field.setFormatterKind(WQLineEdit::Money);
+    EXPECT_TRUE(is<WQMoneyFormatter>(field.formatter()));
+    EXPECT_FALSE(is<WQCalculateMoneyFormatter>(field.formatter()));
+    // The shared system formatter of those places.
+    EXPECT_EQ(field.formatter(), WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2));
+    field.setFormatterKind(WQLineEdit::CalculatingMoney);
+    EXPECT_EQ(field.formatter(), WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 2, true));
+    EXPECT_EQ(field.formatterKind(), WQLineEdit::CalculatingMoney);
+    field.setFormatterKind(WQLineEdit::NoFormatter);
+    EXPECT_EQ(field.formatter(), nullptr);
+
+    // Places replace only money formatters.
+    field.setFormatterKind(WQLineEdit::Money);
+    field.setObjectValue(4.25);
+    field.setPlaces(0);
+    EXPECT_EQ(field.formatter(), WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 0));
+    EXPECT_EQ(field.text(), QStringLiteral("$4"));
+    field.setPlaces(42); // beyond what the money display handles
+    EXPECT_EQ(field.places(), 9);
+
+    field.setFormatterKind(WQLineEdit::Decimal);
+    const auto decimal = field.formatter();
+    field.setPlaces(3);
+    EXPECT_EQ(field.formatter(), decimal);
+    // The places wait for the next money kind.
+    field.setFormatterKind(WQLineEdit::Money);
+    EXPECT_EQ(field.formatter(), WQMoneyFormatter::moneyFormatterForDelegate(nullptr, 3));
+
+    // A formatter from code is custom and stays until a kind is chosen.
+    field.setFormatterKind(WQLineEdit::Date);
+    const auto own = std::make_shared<WQDateFormatter>(QStringLiteral("yyyy-MM-dd"));
+    field.setFormatter(own);
+    EXPECT_EQ(field.formatterKind(), WQLineEdit::Custom);
+    field.setFormatterKind(WQLineEdit::Custom);
+    field.setPlaces(4);
+    EXPECT_EQ(field.formatter(), own);
+    // Choosing the kind it had before installs a new formatter of that kind.
+    field.setFormatterKind(WQLineEdit::Date);
+    EXPECT_NE(field.formatter(), own);
+    EXPECT_EQ(field.formatterKind(), WQLineEdit::Date);
+    field.setFormatter(nullptr);
+    EXPECT_EQ(field.formatterKind(), WQLineEdit::NoFormatter);
 }

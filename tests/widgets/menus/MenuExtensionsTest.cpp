@@ -1,15 +1,65 @@
-#include <gtest/gtest.h>
+// Menu items and the messages they send: found and removed by action, sent
+// to their target, the focused widget or the window's controller.
+
+#include "FieldTesting.h"
 
 #include <WQGeneral/menus/WQActionMessage.h>
 #include <WQGeneral/menus/WQMenuExtensions.h>
 
 #include <QAction>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
 
 using namespace wq;
 
 namespace {
+
+class Receiver : public QObject {
+    Q_OBJECT
+public:
+    QStringList calls;
+    QObject* lastSender = nullptr;
+
+public slots:
+    void bare() { calls << QStringLiteral("bare"); }
+    void withSender(QObject* sender)
+    {
+        calls << QStringLiteral("withSender");
+        lastSender = sender;
+    }
+    void typed(QAction* sender)
+    {
+        calls << QStringLiteral("typed:") + sender->text();
+        lastSender = sender;
+    }
+    // Both forms: the one that takes the sender wins.
+    void both() { calls << QStringLiteral("both()"); }
+    void both(QObject* sender)
+    {
+        calls << QStringLiteral("both(sender)");
+        lastSender = sender;
+    }
+    // Takes a class the sender is not: only reachable without a sender.
+    void wrongType(QLineEdit*) { calls << QStringLiteral("wrongType"); }
+
+signals:
+    void notAnAction();
+};
+
+// A field that answers "paste" itself, inside a window whose controller
+// answers "save".
+class Field : public QLineEdit {
+    Q_OBJECT
+public:
+    using QLineEdit::QLineEdit;
+    int pastes = 0;
+public slots:
+    void pasteHere() { ++pastes; }
+};
 
 // A menu described by lines: "Title=action" adds an item, "-" a separator,
 // "Title=action>" opens a submenu for the items that follow, "<" closes it.
@@ -54,14 +104,13 @@ public:
         return parts.join(u' ');
     }
 
+    // The titles found; an empty list (never the answer) reads as nothing.
     static QString names(const std::optional<QList<QAction*>>& items)
     {
-        if (!items)
-            return QStringLiteral("(nothing)");
         QStringList out;
-        for (const QAction* item : *items)
+        for (const QAction* item : items.value_or(QList<QAction*>()))
             out << item->text();
-        return out.join(u' ');
+        return items ? out.join(u' ') : QStringLiteral("(nothing)");
     }
 
     QMenu root;
@@ -120,43 +169,31 @@ TEST(MenuExtensions, ItemWithActionLooksAtTheMenuItselfOnlyItemsWithActionDepthF
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.action) + (c.checkSubMenus ? " deep" : " flat"));
-        const auto found = itemsWithAction(g.root, c.action, c.checkSubMenus);
-        EXPECT_EQ(MenuFixture::names(found), QString::fromLatin1(c.found));
-        if (found) {
-            EXPECT_FALSE(found->isEmpty());
-        }
+        EXPECT_EQ(MenuFixture::names(itemsWithAction(g.root, c.action, c.checkSubMenus)), QString::fromLatin1(c.found));
     }
 }
 
 TEST(MenuExtensions, RemoveAllGoesIntoSubmenusAndTakesAdjacentMatchesAndWholeSubmenus)
 {
-    {
+    const std::pair<const char*, const char*> cases[] = {
+        {"openRecent", "New Open Recent[Clear] - Close Close All Revert"},
+        {"close", "New Open Recent[One Two Older[Three] Clear] - Revert"}, // two adjacent matches at the top
+        {"", "New Close Close All Revert"},                               // separators and submenu titles
+    };
+    for (const auto& [action, shape] : cases) {
         MenuFixture f(kFile);
-        removeAllItemsWithAction(f.root, "openRecent");
-        EXPECT_EQ(MenuFixture::shape(f.root), u"New Open Recent[Clear] - Close Close All Revert");
+        removeAllItemsWithAction(f.root, action);
+        EXPECT_EQ(MenuFixture::shape(f.root), QString::fromLatin1(shape)) << action;
     }
-    {
-        // Two adjacent matches at the top both go.
-        MenuFixture f(kFile);
-        removeAllItemsWithAction(f.root, "close");
-        EXPECT_EQ(MenuFixture::shape(f.root), u"New Open Recent[One Two Older[Three] Clear] - Revert");
-    }
-    {
-        // A match that holds a submenu goes with it; what it holds is not
-        // searched (its own matching item stays in the detached submenu).
-        MenuFixture f({QStringLiteral("Window=showWindow>"), QStringLiteral("Inside=showWindow"), QStringLiteral("<"),
-                       QStringLiteral("Other=other")});
-        QMenu* inner = f.root.actions().first()->menu<QMenu*>();
-        removeAllItemsWithAction(f.root, "showWindow");
-        EXPECT_EQ(MenuFixture::shape(f.root), u"Other");
-        EXPECT_EQ(MenuFixture::shape(*inner), u"Inside");
-    }
-    {
-        // "Sends nothing" takes separators and submenu titles.
-        MenuFixture f(kFile);
-        removeAllItemsWithAction(f.root, "");
-        EXPECT_EQ(MenuFixture::shape(f.root), u"New Close Close All Revert");
-    }
+
+    // A match that holds a submenu goes with it; what it holds is not
+    // searched (its own matching item stays in the detached submenu).
+    MenuFixture f({QStringLiteral("Window=showWindow>"), QStringLiteral("Inside=showWindow"), QStringLiteral("<"),
+                   QStringLiteral("Other=other")});
+    QMenu* inner = f.root.actions().first()->menu<QMenu*>();
+    removeAllItemsWithAction(f.root, "showWindow");
+    EXPECT_EQ(MenuFixture::shape(f.root), u"Other");
+    EXPECT_EQ(MenuFixture::shape(*inner), u"Inside");
 }
 
 TEST(MenuExtensions, AMenuThatHoldsItselfIsSearchedOnceAndAMenuBarLikeAMenu)
@@ -178,4 +215,83 @@ TEST(MenuExtensions, AMenuThatHoldsItselfIsSearchedOnceAndAMenuBarLikeAMenu)
     EXPECT_EQ(MenuFixture::shape(bar), u"File[]");
 }
 
+TEST(ActionMessage, FindsTheMethodByNameAndPassesTheSenderWhenItCan)
+{
+    Receiver receiver;
+    QAction item(QStringLiteral("Item"));
+    struct Case {
+        const char* action;
+        bool sent;
+        const char* call;
+    };
+    const Case cases[] = {
+        {"bare", true, "bare"},
+        {"withSender", true, "withSender"},
+        {"typed", true, "typed:Item"},
+        {"both", true, "both(sender)"},
+        {"wrongType", false, ""},
+        {"notAnAction", false, ""},
+        {"missing", false, ""},
+        {"", false, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.action);
+        receiver.calls.clear();
+        receiver.lastSender = nullptr;
+        EXPECT_EQ(WQSendAction(c.action, &receiver, &item), c.sent);
+        EXPECT_EQ(receiver.calls.join(u','), QString::fromLatin1(c.call));
+        if (c.sent && QByteArray(c.action) != "bare") {
+            EXPECT_EQ(receiver.lastSender, &item);
+        }
+    }
+}
+
+TEST(ActionMessage, ItemsSendTheirMessageToTheirTargetOrTheFocusedWidgetThenTheWindowController)
+{
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* toolbar = new QToolBar(&window);
+    auto* field = new Field(&window);
+    layout->addWidget(toolbar);
+    layout->addWidget(field);
+    Receiver controller;
+    window.setProperty(kWQWindowControllerProperty, QVariant::fromValue<QObject*>(&controller));
+    auto receiver = std::make_unique<Receiver>();
+    QAction* item = wq_addItemWithTitle(*toolbar, QStringLiteral("New"), "typed", receiver.get(),
+                                        QKeySequence(QStringLiteral("Ctrl+N")));
+    EXPECT_EQ(wq_action(*item), "typed");
+    EXPECT_EQ(wq_target(*item), receiver.get());
+    EXPECT_EQ(item->parent(), toolbar);
+    EXPECT_EQ(item->shortcut(), QKeySequence(QStringLiteral("Ctrl+N")));
+    test::showActive(window);
+
+    QTest::mouseClick(toolbar->widgetForAction(item), Qt::LeftButton);
+    EXPECT_EQ(receiver->calls, QStringList{QStringLiteral("typed:New")});
+    // A new message replaces the old one.
+    wq_setAction(*item, "bare", receiver.get());
+    QTest::mouseClick(toolbar->widgetForAction(item), Qt::LeftButton);
+    EXPECT_EQ(receiver->calls, QStringList({"typed:New", "bare"}));
+
+    receiver.reset();
+    EXPECT_EQ(wq_target(*item), nullptr);
+    QAction plain;
+    EXPECT_EQ(wq_action(plain), QByteArray());
+    EXPECT_EQ(wq_target(plain), nullptr);
+
+    // Without a target: the focused widget, then the window's controller.
+    field->setFocus();
+    ASSERT_TRUE(field->hasFocus());
+    EXPECT_EQ(WQTargetForAction("pasteHere"), field);
+    EXPECT_EQ(WQTargetForAction("bare"), &controller);
+    EXPECT_EQ(WQTargetForAction("nobodyAnswers"), nullptr);
+    EXPECT_FALSE(WQSendAction("nobodyAnswers", nullptr, item));
+    QMenu menu;
+    wq_addItemWithTitle(menu, QStringLiteral("Paste"), "pasteHere")->trigger();
+    wq_addItemWithTitle(menu, QStringLiteral("Bare"), "bare")->trigger();
+    EXPECT_EQ(field->pastes, 1);
+    EXPECT_EQ(controller.calls, QStringList{QStringLiteral("bare")});
+}
+
 } // namespace
+
+#include "MenuExtensionsTest.moc"

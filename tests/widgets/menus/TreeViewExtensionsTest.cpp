@@ -40,18 +40,16 @@ QStringList qtRows(const QTreeView& view)
     return rows;
 }
 
+// The rows as our functions walk them, a dot per level; on the way, checked
+// to be the rows Qt's view walks.
 QStringList ourRows(const QTreeView& view)
 {
-    QStringList rows;
-    for (int row = 0; row < numberOfRows(view); ++row)
-        rows << QString(levelForRow(view, row), u'.') + itemAtRow(view, row).data().toString();
-    return rows;
-}
-
-QStringList plain(QStringList rows)
-{
-    for (QString& row : rows)
-        row.remove(u'.');
+    QStringList rows, plain;
+    for (int row = 0; row < numberOfRows(view); ++row) {
+        plain << itemAtRow(view, row).data().toString();
+        rows << QString(levelForRow(view, row), u'.') + plain.last();
+    }
+    EXPECT_EQ(plain, qtRows(view));
     return rows;
 }
 
@@ -74,7 +72,6 @@ TEST(TreeViewExtensions, RowsAreTheViewsOwnRowsWithTheirLevelsAndParents)
     const QStringList all = {"Assets", ".Checking", ".Savings", "..Emergency", "..Vacation",
                              "Liabilities", ".Card", "Income"};
     EXPECT_EQ(ourRows(t.view), all);
-    EXPECT_EQ(plain(ourRows(t.view)), qtRows(t.view));
     EXPECT_FALSE(itemAtRow(t.view, 8).isValid());
     EXPECT_FALSE(itemAtRow(t.view, -1).isValid());
     EXPECT_EQ(levelForRow(t.view, 8), -1);
@@ -85,12 +82,12 @@ TEST(TreeViewExtensions, RowsAreTheViewsOwnRowsWithTheirLevelsAndParents)
     // Hidden rows and a root index are honoured as the view honours them.
     const QModelIndex savings = t.model.index(1, 0, t.model.index(0, 0));
     t.view.setRowHidden(0, savings, true);
-    EXPECT_EQ(plain(ourRows(t.view)), qtRows(t.view));
+    EXPECT_EQ(ourRows(t.view),
+              QStringList({"Assets", ".Checking", ".Savings", "..Vacation", "Liabilities", ".Card", "Income"}));
     t.view.setRootIndex(t.model.index(0, 0));
     EXPECT_EQ(ourRows(t.view), QStringList({"Checking", "Savings", ".Vacation"}));
     EXPECT_EQ(rowForItem(t.view, vacation), 2);
     EXPECT_EQ(rowForItem(t.view, t.model.index(1, 0)), -1);
-    EXPECT_EQ(plain(ourRows(t.view)), qtRows(t.view));
 
     // Parent rows, of every row and of rows outside.
     t.view.setRootIndex(QModelIndex());
@@ -153,7 +150,6 @@ TEST(TreeViewExtensions, ExpandAllItemsVisitsRowsThatAppearOnTheWay)
     // A, its three children and their three each; the same for B.
     EXPECT_EQ(numberOfRows(view), 2 * (1 + 3 + 9));
     EXPECT_EQ(model.fetches, 2 * (1 + 3));
-    EXPECT_EQ(plain(ourRows(view)), qtRows(view));
     EXPECT_EQ(ourRows(view).mid(0, 6), QStringList({"A", ".A1", "..A11", "..A12", "..A13", ".A2"}));
 
     // Rows added when the view announces an expansion are visited too, also

@@ -5,6 +5,7 @@
 #include <WQGeneral/money/WQMoneyFormatter.h>
 
 #include "FieldTesting.h"
+#include "KeyTyping.h"
 #include "MoneyTestSupport.h"
 #include "WQTestSupport.h"
 
@@ -16,22 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Presses keys, '\b' being Backspace; answers the text.
-QString typed(WQLineEdit& edit, const QString& keys)
+// Each row's keys ('\b' is Backspace) to the focused field, then the text
+// expected after them.
+void steps(const WQLineEdit& edit, std::initializer_list<std::pair<QString, QString>> rows)
 {
-    for (QChar key : keys) {
-        if (key == u'\b')
-            QTest::keyClick(&edit, Qt::Key_Backspace);
-        else
-            QTest::keyClicks(&edit, QString(key));
+    for (const auto& [keys, text] : rows) {
+        test::type(keys);
+        EXPECT_EQ(edit.QLineEdit::text(), text) << "after " << keys.toStdString();
     }
-    return edit.QLineEdit::text();
-}
-// Each row's keys, then the text expected after them.
-void steps(WQLineEdit& edit, std::initializer_list<std::pair<QString, QString>> rows)
-{
-    for (const auto& [keys, text] : rows)
-        EXPECT_EQ(typed(edit, keys), text) << "after " << keys.toStdString();
 }
 
 class MoneyFields : public test::MoneyTest {
@@ -42,6 +35,7 @@ protected:
         auto edit = std::make_unique<WQLineEdit>(owner.moneyFormatter());
         edit->show();
         edit->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(edit.get()));
         edit->setFocus();
         return edit;
     }
@@ -59,12 +53,12 @@ TEST_F(MoneyFields, BothTypingModesWithRealKeys)
     QSignalSpy refusals(edit.get(), &WQLineEdit::editRefused);
     steps(*edit, {{u"1234"_s, u"$1,234"_s}, {u"-"_s, u"-$1,234"_s}, {u"-.56"_s, u"$1,234.56"_s}});
     EXPECT_EQ(refusals.count(), 0);
-    EXPECT_EQ(typed(*edit, u"a"_s), u"$1,234.56");
+    steps(*edit, {{u"a"_s, u"$1,234.56"_s}});
     ASSERT_EQ(refusals.count(), 1);
     EXPECT_EQ(refusals.at(0).at(0).toString(), test::notValid(u"a"_s));
     // Backspace over a group keeps the caret among the digits.
     edit->setCursorPosition(4); // $1,2|34.56
-    EXPECT_EQ(typed(*edit, u"\b"_s), u"$134.56");
+    steps(*edit, {{u"\b"_s, u"$134.56"_s}});
     EXPECT_EQ(edit->cursorPosition(), 2);
     QTest::keyClick(edit.get(), Qt::Key_Return);
     EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), 134.56);
@@ -92,7 +86,7 @@ TEST_F(MoneyFields, KeypadDecimalKeyAndArabicAndPersianDigitsTypeWhatTheFieldRea
     EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), 12.5);
     // The main keyboard's "." stays the German grouping key.
     edit->selectAll();
-    EXPECT_EQ(typed(*edit, u"1.5"_s), u"15 €");
+    steps(*edit, {{u"1.5"_s, u"15 €"_s}});
 }
 
 // Undo steps and the end of a refusal are the field session's; here the keys
@@ -101,8 +95,6 @@ TEST_F(MoneyFields, EscapeGivesTheEditUpAndTheContextMenuUndoesThat)
 {
     test::ScopedLocale locale(u"en_US"_s);
     const auto edit = field();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(edit.get()));
-    edit->setFocus();
     edit->setObjectValue(12.5);
     edit->selectAll();
     steps(*edit, {{u"91x2"_s, u"$912"_s}});
