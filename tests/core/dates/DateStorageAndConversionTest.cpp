@@ -75,7 +75,7 @@ TEST(DateStorage, ReadersAtTheirBoundaries)
     EXPECT_EQ(WQDate::optimizedDateWithCStringXMLFormat(tiny.get()), WQDate(7, 0, 0));
 }
 
-TEST(DateConversion, MidnightKeepsTheDateInEveryZone)
+TEST(DateConversion, MidnightKeepsTheDateInEveryZoneAndInADaylightSavingGap)
 {
     const WQDate dates[] = {WQDate(2024, 3, 5), WQDate(2018, 11, 4), WQDate(2024, 3, 31), WQDate(2024, 10, 27),
                             WQDate(1970, 1, 1), WQDate(1, 1, 1), WQDate(9999, 12, 31), WQDate(2024, 2, 29)};
@@ -90,10 +90,6 @@ TEST(DateConversion, MidnightKeepsTheDateInEveryZone)
             EXPECT_EQ(moment.toLocalTime().date().day(), int(date.dayOfMonth()));
         }
     }
-}
-
-TEST(DateConversion, MidnightInADaylightSavingGap)
-{
     // Sao Paulo skipped from 00:00 to 01:00 on 2018-11-04.
     ScopedTimeZone scoped("America/Sao_Paulo");
     const QDateTime moment = WQDate(2018, 11, 4).nsDate(), dayBefore = WQDate(2018, 11, 3).nsDate();

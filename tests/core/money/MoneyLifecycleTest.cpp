@@ -20,16 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Senders = std::vector<const WQNotificationSender*>;
-
-// Remembers the objects of the postings of one notification name.
-struct Heard {
-    explicit Heard(const QString& name = kWQNotif_MoneyFormatterChanged)
-    {
-        observation.observe(name, nullptr, [this](const WQNotification& n) { objects.push_back(n.object); });
-    }
-    Senders objects;
-    WQObservation observation;
-};
+using test::Heard;
 
 std::shared_ptr<WQMoneyFormatter> shared(WQMoneyFormatterDelegate& owner, qint8 places = 2, bool calculating = false)
 {
@@ -104,7 +95,8 @@ TEST(MoneyRegistry, OwnerGoneWithoutNoticeIsNotCalled)
 
 TEST(MoneyOwner, PostsItsNotificationsAndItsFormattersFollowAtOnce)
 {
-    Heard changes, currencies(kWQNotification_CurrencyChanged), removals(kWQNotification_DelegateRemoved);
+    Heard changes(kWQNotif_MoneyFormatterChanged), currencies(kWQNotification_CurrencyChanged),
+        removals(kWQNotification_DelegateRemoved);
     auto owner = std::make_unique<WQMoneyFormatterOwner>(test::dollarDict());
     const auto plain = owner->moneyFormatter();
     const auto calculating = owner->moneyFormatter(0, true);
@@ -200,7 +192,7 @@ TEST(MoneySettings, SystemSymbolTakesThePatternsBlank)
 
 TEST(MoneyNotifications, FirstReadSilentABurstReadOnceLaterReadsPostOnlyChanges)
 {
-    Heard changes;
+    Heard changes(kWQNotif_MoneyFormatterChanged);
     WQMoneyFormatterOwner owner(test::dollarDict()), other(test::dollarDict());
     const auto f = shared(owner); // straight from the registry: re-read on notice only
     const auto untouched = shared(other);
@@ -232,7 +224,7 @@ TEST(MoneyNotifications, FirstReadSilentABurstReadOnceLaterReadsPostOnlyChanges)
 
 TEST(MoneyNotifications, NumberPreferencesReachFormattersWithoutOwner)
 {
-    Heard changes;
+    Heard changes(kWQNotif_MoneyFormatterChanged);
     WQMoneyFormatter system;
     EXPECT_EQ(system.stringForAmount(-1234.5), u"-$1,234.50");
     {
