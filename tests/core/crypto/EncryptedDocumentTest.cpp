@@ -177,36 +177,35 @@ TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
 
 TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
 {
+    using E = WQEnvelopeError;
     const QString good = keyedEnvelope();
     const auto errorOf = [](const QString& envelope, const QString& password = QStringLiteral("pw")) {
         return xml_decryptDocumentWithPassword(envelope, password).error;
     };
-    const auto replaced = [&good](const char* from, const char* to) {
-        QString text = good;
-        const qsizetype i = text.indexOf(QLatin1StringView(from));
-        EXPECT_GE(i, 0) << from;
-        return text.replace(i, qsizetype(strlen(from)), QLatin1StringView(to));
-    };
-    // (Other documents, lengths, counts, truncations: the hostile corpus.)
-    using E = WQEnvelopeError;
     EXPECT_EQ(errorOf(QStringLiteral("plain text, not XML")), E::NotAnEnvelope);
     EXPECT_EQ(errorOf(QStringLiteral("<EncryptedData/>")), E::NotAnEnvelope);   // no namespace
-
-    EXPECT_EQ(errorOf(replaced("aes128-cbc", "aes256-cbc")), E::UnsupportedAlgorithm);
-    EXPECT_EQ(errorOf(replaced("#pbkdf2", "#scrypt")), E::UnsupportedAlgorithm);
-    EXPECT_EQ(errorOf(replaced("hmac-sha1", "hmac-md5")), E::UnsupportedAlgorithm);
-
-    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>many")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>0")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("c2FsdHNhbHQ=", "c2FsdHNhbHR=")), E::DamagedValue);   // non-canonical last group
-    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMdB==")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVg")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEq")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("<ds:KeyInfo", "<q:KeyInfo")), E::DamagedValue);   // an undeclared prefix
-
-    // The cipher refuses: a wrong password, or a changed last block.
     EXPECT_EQ(errorOf(good, QStringLiteral("not the password")), E::WrongPasswordOrDamaged);
-    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMeA==")), E::WrongPasswordOrDamaged);
+
+    // One change to the good envelope. (Other documents, lengths, counts,
+    // truncations: the hostile corpus.)
+    const struct { const char* from; const char* to; E error; } changes[] = {
+        {"aes128-cbc", "aes256-cbc", E::UnsupportedAlgorithm}, {"#pbkdf2", "#scrypt", E::UnsupportedAlgorithm},
+        {"hmac-sha1", "hmac-md5", E::UnsupportedAlgorithm}, {"<IterationCount>1000", "<IterationCount>0", E::DamagedValue},
+        {"<IterationCount>1000", "<IterationCount>many", E::DamagedValue},
+        {"c2FsdHNhbHQ=", "c2FsdHNhbHR=", E::DamagedValue},   // non-canonical last group
+        {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMdB==", E::DamagedValue},
+        {"SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVg", E::DamagedValue},
+        {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEq", E::DamagedValue},
+        {"<ds:KeyInfo", "<q:KeyInfo", E::DamagedValue},   // an undeclared prefix
+        // The cipher refuses a changed last block as it refuses a wrong password.
+        {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMeA==", E::WrongPasswordOrDamaged},
+    };
+    for (const auto& [from, to, error] : changes) {
+        QString changed = good;
+        const qsizetype at = changed.indexOf(QLatin1StringView(from));
+        ASSERT_GE(at, 0) << from;
+        EXPECT_EQ(errorOf(changed.replace(at, qsizetype(strlen(from)), QLatin1StringView(to))), error) << from << " to " << to;
+    }
 
     // The size limit is the application's to raise. (Floods, entities and
     // absurd counts are the hostile corpus's.)

@@ -112,7 +112,6 @@ TEST(DateText, RegionalSettingsChangeNeverReusesNames)
     EXPECT_EQ(inLocale("fr_FR", "%A %e %B"), "mardi 5 mars");
     EXPECT_EQ(inLocale("en_US", "%A %B"), "Tuesday March");
 
-    EXPECT_EQ(date.description(), "2024-03-05");
     EXPECT_EQ(date.descriptionWithLocale(englishNames()), "2024-03-05");
     EXPECT_EQ(WQDate(33, 3, 5).description(), "0033-03-05");
     EXPECT_EQ(WQDate(33, 3, 5).debugDescription(), "33-03-05");
