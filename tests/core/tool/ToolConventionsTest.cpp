@@ -5,7 +5,6 @@
 
 #include "ToolRunner.h"
 
-#include <QProcess>
 #include <QRegularExpression>
 
 #include <functional>
@@ -28,15 +27,10 @@ protected:
     // What bash offers for the words of a command line, the last one being typed.
     QStringList complete(const QStringList& words) const
     {
-        QProcess bash;
-        bash.setWorkingDirectory(dir.path());
-        bash.start(QStringLiteral("bash"),
-                   QStringList{QStringLiteral("-c"),
-                               QStringLiteral("source \"$0\"; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($#-1)); _wq; "
-                                              "printf '%s\\n' \"${COMPREPLY[@]}\""),
-                               QStringLiteral(WQ_COMPLETION)} + words);
-        bash.waitForFinished(30000);
-        QStringList offered = QString::fromUtf8(bash.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+        const QString script = QStringLiteral("cd \"$1\"; source \"$0\"; shift; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($#-1)); _wq; "
+                                              "printf '%s\\n' \"${COMPREPLY[@]}\"");
+        const ToolRun bash = runProgram(QStringLiteral("bash"), QStringList{"-c", script, WQ_COMPLETION, dir.path()} + words);
+        QStringList offered = QString::fromUtf8(bash.out).split(u'\n', Qt::SkipEmptyParts);
         offered.sort();
         return offered;
     }
