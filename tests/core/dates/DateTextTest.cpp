@@ -94,7 +94,6 @@ TEST(DateText, BadDirectivesRaiseAndCacheNothingEqualNamesShareKeys)
     EXPECT_THROW((void)date.descriptionWithCalendarFormat("%d %", names), wq::NSRangeException);
 
     const QString key = date.cacheKeyForFormat("%d/%m", names);
-    EXPECT_TRUE(key.startsWith("%d/%m ") && key.endsWith(" 2024 3 5"));
     EXPECT_EQ(date.cacheKeyForFormat("%d/%m", englishNames()), key) << "built separately, equal";
     EXPECT_NE(date.cacheKeyForFormat("%d/%m", withMonths({"Jan."})), key);
 }
