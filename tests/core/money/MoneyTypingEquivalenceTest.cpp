@@ -38,21 +38,14 @@ WQStandardTypingAnswer referenceTyping(const WQStandardTypingSettings& s, const 
         const qsizetype point = _wq_find(scratch, decimal);
         if (point >= 0) {
             const qsizetype after = point + decimal.size();
-            if (after < scratch.size() && _wq_find(scratch, decimal, after) >= 0) {
-                answer.kind = WQStandardTypingAnswer::Kind::RefusedTwice;
-                return answer;
-            }
-            qsizetype limit = s.places;
-            if (scratch.endsWith(u')') || scratch.endsWith(u'-'))
-                ++limit;
-            if (scratch.size() - after > limit) {
-                answer.kind = WQStandardTypingAnswer::Kind::RefusedSilently;
-                return answer;
-            }
+            if (after < scratch.size() && _wq_find(scratch, decimal, after) >= 0)
+                return {WQStandardTypingAnswer::Kind::RefusedTwice};
+            const qsizetype limit = s.places + (scratch.endsWith(u')') || scratch.endsWith(u'-') ? 1 : 0);
+            if (scratch.size() - after > limit)
+                return {WQStandardTypingAnswer::Kind::RefusedSilently};
         }
     }
     QString text = proposed;
-    bool negative = false;
     _wq_removeAll(text, thousands, caret);
     collapseDoubled(text, decimal, caret);
     _wq_removeAll(text, symbol, caret);
@@ -62,17 +55,13 @@ WQStandardTypingAnswer referenceTyping(const WQStandardTypingSettings& s, const 
                 _wq_removeAll(text, QStringView(&c, 1), caret);
         }
     }
-    if (_wq_removeAll(text, u"-", caret) % 2)
-        negative = !negative;
-    if (_wq_removeAll(text, u"(", caret) % 2)
-        negative = !negative;
+    const bool oddMinus = _wq_removeAll(text, u"-", caret) % 2;
+    const bool negative = oddMinus != bool(_wq_removeAll(text, u"(", caret) % 2);
     _wq_removeAll(text, u")", caret);
     _wq_dropLeadingZeros(text, caret);
     if (s.grouping[negative] && !thousands.isEmpty()) {
         _wq_insertGrouping(text, thousands, decimal, [&](qsizetype q) {
-            if (q >= caret)
-                return;
-            if (!deleting || QStringView(text).mid(caret, thousands.size()) != thousands)
+            if (q < caret && (!deleting || QStringView(text).mid(caret, thousands.size()) != thousands))
                 ++caret;
         });
     }
