@@ -32,7 +32,8 @@ struct NamedPath {
     const char* name;
 };
 
-constexpr NamedPath kVectorPaths[] = {{WQBase64Path::SSSE3, "SSSE3"}, {WQBase64Path::AVX2, "AVX2"}, {WQBase64Path::AVX512, "AVX-512"}};
+constexpr NamedPath kVectorPaths[] = {
+    {WQBase64Path::SSSE3, "SSSE3"}, {WQBase64Path::AVX2, "AVX2"}, {WQBase64Path::AVX512, "AVX-512"}};
 
 // The vector paths this processor offers.
 std::vector<NamedPath> vectorPaths()
