@@ -30,6 +30,10 @@ WQStandardTypingAnswer referenceTyping(const WQStandardTypingSettings& s, const 
 {
     const QString decimal = s.decimal.toString(), thousands = s.thousands.toString(), symbol = s.symbol.toString();
     WQStandardTypingAnswer answer;
+    const auto refused = [&answer](WQStandardTypingAnswer::Kind kind) {
+        answer.kind = kind;
+        return answer;
+    };
     {
         QString scratch = proposed;
         qsizetype ignored = 0;
@@ -39,10 +43,10 @@ WQStandardTypingAnswer referenceTyping(const WQStandardTypingSettings& s, const 
         if (point >= 0) {
             const qsizetype after = point + decimal.size();
             if (after < scratch.size() && _wq_find(scratch, decimal, after) >= 0)
-                return {WQStandardTypingAnswer::Kind::RefusedTwice};
+                return refused(WQStandardTypingAnswer::Kind::RefusedTwice);
             const qsizetype limit = s.places + (scratch.endsWith(u')') || scratch.endsWith(u'-') ? 1 : 0);
             if (scratch.size() - after > limit)
-                return {WQStandardTypingAnswer::Kind::RefusedSilently};
+                return refused(WQStandardTypingAnswer::Kind::RefusedSilently);
         }
     }
     QString text = proposed;
