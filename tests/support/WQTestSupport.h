@@ -1,6 +1,7 @@
 #pragma once
 // Helpers shared by the test binaries.
 
+#include <WQGeneral/platform/WQNotificationCenter.h>
 #include <WQGeneral/platform/WQRegionalSettings.h>
 #include <WQGeneral/platform/WQTypes.h>
 
@@ -14,6 +15,7 @@
 #include <functional>
 #include <ostream>
 #include <string>
+#include <vector>
 
 // Readable failures for the framework's text and range types.
 QT_BEGIN_NAMESPACE
@@ -54,6 +56,20 @@ public:
 private:
     static void handler(QtMsgType, const QMessageLogContext&, const QString& message) { lines().append(message); }
     QtMessageHandler _previous;
+};
+
+// The notifications of one name that reach the default centre, in order.
+struct Heard {
+    explicit Heard(const QString& name)
+    {
+        observation.observe(name, nullptr, [this](const WQNotification& n) {
+            seen.push_back(n);
+            objects.push_back(n.object);
+        });
+    }
+    std::vector<WQNotification> seen;
+    std::vector<const WQNotificationSender*> objects; // the senders of seen
+    WQObservation observation;
 };
 
 // n bytes the generator seeded with seed makes; the same on every run.

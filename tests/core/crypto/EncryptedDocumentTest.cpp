@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
-#include <QRegularExpression>
 
 #include "WQTextBytes.h"
 
@@ -30,10 +29,13 @@ const QString kMiddle = QStringLiteral(
     "<CipherData><CipherValue>");
 const QString kTail = QStringLiteral("</CipherValue></CipherData></EncryptedData>");
 
-// An envelope made with a fixed key, salt and IV.
+// A fixed salt and IV, the key the password "pw" derives with them, and an
+// envelope of "<a/>" made with them and a key.
+const QByteArray kSalt = "saltsalt", kIV = "IVIVIVIVIVIVIVIV";
+const WQAESKey kPwKey = pkcs_pbkdf2_derive_aes128_key_with_salt(QStringLiteral("pw"), kSalt);
 QString keyedEnvelope(const QByteArray& key = "0123456789abcdef")
 {
-    return xml_encryptDocumentWithKey(QStringLiteral("<a/>"), key, "saltsalt", "IVIVIVIVIVIVIVIV");
+    return xml_encryptDocumentWithKey(QStringLiteral("<a/>"), key, kSalt, kIV);
 }
 
 QString between(const QString& text, QStringView open, QStringView close)
@@ -153,18 +155,16 @@ TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
         QStringLiteral("<a b='1' b='2'/>"), QStringLiteral("<a>\u0001</a>"), QStringLiteral("<a></b>"),
         QStringLiteral("<a>&bogus;</a>"), QStringLiteral("<a>]]></a>"),
     };
-    const QByteArray salt = "saltsalt", iv = "IVIVIVIVIVIVIVIV";
     const QString password = QStringLiteral("pw");
-    const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
     for (const QString& text : texts) {
         const QByteArray utf8 = text.toUtf8();
         EXPECT_FALSE(xml_isWellFormedDocumentUTF8(utf8)) << text.toStdString();
         EXPECT_TRUE(xml_encryptDocumentWithPassword(text, password).isEmpty()) << text.toStdString();
         EXPECT_TRUE(xml_encryptDocumentUTF8WithPassword(utf8, password).isEmpty());
-        EXPECT_TRUE(xml_encryptDocumentWithKey(text, key.bytes(), salt, iv).isEmpty());
+        EXPECT_TRUE(xml_encryptDocumentWithKey(text, kPwKey.bytes(), kSalt, kIV).isEmpty());
         // An envelope made some other way around such a text does not open.
-        const QString sealed = kHead + QString::fromLatin1(salt.toBase64()) + kMiddle + QString::fromLatin1(iv.toBase64())
-            + QString::fromLatin1(AES128EncryptWithDerivedKey(utf8, key.bytes(), iv)->toBase64()) + kTail;
+        const QString sealed = kHead + QString::fromLatin1(kSalt.toBase64()) + kMiddle + QString::fromLatin1(kIV.toBase64())
+            + QString::fromLatin1(AES128EncryptWithDerivedKey(utf8, kPwKey.bytes(), kIV)->toBase64()) + kTail;
         EXPECT_EQ(xml_decryptDocumentWithPassword(sealed, password).error, WQEnvelopeError::WrongPasswordOrDamaged);
         EXPECT_TRUE(opensAs(xml_encryptDocumentAuthenticatedWithPassword(text, password, 1), password, text));
     }
@@ -177,37 +177,45 @@ TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
 
 TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
 {
+    using E = WQEnvelopeError;
     const QString good = keyedEnvelope();
     const auto errorOf = [](const QString& envelope, const QString& password = QStringLiteral("pw")) {
         return xml_decryptDocumentWithPassword(envelope, password).error;
     };
-    const auto replaced = [&good](const char* from, const char* to) {
-        QString text = good;
-        const qsizetype i = text.indexOf(QLatin1StringView(from));
-        EXPECT_GE(i, 0) << from;
-        return text.replace(i, qsizetype(strlen(from)), QLatin1StringView(to));
-    };
-    // (Other documents, lengths, counts, truncations: the hostile corpus.)
-    using E = WQEnvelopeError;
     EXPECT_EQ(errorOf(QStringLiteral("plain text, not XML")), E::NotAnEnvelope);
     EXPECT_EQ(errorOf(QStringLiteral("<EncryptedData/>")), E::NotAnEnvelope);   // no namespace
-
-    EXPECT_EQ(errorOf(replaced("aes128-cbc", "aes256-cbc")), E::UnsupportedAlgorithm);
-    EXPECT_EQ(errorOf(replaced("#pbkdf2", "#scrypt")), E::UnsupportedAlgorithm);
-    EXPECT_EQ(errorOf(replaced("hmac-sha1", "hmac-md5")), E::UnsupportedAlgorithm);
-
-    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>many")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("<IterationCount>1000", "<IterationCount>0")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("c2FsdHNhbHQ=", "c2FsdHNhbHR=")), E::DamagedValue);   // non-canonical last group
-    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMdB==")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVg")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEq")), E::DamagedValue);
-    EXPECT_EQ(errorOf(replaced("<ds:KeyInfo", "<q:KeyInfo")), E::DamagedValue);   // an undeclared prefix
-
-    // The cipher refuses: a wrong password, or a changed last block.
     EXPECT_EQ(errorOf(good, QStringLiteral("not the password")), E::WrongPasswordOrDamaged);
-    EXPECT_EQ(errorOf(replaced("cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMeA==")), E::WrongPasswordOrDamaged);
-    for (const WQEnvelopeError error : {E::NotAnEnvelope, E::UnsupportedAlgorithm, E::DamagedValue, E::WrongPasswordOrDamaged})
+
+    // One change to the good envelope. (Other documents, lengths, counts,
+    // truncations: the hostile corpus.)
+    const struct { const char* from; const char* to; E error; } changes[] = {
+        {"aes128-cbc", "aes256-cbc", E::UnsupportedAlgorithm}, {"#pbkdf2", "#scrypt", E::UnsupportedAlgorithm},
+        {"hmac-sha1", "hmac-md5", E::UnsupportedAlgorithm}, {"<IterationCount>1000", "<IterationCount>0", E::DamagedValue},
+        {"<IterationCount>1000", "<IterationCount>many", E::DamagedValue},
+        {"c2FsdHNhbHQ=", "c2FsdHNhbHR=", E::DamagedValue},   // non-canonical last group
+        {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMdB==", E::DamagedValue},
+        {"SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVg", E::DamagedValue},
+        {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEq", E::DamagedValue},
+        {"<ds:KeyInfo", "<q:KeyInfo", E::DamagedValue},   // an undeclared prefix
+        // The cipher refuses a changed last block as it refuses a wrong password.
+        {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMeA==", E::WrongPasswordOrDamaged},
+    };
+    for (const auto& [from, to, error] : changes) {
+        QString changed = good;
+        const qsizetype at = changed.indexOf(QLatin1StringView(from));
+        ASSERT_GE(at, 0) << from;
+        EXPECT_EQ(errorOf(changed.replace(at, qsizetype(strlen(from)), QLatin1StringView(to))), error) << from << " to " << to;
+    }
+
+    // The size limit is the application's to raise. (Floods, entities and
+    // absurd counts are the hostile corpus's.)
+    WQEnvelopeLimits small;
+    small.maximumSize = good.size() - 1;
+    EXPECT_EQ(xml_decryptDocumentWithPassword(good, QStringLiteral("pw"), small).error, E::TooLarge);
+    EXPECT_EQ(xml_inspectEnvelope(good, small).error, E::TooLarge);
+    small.maximumSize = good.size();
+    EXPECT_NE(xml_decryptDocumentWithPassword(good, QStringLiteral("pw"), small).error, E::TooLarge);
+    for (const E error : {E::NotAnEnvelope, E::UnsupportedAlgorithm, E::DamagedValue, E::WrongPasswordOrDamaged, E::TooLarge})
         EXPECT_FALSE(WQEnvelopeErrorDescription(error).isEmpty());
 }
 
@@ -300,16 +308,14 @@ TEST(EncryptedDocument, PaddingOracleReplayGetsOneAnswer)
     // failed. Each of the 255 changes of the byte that decides the padding
     // (and of the first byte, which decides the document) must give the
     // same answer as a wrong password, with no text coming out.
-    const QByteArray salt = "saltsalt", iv = "IVIVIVIVIVIVIVIV";
     const QString password = QStringLiteral("pw");
-    const WQAESKey key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, salt);
-    const QString envelope = xml_encryptDocumentWithKey(QStringLiteral("<a>x</a>"), key.bytes(), salt, iv);
-    const QString ivText = QString::fromLatin1(iv.toBase64());
+    const QString envelope = xml_encryptDocumentWithKey(QStringLiteral("<a>x</a>"), kPwKey.bytes(), kSalt, kIV);
+    const QString ivText = QString::fromLatin1(kIV.toBase64());
     ASSERT_TRUE(opensAs(envelope, password, QStringLiteral("<a>x</a>")));
     const WQEnvelopeError wrongPassword = xml_decryptDocumentWithPassword(envelope, QStringLiteral("guess")).error;
     for (const int at : {15, 0}) {
         for (int change = 1; change < 256; ++change) {
-            QByteArray changed = iv;
+            QByteArray changed = kIV;
             changed[at] = char(changed[at] ^ change);
             const WQDecryptedDocument opened = xml_decryptDocumentWithPassword(
                 QString(envelope).replace(ivText, QString::fromLatin1(changed.toBase64())), password);
@@ -317,19 +323,6 @@ TEST(EncryptedDocument, PaddingOracleReplayGetsOneAnswer)
             ASSERT_TRUE(opened.document.isEmpty());
         }
     }
-}
-
-TEST(EncryptedDocument, SizeLimitIsTheApplicationsToRaise)
-{
-    // (Floods, entities and absurd counts are the hostile corpus's.)
-    const QString good = keyedEnvelope();
-    WQEnvelopeLimits small;
-    small.maximumSize = good.size() - 1;
-    EXPECT_EQ(xml_decryptDocumentWithPassword(good, QStringLiteral("pw"), small).error, WQEnvelopeError::TooLarge);
-    EXPECT_EQ(xml_inspectEnvelope(good, small).error, WQEnvelopeError::TooLarge);
-    small.maximumSize = good.size();
-    EXPECT_NE(xml_decryptDocumentWithPassword(good, QStringLiteral("pw"), small).error, WQEnvelopeError::TooLarge);
-    EXPECT_FALSE(WQEnvelopeErrorDescription(WQEnvelopeError::TooLarge).isEmpty());
 }
 
 TEST(EncryptedDocument, TextBecomesTheSameUTF8AsQtMakesIt)

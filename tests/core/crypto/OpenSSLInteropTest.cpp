@@ -3,9 +3,10 @@
 
 #include <WQGeneral/crypto/WQEncryptedDocument.h>
 
+#include "ToolRunner.h"
+
 #include <gtest/gtest.h>
 
-#include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
 
@@ -18,15 +19,13 @@ namespace {
 // Runs "openssl <command>" (arguments separated by single spaces) on input.
 std::optional<QByteArray> openssl(const QString& command, const QByteArray& input = QByteArray())
 {
-    QProcess process;
-    process.start(QStandardPaths::findExecutable(QStringLiteral("openssl")), command.split(u' '));
-    process.write(input);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        ADD_FAILURE() << "openssl " << command.toStdString() << ": " << process.readAllStandardError().toStdString();
+    const test::ToolRun run = test::runProgram(QStandardPaths::findExecutable(QStringLiteral("openssl")), command.split(u' '),
+                                               {.input = input, .timeoutMs = 60000});
+    if (run.exitCode != 0) {
+        ADD_FAILURE() << "openssl " << command.toStdString() << ": " << run.err.toStdString();
         return std::nullopt;
     }
-    return process.readAllStandardOutput();
+    return run.out;
 }
 
 // PBKDF2-HMAC-SHA1, 1000 iterations, 16 bytes, as hex.
@@ -96,10 +95,7 @@ TEST_F(OpenSSLInterop, WeReadAnEnvelopeTheToolBuilt)
     ASSERT_EQ(key.size(), 32);
     const auto cipherText = opensslCipher("-e", key, *iv, document.toUtf8());
     ASSERT_TRUE(cipherText.has_value());
-    const auto base64 = [](const QByteArray& bytes) {
-        const auto text = openssl(QStringLiteral("base64 -A"), bytes);
-        return text ? QString::fromLatin1(*text).trimmed() : QString();
-    };
+    const auto base64 = [](const QByteArray& bytes) { return QString::fromLatin1(bytes.toBase64()); };
     const QString envelope =
         QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                        "<EncryptedData xmlns=\"http://www.w3.org/2001/04/xmlenc#\" MimeType=\"text/xml\">\n"

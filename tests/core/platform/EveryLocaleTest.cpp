@@ -9,8 +9,7 @@
 #include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
 
 #include "MoneyTestSupport.h"
-
-#include <QProcess>
+#include "ToolRunner.h"
 
 #include <langinfo.h>
 #include <locale.h>
@@ -25,11 +24,9 @@ namespace {
 
 QStringList installedUtf8Locales()
 {
-    QProcess list;
-    list.start(QStringLiteral("locale"), {QStringLiteral("-a")});
-    list.waitForFinished();
     QStringList names;
-    for (const QString& name : QString::fromLocal8Bit(list.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts)) {
+    const QByteArray listed = test::runProgram(QStringLiteral("locale"), {QStringLiteral("-a")}).out;
+    for (const QString& name : QString::fromLocal8Bit(listed).split(u'\n', Qt::SkipEmptyParts)) {
         const locale_t handle = newlocale(LC_CTYPE_MASK, name.toLocal8Bit().constData(), locale_t(0));
         if (!handle)
             continue;

@@ -31,7 +31,6 @@ struct Layer : WQToolkit {
 
 TEST(LocalizedText, TemplatesFillPlaceholdersInOrder)
 {
-    EXPECT_EQ(WQFormatTemplate(uR"("%@" is not valid here)"_s, {u"x"_s}), uR"("x" is not valid here)");
     EXPECT_EQ(WQFormatTemplate(u"%@ of %@"_s, {u"1"_s, u"2"_s}), u"1 of 2");
     EXPECT_EQ(WQFormatTemplate(u"%@ and %@"_s, {u"1"_s}), u"1 and ");
     EXPECT_EQ(WQFormatTemplate(u"100%"_s, {}), u"100%");
