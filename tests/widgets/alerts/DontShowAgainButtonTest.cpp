@@ -80,8 +80,7 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     ASSERT_NE(cancel, nullptr);
     EXPECT_EQ(cancel->geometry(), QRect(236 - 86, 114, 90, 30));
 
-    panel.widget.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&panel.widget));
+    test::showActive(panel.widget);
     QTest::mouseClick(box, Qt::LeftButton);
     QTest::mouseClick(panel.ok, Qt::LeftButton);
     QTest::mouseClick(cancel, Qt::LeftButton);
@@ -91,8 +90,6 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     EXPECT_EQ(oldConnectionCalls, 0);
 
     // Escape is Cancel's key.
-    panel.widget.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel.widget));
     QTest::keyClick(&panel.widget, Qt::Key_Escape);
     EXPECT_TRUE(test::spinUntil([&owner] { return owner.calls.size() == 4; }));
     EXPECT_EQ(owner.calls.value(3), u"cancel");

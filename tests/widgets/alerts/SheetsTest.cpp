@@ -137,8 +137,7 @@ TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAnswersNoAndKeepsTheKeyboard)
         // The operation answers at once, while the sheet is still up.
         EXPECT_FALSE(k.show());
         QMessageBox* box = sheet();
-        ASSERT_NE(box, nullptr);
-        EXPECT_TRUE(box->isVisible());
+        ASSERT_NE(box, nullptr) << "shown: sheet() waits until it is exposed";
         EXPECT_EQ(box->parentWidget(), &window);
         EXPECT_EQ(box->windowModality(), Qt::WindowModal);
         EXPECT_EQ(box->text(), k.title);
@@ -333,8 +332,7 @@ TEST_F(Suppression, TickingTheBoxSilencesThatWarningForGood)
 TEST_F(Suppression, TheSettingsPageListsSilencedWarningsTheApplicationsOwnTooAndBringsThemBack)
 {
     WQWarningSettingsPage page;
-    page.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    showActive(page);
     EXPECT_FALSE(page.showAllButton()->isEnabled());
     EXPECT_EQ(page.findChildren<QPushButton*>().size(), 1);
 
