@@ -33,9 +33,7 @@ protected:
     std::unique_ptr<WQLineEdit> field()
     {
         auto edit = std::make_unique<WQLineEdit>(owner.moneyFormatter());
-        edit->show();
-        edit->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(edit.get()));
+        test::showActive(*edit);
         edit->setFocus();
         return edit;
     }
