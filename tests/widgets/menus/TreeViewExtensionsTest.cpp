@@ -11,25 +11,6 @@ using namespace wq;
 
 namespace {
 
-// Assets > (Checking, Savings > (Emergency, Vacation)), Liabilities > Card, Income.
-void fillAccounts(QStandardItemModel& model)
-{
-    model.setHorizontalHeaderLabels({QStringLiteral("Account"), QStringLiteral("Balance")});
-    auto add = [](QStandardItem* parent, const char* name) {
-        auto* item = new QStandardItem(QString::fromLatin1(name));
-        parent->appendRow({item, new QStandardItem(QStringLiteral("0.00"))});
-        return item;
-    };
-    QStandardItem* root = model.invisibleRootItem();
-    QStandardItem* assets = add(root, "Assets");
-    add(assets, "Checking");
-    QStandardItem* savings = add(assets, "Savings");
-    add(savings, "Emergency");
-    add(savings, "Vacation");
-    add(add(root, "Liabilities"), "Card");
-    add(root, "Income");
-}
-
 // The rows as Qt's own view walks them, for comparison.
 QStringList qtRows(const QTreeView& view)
 {
@@ -53,10 +34,24 @@ QStringList ourRows(const QTreeView& view)
     return rows;
 }
 
+// Assets > (Checking, Savings > (Emergency, Vacation)), Liabilities > Card, Income.
 struct Tree {
     Tree()
     {
-        fillAccounts(model);
+        model.setHorizontalHeaderLabels({QStringLiteral("Account"), QStringLiteral("Balance")});
+        auto add = [](QStandardItem* parent, const char* name) {
+            auto* item = new QStandardItem(QString::fromLatin1(name));
+            parent->appendRow({item, new QStandardItem(QStringLiteral("0.00"))});
+            return item;
+        };
+        QStandardItem* root = model.invisibleRootItem();
+        QStandardItem* assets = add(root, "Assets");
+        add(assets, "Checking");
+        QStandardItem* savings = add(assets, "Savings");
+        add(savings, "Emergency");
+        add(savings, "Vacation");
+        add(add(root, "Liabilities"), "Card");
+        add(root, "Income");
         view.setModel(&model);
         view.resize(320, 260);
     }
