@@ -48,8 +48,22 @@ function(wq_add_component layer name)
   add_library(WQGeneral::${layer}_${name} ALIAS ${target})
   set_target_properties(${target} PROPERTIES
     OUTPUT_NAME WQGeneral_${layer}_${name}
-    EXPORT_NAME ${layer}_${name}
-    AUTOMOC ON)
+    EXPORT_NAME ${layer}_${name})
+  # moc runs only for components that declare QObject classes (most of core
+  # declares none): for the rest it would be a scan and a compile for nothing.
+  # It reads the listed sources and the headers beside them, as moc would;
+  # they are configure inputs, so that a class added later is seen.
+  file(GLOB beside CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  set(declares_objects OFF)
+  foreach(source IN LISTS ARG_SOURCES beside)
+    get_filename_component(source ${source} ABSOLUTE BASE_DIR ${CMAKE_CURRENT_SOURCE_DIR})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
+    file(STRINGS ${source} objects REGEX "Q_OBJECT|Q_GADGET|Q_NAMESPACE")
+    if(objects)
+      set(declares_objects ON)
+    endif()
+  endforeach()
+  set_target_properties(${target} PROPERTIES AUTOMOC ${declares_objects})
   target_compile_options(${target} PRIVATE ${WQ_WARNINGS})
   # The public headers need C++20: so does whatever includes them.
   target_compile_features(${target} PUBLIC cxx_std_20)
