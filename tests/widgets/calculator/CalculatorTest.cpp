@@ -4,6 +4,7 @@
 #include "FieldTesting.h"
 #include "KeyTyping.h"
 #include "MoneyTestSupport.h"
+#include "ProbeFormatter.h"
 #include "WQTestSupport.h"
 
 #include <WQGeneral/calculator/WQCalculateWindowController.h>
@@ -12,6 +13,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QDialog>
+#include <QLabel>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -73,8 +75,6 @@ protected:
 
 TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRightReadAloudAndCopied)
 {
-    // Linking registers the toolkit that names the focused field to core.
-    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(field));
     type(u"2+"_s);
     WQCalculateWindowController* calc = calculator();
     ASSERT_NE(calc, nullptr);
@@ -121,6 +121,46 @@ TEST_F(Calculator, TwoPlusThreeTimesFourIsTwentyLeftToRightReadAloudAndCopied)
     EXPECT_TRUE(calculatorWindows().isEmpty());
     EXPECT_TRUE(field->validateEditing());
     EXPECT_EQ(field->objectValue().toDouble(), 20.0);
+}
+
+// Core reaches the fields and the calculator through the toolkit that
+// linking registers, with no edit scope of its own around the calls.
+TEST_F(Calculator, CoreReachesTheFocusedFieldAndItsCalculatorThroughTheLinkedToolkit)
+{
+    WQToolkit& toolkit = WQToolkit::shared();
+    EXPECT_TRUE(toolkit.ownsKeyWindow());
+    // A formatter that code drives hears no key and sees the focused field
+    // as the editor; it may still rewrite.
+    test::ProbeFormatter probe;
+    QString partial = u"au"_s;
+    WQRange range{2, 0};
+    EXPECT_FALSE(probe.isPartialStringValid(&partial, &range, u"a"_s, {1, 0}, nullptr));
+    EXPECT_EQ(partial, u"A");
+    EXPECT_EQ(probe.event.type, WQEditEvent::Type::None);
+    EXPECT_EQ(probe.editor, static_cast<WQFieldEditor*>(field));
+
+    toolkit.setUpForMathOperator(u"+"_s, 2, formatter);
+    ASSERT_NE(calculator(), nullptr);
+    type(u"3"_s);
+    calculator()->editingField()->clearFocus();
+    EXPECT_TRUE(toolkit.ownsKeyWindow()) << "the calculator's pop-up is up";
+    calculator()->editingField()->setFocus();
+    toolkit.finishCalculation();
+    EXPECT_EQ(calculator(), nullptr);
+    EXPECT_EQ(field->text(), u"$5.00");
+
+    // Nothing opens for another formatter than the focused field's, nor
+    // with no field focused (another toolkit's window may have the keys).
+    toolkit.setUpForMathOperator(u"+"_s, 2, owner.moneyFormatter(3, true));
+    EXPECT_EQ(calculator(), nullptr);
+    field->clearFocus();
+    EXPECT_EQ(toolkit.keyFieldEditor(), nullptr);
+    EXPECT_FALSE(toolkit.ownsKeyWindow());
+    toolkit.setUpForMathOperator(u"+"_s, 2, formatter);
+    toolkit.finishCalculation();
+    EXPECT_EQ(calculator(), nullptr);
+    other->setFocus();
+    EXPECT_EQ(toolkit.keyFieldEditor(), static_cast<WQFieldEditor*>(other));
 }
 
 TEST_F(Calculator, RightAfterOpeningTheEditingFieldCountsAsZeroAndADialogsFieldCalculatesToo)
@@ -189,18 +229,47 @@ TEST_F(Calculator, ReturnTabOrAClickElsewhereCommitEscapeDiscards)
     EXPECT_EQ(field->selectedText(), u"$9");
     EXPECT_TRUE(calculatorWindows().isEmpty());
 
-    field->selectAll();
-    type(u"6-1"_s);
-    ASSERT_NE(calculator(), nullptr);
-    // Through the window system, as a real click comes, so the toolkit's
-    // own handling of clicks outside a pop-up runs.
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, other->mapTo(window.get(), other->rect().center()));
-    EXPECT_EQ(calculator(), nullptr);
-    EXPECT_EQ(field->text(), u"$5.00");
+    // A click outside commits and goes on where it lands: a field there takes
+    // the focus (in another window, once that is active), elsewhere the field
+    // keeps it. Another application taking over commits too. A click on the
+    // tape itself (an operator's cell) changes nothing.
+    auto* label = new QLabel(u"Payee"_s);
+    window->layout()->addWidget(label);
+    QWidget elsewhere;
+    auto* there = new QLineEdit(&elsewhere);
+    elsewhere.setGeometry(window->geometry().right() + 20, window->y(), 70, 40);
+    elsewhere.show();
+    const auto clickAt = [&](QPoint global) {
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, window->mapFromGlobal(global));
+    };
+    const auto centre = [](const QWidget* w) { return w->mapToGlobal(w->rect().center()); };
+    const struct {
+        std::function<void()> end;
+        QWidget* focus;
+    } ends[] = {
+        {[&] { clickAt(centre(other)); }, other},
+        {[&] { clickAt(centre(label)); }, field},
+        {[&] { clickAt(centre(there)); }, there},
+        {[&] { clickAt(window->geometry().bottomLeft() + QPoint(0, 10)); }, field},
+        {[] { emit qApp->applicationStateChanged(Qt::ApplicationInactive); }, field},
+    };
+    for (const auto& row : ends) {
+        SCOPED_TRACE(&row - ends);
+        test::showActive(*window);
+        field->setFocus();
+        field->selectAll();
+        type(u"6-1"_s);
+        ASSERT_NE(calculator(), nullptr);
+        const QWidget* editing = calculator()->editingField();
+        clickAt(editing->mapToGlobal(QPoint(-8, editing->height() / 2)));
+        ASSERT_NE(calculator(), nullptr);
+        row.end();
+        EXPECT_EQ(calculator(), nullptr);
+        EXPECT_EQ(field->text(), u"$5.00");
+        EXPECT_TRUE(test::spinUntil([&] { return QApplication::focusWidget() == row.focus; }));
+    }
     test::spinFor(5);
     EXPECT_TRUE(calculatorWindows().isEmpty());
-    EXPECT_EQ(QApplication::focusWidget(), other) << "where the user clicked";
-    EXPECT_EQ(WQToolkit::shared().keyFieldEditor(), static_cast<WQFieldEditor*>(other));
     EXPECT_EQ(field->objectValue().toDouble(), 5.0) << "read as the field lost the focus";
 }
 
@@ -242,17 +311,28 @@ TEST_F(Calculator, TheWindowGrowsUpwardsByOneRowPerOperatorAndStaysOnTheFieldsSc
     EXPECT_EQ(calc->tape().operators, (QStringList{u"+"_s, u"+"_s, u"*"_s, u"/"_s, u"+"_s}));
     type(u"\x1b"_s);
 
-    // A field at the screen's left edge: the operator column would fall off.
+    // A field at the screen's left, top or bottom edge: the calculator is
+    // moved across that edge just enough to lie on the screen.
     const QRect area = window->screen()->availableGeometry();
-    window->move(area.left(), area.top() + 300);
-    QCoreApplication::processEvents();
-    type(u"3+"_s);
-    ASSERT_NE(calculator(), nullptr);
-    const QRect frame = calculator()->window()->geometry();
-    EXPECT_EQ(frame.left(), area.left());
-    EXPECT_TRUE(area.contains(frame)) << "moved just enough";
-    EXPECT_EQ(frame.bottom() + 1, fieldBottomLeft().y());
-    type(u"\x1b"_s);
+    const struct {
+        QPoint windowAt;
+        void (QRect::*moveEdge)(int);
+        int edge;
+    } edges[] = {{{area.left(), area.top() + 300}, &QRect::moveLeft, area.left()},
+                 {{area.left() + 100, area.top()}, &QRect::moveTop, area.top()},
+                 {{area.left() + 100, area.bottom() - 20}, &QRect::moveBottom, area.bottom()}};
+    for (const auto& row : edges) {
+        window->move(row.windowAt);
+        QCoreApplication::processEvents();
+        type(u"3+"_s);
+        ASSERT_NE(calculator(), nullptr);
+        const QRect frame = calculator()->window()->geometry();
+        QRect unmoved(fieldBottomLeft() - QPoint(18, frame.height()), frame.size());
+        (unmoved.*row.moveEdge)(row.edge);
+        EXPECT_EQ(frame, unmoved) << row.edge;
+        EXPECT_TRUE(area.contains(frame));
+        type(u"\x1b"_s);
+    }
 }
 
 TEST_F(Calculator, ManyCalculationsLeaveNothingBehindAndTheFieldOrItsWindowMayGoAwayWhileOpen)

@@ -71,7 +71,6 @@ public:
     };
     QList<Ordinary> ordinary;
     QList<QSizeF> attempts;
-    bool attemptsStart = true;   // false: the attempt fails
     bool realDrag = false;       // run the view's own attempt
 
 protected:
@@ -84,9 +83,7 @@ protected:
     bool _tv_attemptToStartDragWithEvent(QMouseEvent* event, const QSizeF& initialOffset) override
     {
         attempts.append(initialOffset);
-        if (realDrag)
-            return WQDragAndDropView::_tv_attemptToStartDragWithEvent(event, initialOffset);
-        return attemptsStart;
+        return !realDrag || WQDragAndDropView::_tv_attemptToStartDragWithEvent(event, initialOffset);
     }
 };
 
@@ -157,28 +154,17 @@ TEST(DragAndDropView, PressesThatDoNotDragReachTheOrdinaryHandlingAtRelease)
         EXPECT_TRUE(scene.view->attempts.isEmpty());
     }
     {
-        Scene scene;   // a failed attempt waits for the release, then hands it on
-        scene.view->attemptsStart = false;
-        scene.send(QEvent::MouseButtonPress, {50, 10});
-        scene.send(QEvent::MouseMove, {60, 10});
-        scene.send(QEvent::MouseMove, {80, 10});
-        EXPECT_EQ(scene.view->attempts.size(), 1);
-        EXPECT_TRUE(scene.view->ordinary.isEmpty());
-        scene.send(QEvent::MouseButtonRelease, {80, 10});
-        ASSERT_EQ(scene.view->ordinary.size(), 1);
-        EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonRelease);
-    }
-    {
-        Scene scene;   // a drag that ran: the release is not handed on
-        scene.send(QEvent::MouseButtonPress, {50, 10});
-        scene.send(QEvent::MouseMove, {50, 14});
-        scene.send(QEvent::MouseButtonRelease, {50, 14});
-        EXPECT_EQ(scene.view->attempts.size(), 1);
+        Scene scene;   // another button: no drag, and nothing handed on as a press
+        QTest::mousePress(scene.view, Qt::RightButton, {}, QPoint(50, 10));
+        QTest::mouseMove(scene.view, QPoint(90, 30));
+        QTest::mouseRelease(scene.view, Qt::RightButton, {}, QPoint(90, 30));
+        EXPECT_TRUE(scene.view->attempts.isEmpty());
         EXPECT_TRUE(scene.view->ordinary.isEmpty());
     }
     {
         Scene scene;   // dragging off: an ordinary press, at once, and no drag
         scene.view->setCanDrag(false);
+        EXPECT_FALSE(scene.view->canDrag());
         QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
         EXPECT_FALSE(scene.view->hasFocus());   // as on a plain view
         ASSERT_EQ(scene.view->ordinary.size(), 1);
@@ -201,11 +187,14 @@ TEST(DragAndDropView, TheDragCarriesTagAndDelegateAndTakesTheFocus)
     scene.view->setDelegate(&delegate);
     QSignalSpy finished(scene.view, &WQDragAndDropView::dragFinished);
 
+    EXPECT_EQ(scene.view->delegate(), &delegate);
     scene.send(QEvent::MouseButtonPress, {50, 10});
     scene.send(QEvent::MouseMove, {50, 20});
     EXPECT_EQ(finished.count(), 1);
     EXPECT_TRUE(scene.view->hasFocus());
     EXPECT_FALSE(scene.view->isDragging());
+    scene.send(QEvent::MouseButtonRelease, {50, 20});
+    EXPECT_TRUE(scene.view->ordinary.isEmpty()) << "the drag had the release";
 
     const std::unique_ptr<QMimeData> data = scene.view->dragMimeData();
     ASSERT_TRUE(data);
@@ -215,16 +204,21 @@ TEST(DragAndDropView, TheDragCarriesTagAndDelegateAndTakesTheFocus)
     EXPECT_EQ(payload->tag, -42);
     EXPECT_EQ(payload->delegate, WQDelegateIdentity(&delegate));
 
-    // A view whose focus goes elsewhere does not drag.
+    // A view whose focus goes elsewhere does not drag: the press waits for
+    // its release, swallowing moves, and hands that on.
     Scene refusing;
     refusing.view->realDrag = true;
     refusing.view->setFocusProxy(&refusing.window);
     QSignalSpy none(refusing.view, &WQDragAndDropView::dragFinished);
     refusing.send(QEvent::MouseButtonPress, {50, 10});
     refusing.send(QEvent::MouseMove, {50, 20});
+    refusing.send(QEvent::MouseMove, {80, 20});
+    EXPECT_EQ(refusing.view->attempts.size(), 1);
     EXPECT_EQ(none.count(), 0);
-    refusing.send(QEvent::MouseButtonRelease, {50, 20});
-    EXPECT_EQ(refusing.view->ordinary.size(), 1);
+    EXPECT_TRUE(refusing.view->ordinary.isEmpty());
+    refusing.send(QEvent::MouseButtonRelease, {80, 20});
+    ASSERT_EQ(refusing.view->ordinary.size(), 1);
+    EXPECT_EQ(refusing.view->ordinary[0].type, QEvent::MouseButtonRelease);
 }
 
 TEST(DragAndDropView, PayloadReadsBackAndRejectsAnythingElse)
@@ -275,6 +269,7 @@ TEST(DragImage, RoundedGreyLabelWithEngravedTextFromTheDelegateWhereThereIsRoom)
     const qreal textHeight = QFontMetricsF(labelFont()).height();
     const QImage image = view.dragImage(1).toImage();
     ASSERT_EQ(image.width(), 176);   // 200 - 24
+    EXPECT_NEAR(WQDragLabelSize(view.dragLabel(), labelFont()).height(), textHeight, 1);
     EXPECT_NEAR(image.height(), textHeight + 8, 1);
 
     // Transparent corners, the grey 70% opaque where there is no text.

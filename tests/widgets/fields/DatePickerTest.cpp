@@ -99,7 +99,8 @@ TEST_F(DateField, KeysPastesTheValueInTheUsersOrderAndTheFieldsRange)
         QTest::keyClick(field, Qt::Key_Return);
     };
     // Refused with its limits in the field's format.
-    field->setDateRange(QDate(2026, 1, 1), QDate(2026, 12, 31));
+    field->setMinimumDate(QDate(2026, 1, 1));
+    field->setMaximumDate(QDate(2026, 12, 31));
     EXPECT_EQ(field->maximumDate(), QDate(2026, 12, 31));
     enter("12/31/25");
     EXPECT_EQ(refused.last().at(0).toString(), "The date must be between 1/1/26 and 12/31/26.");

@@ -135,10 +135,16 @@ TEST_F(LineEdit, EndingAnEditReadsTheValueAndAnUnreadableOneKeepsTheFocus)
     EXPECT_EQ(returned.count(), 1);
 
     QTest::keyClicks(edit, "y");
-    QTest::keyClick(edit, Qt::Key_Return);
+    QTest::keyClick(edit, Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(returned.count(), 1) << "a refused value goes no further";
     ASSERT_EQ(refused.count(), 1);
     EXPECT_EQ(refused.at(0).at(0).toString(), "Not a number.");
+
+    // Switching windows is no end of the edit.
+    QWidget elsewhere;
+    test::showActive(elsewhere);
+    test::showActive(window);
+    EXPECT_EQ(refused.count(), 1);
 
     // Leaving the field with a text it cannot read brings the focus back.
     QTest::keyClick(edit, Qt::Key_Tab);
@@ -245,6 +251,29 @@ TEST_F(LineEdit, AMapperReadsTheValueAndWritesItBackAndNumbersAndDatesHaveTheirO
     EXPECT_EQ(longDate.text(), "");
     EXPECT_EQ(dates.count(), 3);
     EXPECT_FALSE(dates.last().at(0).toDate().isValid()) << "no date any more is a change too";
+    longDate.setObjectValue(QVariant::fromValue(WQDate(4'000'000'000, 1, 1)));
+    EXPECT_FALSE(longDate.date().isValid()) << "a year beyond QDate's";
+}
+
+// Digits of other scripts, from keys or an input method, and the keypad's
+// decimal key type what the framework's number and date fields read.
+TEST_F(LineEdit, NumberAndDateFieldsReadOtherScriptsDigitsAndTheKeypadDecimalKey)
+{
+    test::ScopedLocale german("de_DE");
+    const struct {
+        WQLineEdit::FormatterKind kind;
+        QString text; // after Arabic-Indic 1, the keypad's decimal key and a Persian 5 committed
+    } rows[] = {{WQLineEdit::Decimal, "1,5"}, {WQLineEdit::WholeNumber, "15"}, {WQLineEdit::Date, "1.5"}};
+    for (const auto& row : rows) {
+        edit->setFormatterKind(row.kind);
+        edit->clear();
+        QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, QString(QChar(0x0661)), Qt::NoModifier);
+        QTest::keyClick(edit, Qt::Key_Period, Qt::KeypadModifier);
+        QInputMethodEvent commit;
+        commit.setCommitString(QString(QChar(0x06F5)));
+        QApplication::sendEvent(edit, &commit);
+        EXPECT_EQ(edit->text(), row.text) << row.kind;
+    }
 }
 
 TEST(LineEditKind, EachKindInstallsItsFormatterPlacesFollowMoneyAndCodeMayChooseItsOwn)
