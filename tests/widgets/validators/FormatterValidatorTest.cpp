@@ -89,7 +89,6 @@ TEST_F(FormatterValidator, JudgesEachEditOfAPlainLineEditOrAComboBox)
     type(u"1200\r"_s);
     EXPECT_EQ(combo->currentText(), u"$1,200.00");
     EXPECT_EQ(combo->count(), 1) << "the finished amount was added";
-    EXPECT_EQ(combo->itemText(0), u"$1,200.00");
 
     WQFormatterValidator dates(WQMakeFormatter(WQLineEdit::Date, 2));
     input->setValidator(&dates);
