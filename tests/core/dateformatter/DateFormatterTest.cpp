@@ -57,7 +57,9 @@ TEST(DateFormatModel, WorkedFormats)
         {"yyMMdd", {1, 2, false, true, false, "M"}},
         {"d MMM y", {1, 0, true, false, false, "M"}},
         {"%Y-%m-%d", {1, 2, true, true, false, "-"}},
+        {"d/yy/M/M", {3, 0, false, false, false, "/"}},
         // A field that ends the format before any separator leaves NUL.
+        {"d", {0, 0, false, false, false, QString(QChar(0))}},
         {"ddMM", {1, 0, true, true, false, QString(QChar(0))}},
         {"yyyy", {0, 0, false, false, true, QString(QChar(0))}},
         {"%e %Y", {0, 0, false, false, false, QString(QChar(0))}},
@@ -65,9 +67,6 @@ TEST(DateFormatModel, WorkedFormats)
     };
     for (const auto& [format, model] : rows)
         EXPECT_EQ(modelOf(WQDateFormatter(format)), model) << format;
-    EXPECT_EQ(WQDateFormatter("d/yy/M/M").monthPosition(), 3);
-    // No separator at all: a one-character string holding NUL.
-    EXPECT_EQ(WQDateFormatter("d").localizedSeparator(), QString(QChar(0)));
 }
 
 TEST(DateFormatModel, AnotherFormatKeepsFlagsOfFieldsItLacksAndIsAnnounced)
