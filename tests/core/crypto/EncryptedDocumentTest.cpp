@@ -65,6 +65,10 @@ TEST(EncryptedDocument, KeyEnvelopeFollowsTheTemplateExactly)
     // A key the cipher refuses leaves the cipher text out.
     EXPECT_EQ(keyedEnvelope("short"), saltAndIV + kTail);
     EXPECT_EQ(xml_decryptDocumentWithPassword(keyedEnvelope("short"), QStringLiteral("x")).error, WQEnvelopeError::DamagedValue);
+    // So does an IV it refuses; without a key, text that is no XML is refused first.
+    EXPECT_EQ(xml_encryptDocumentWithKey(QStringLiteral("<a/>"), "0123456789abcdef", kSalt, "IV"),
+              kHead + QStringLiteral("c2FsdHNhbHQ=") + kMiddle + QStringLiteral("SVY=") + kTail);
+    EXPECT_TRUE(xml_encryptDocumentWithKey(QStringLiteral("no XML"), "short", kSalt, kIV).isEmpty());
 
     const WQEnvelopeInfo info = xml_inspectEnvelope(keyedEnvelope());
     ASSERT_EQ(info.error, WQEnvelopeError::None);
@@ -142,6 +146,11 @@ TEST(EncryptedDocument, EveryWriterAndReaderAgreeForEveryScript)
     refused.open(QIODevice::WriteOnly);
     EXPECT_FALSE(xml_encryptDocumentUTF8WithPassword("not XML", QStringLiteral("pw"), refused));
     EXPECT_TRUE(refused.data().isEmpty());
+    // A device that takes nothing fails the write.
+    QBuffer readOnly;
+    readOnly.open(QIODevice::ReadOnly);
+    EXPECT_FALSE(xml_encryptDocumentUTF8WithPassword("<a/>", QStringLiteral("pw"), readOnly));
+    EXPECT_FALSE(xml_encryptDocumentUTF8AuthenticatedWithPassword("<a/>", QStringLiteral("pw"), readOnly, 1));
 }
 
 TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
@@ -170,7 +179,8 @@ TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
     }
     EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<?xml version='1.0'?><a b='1'>\xc3\xa9</a>"));
     // Valid UTF-8 only, wherever a byte above 127 stands.
-    for (const char* bad : {"<a>\xff</a>", "<a>\xc0\x80</a>", "<a>\xed\xa0\x80</a>", "<a b='\xe2\x82'/>", "<a><!-- \xff --></a>"})
+    for (const char* bad : {"<a>\xff</a>", "<a>\xc0\x80</a>", "<a>\xed\xa0\x80</a>", "<a b='\xe2\x82'/>", "<a><!-- \xff --></a>",
+                            "<a><![CDATA[\x01]]></a>", "<a><![CDATA[x</a>", "<a><![CDATA[x"})
         EXPECT_FALSE(xml_isWellFormedDocumentUTF8(bad)) << bad;
     EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<\xc3\xa9 \xc3\xa9='\xe2\x82\xac'>\xf0\x9f\x98\x80<!--\xc3\xa9--></\xc3\xa9>"));
 }
@@ -192,19 +202,31 @@ TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
         {"aes128-cbc", "aes256-cbc", E::UnsupportedAlgorithm}, {"#pbkdf2", "#scrypt", E::UnsupportedAlgorithm},
         {"hmac-sha1", "hmac-md5", E::UnsupportedAlgorithm}, {"<IterationCount>1000", "<IterationCount>0", E::DamagedValue},
         {"<IterationCount>1000", "<IterationCount>many", E::DamagedValue},
+        {"<IterationCount>1000", "<IterationCount>99999999999999999999", E::DamagedValue},
+        {"<ds:KeyInfo", "<ds:KeyInfo xmlns:q='&#0;'", E::DamagedValue},
+        {"c2FsdHNhbHQ=", "c2Fs\n dHNhbHR=", E::DamagedValue},
         {"c2FsdHNhbHQ=", "c2FsdHNhbHR=", E::DamagedValue},   // non-canonical last group
         {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMdB==", E::DamagedValue},
         {"SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVg", E::DamagedValue},
+        {"SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJ!g==", E::DamagedValue},
+        {"SVZJVklWSVZJVklWSVZJVg==", "SVZJVklW!VZJVklWSVZJVg==", E::DamagedValue},
+        {"SVZJVklWSVZJVklWSVZJVg==", "SVZJVklWSVZJVklWSVZJVkI=", E::DamagedValue},
+        {"cizUZ3fgASBd2ZEqwcEMdA==", "", E::DamagedValue}, {"cizUZ3fgASBd2ZEqwcEMdA==", "ciz\n!", E::DamagedValue},
         {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEq", E::DamagedValue},
         {"<ds:KeyInfo", "<q:KeyInfo", E::DamagedValue},   // an undeclared prefix
         // The cipher refuses a changed last block as it refuses a wrong password.
         {"cizUZ3fgASBd2ZEqwcEMdA==", "cizUZ3fgASBd2ZEqwcEMeA==", E::WrongPasswordOrDamaged},
+        // The same salt spelled out, and an empty one: both sound, neither the key's.
+        {"c2FsdHNhbHQ=", "c2Fs\n dHNhbHQ=", E::WrongPasswordOrDamaged}, {"c2FsdHNhbHQ=", " \n ", E::WrongPasswordOrDamaged},
     };
     for (const auto& [from, to, error] : changes) {
         QString changed = good;
         const qsizetype at = changed.indexOf(QLatin1StringView(from));
         ASSERT_GE(at, 0) << from;
-        EXPECT_EQ(errorOf(changed.replace(at, qsizetype(strlen(from)), QLatin1StringView(to))), error) << from << " to " << to;
+        changed.replace(at, qsizetype(strlen(from)), QLatin1StringView(to));
+        EXPECT_EQ(errorOf(changed), error) << from << " to " << to;
+        // Inspection stops short of the cipher.
+        EXPECT_EQ(xml_inspectEnvelope(changed).error, error == E::WrongPasswordOrDamaged ? E::None : error) << from << " to " << to;
     }
 
     // The size limit is the application's to raise. (Floods, entities and
@@ -213,10 +235,19 @@ TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
     small.maximumSize = good.size() - 1;
     EXPECT_EQ(xml_decryptDocumentWithPassword(good, QStringLiteral("pw"), small).error, E::TooLarge);
     EXPECT_EQ(xml_inspectEnvelope(good, small).error, E::TooLarge);
+    EXPECT_EQ(xml_decryptDocumentUTF8WithPassword(good.toUtf8(), QStringLiteral("pw"), small).error, E::TooLarge);
     small.maximumSize = good.size();
     EXPECT_NE(xml_decryptDocumentWithPassword(good, QStringLiteral("pw"), small).error, E::TooLarge);
+    // The limit counts UTF-8 bytes, not characters.
+    const QString accented = QString(good).replace(QStringLiteral("<CipherData>"), QStringLiteral("<!-- \u00e9 --><CipherData>"));
+    small.maximumSize = accented.size();
+    EXPECT_EQ(xml_decryptDocumentWithPassword(accented, QStringLiteral("pw"), small).error, E::TooLarge);
+    QStringList descriptions;
     for (const E error : {E::NotAnEnvelope, E::UnsupportedAlgorithm, E::DamagedValue, E::WrongPasswordOrDamaged, E::TooLarge})
-        EXPECT_FALSE(WQEnvelopeErrorDescription(error).isEmpty());
+        descriptions << WQEnvelopeErrorDescription(error);
+    descriptions.removeDuplicates();
+    EXPECT_EQ(descriptions.size(), 5);
+    EXPECT_TRUE(WQEnvelopeErrorDescription(E::None).isEmpty());
 }
 
 TEST(EncryptedDocument, AuthenticatedEnvelopeNoticesEveryChange)
@@ -279,6 +310,13 @@ TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
     QString pretty = envelope;
     pretty.insert(value + 24, QStringLiteral("\n   ")).insert(value + 10, QStringLiteral("\r\n\t"));
     EXPECT_TRUE(opens(pretty.replace(QStringLiteral("><"), QStringLiteral(">\n  <"))));
+    // A byte order mark, white space around the value, line ends in a count,
+    // references and white space in a namespace's name.
+    QString spelled = QChar(0xFEFF) + envelope;
+    spelled.insert(valueEnd + 1, QStringLiteral(" \n")).insert(value + 1, QStringLiteral("\n  "));
+    spelled.replace(QStringLiteral("<IterationCount>"), QStringLiteral("<IterationCount>\r\n\r"));
+    EXPECT_TRUE(opens(spelled.replace(QStringLiteral("xmlns:ds="),
+                                      QStringLiteral("xmlns:n='a\tb\r\nc\rd&#xE9;&#x65E5;&#x1F600;' xmlns:ds="))));
 
     // A character reference far into the value.
     QString referenced = envelope;
@@ -299,7 +337,7 @@ TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
     QString marked = envelope;
     EXPECT_EQ(xml_decryptDocumentWithPassword(marked.insert(value + 150000, QStringLiteral("<b/>")), password).error,
               WQEnvelopeError::DamagedValue);
-    EXPECT_EQ(xml_decryptDocumentWithPassword(envelope.left(value + 100000), password).error, WQEnvelopeError::DamagedValue);
+    EXPECT_EQ(xml_decryptDocumentWithPassword(envelope.left(value + 100003), password).error, WQEnvelopeError::DamagedValue);
 }
 
 TEST(EncryptedDocument, PaddingOracleReplayGetsOneAnswer)

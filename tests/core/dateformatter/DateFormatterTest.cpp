@@ -56,22 +56,42 @@ TEST(DateFormatModel, WorkedFormats)
         // as a field: the month comes from the second M.
         {"yyMMdd", {1, 2, false, true, false, "M"}},
         {"d MMM y", {1, 0, true, false, false, "M"}},
+        {"%Y-%m-%d", {1, 2, true, true, false, "-"}},
+        {"d/yy/M/M", {3, 0, false, false, false, "/"}},
+        // A field that ends the format before any separator leaves NUL.
+        {"d", {0, 0, false, false, false, QString(QChar(0))}},
+        {"ddMM", {1, 0, true, true, false, QString(QChar(0))}},
+        {"yyyy", {0, 0, false, false, true, QString(QChar(0))}},
+        {"%e %Y", {0, 0, false, false, false, QString(QChar(0))}},
+        {"%e.%m", {1, 0, true, false, false, QString(QChar(0))}},
     };
     for (const auto& [format, model] : rows)
         EXPECT_EQ(modelOf(WQDateFormatter(format)), model) << format;
-    EXPECT_EQ(WQDateFormatter("d/yy/M/M").monthPosition(), 3);
-    // No separator at all: a one-character string holding NUL.
-    EXPECT_EQ(WQDateFormatter("d").localizedSeparator(), QString(QChar(0)));
 }
 
-TEST(DateFormatModel, AnotherFormatKeepsFlagsOfFieldsItLacks)
+TEST(DateFormatModel, AnotherFormatKeepsFlagsOfFieldsItLacksAndIsAnnounced)
 {
+    test::Heard changes(kWQNotif_FormatterChanged);
     WQDateFormatter f("M/d/yy");
+    f.setDateFormat("M/d/yy");
+    EXPECT_TRUE(changes.objects.empty()) << "neither the first format nor the same one again";
     f.setDateFormat("dd.MM.yy");
     EXPECT_EQ(f.dateFormat(), "dd.MM.yy");
+    EXPECT_EQ(changes.objects, std::vector<const WQNotificationSender*>{&f});
     EXPECT_EQ(modelOf(f), modelOf(WQDateFormatter("dd.MM.yy")));
+
+    // A copy takes the format and the range, then goes its own way.
+    f.setDateRange(WQDate(2026, 1, 1), std::nullopt);
+    WQDateFormatter copy(f);
     f.setDateFormat("MM/yy");
     EXPECT_EQ(modelOf(f), (Model{0, 0, true, true, false, "/"}));
+    EXPECT_EQ(modelOf(copy), modelOf(WQDateFormatter("dd.MM.yy")));
+    EXPECT_EQ(copy.minimumDate(), WQDate(2026, 1, 1));
+    copy = f;
+    const WQDateFormatter& same = copy;
+    copy = same;
+    EXPECT_EQ(copy.dateFormat(), "MM/yy");
+    EXPECT_EQ(modelOf(copy), modelOf(f));
 }
 
 TEST(DateFormatModel, DisplaysDatesAndStringsOnly)
@@ -112,12 +132,13 @@ TEST(DateParsing, EveryRuleAndMessage)
         // bits, the year its low 32; blanks and a sign may lead, letters read as 0.
         {"M/d/yy", "257/1/2024", "2024-01-01"}, {"M/d/yy", "1/256/2024", "Invalid day entry."},
         {"M/d/yy", "1/2/4294969320", "2024-01-02"}, {"M/d/yy", "-1/2", "Invalid month entry."},
-        {"M/d/yy", " 3/\t+4/ 26", "2026-03-04"}, {"M/d/yy", "x/4", "Invalid month entry."},
+        {"M/d/yy", " 3/\t+4/\r\n\v\f26", "2026-03-04"}, {"M/d/yy", "x/4", "Invalid month entry."},
         // Negative and zero years are put into today's century.
         {"M/d/yy", "1/2/-5", "1995-01-02"},
         // Far too many digits saturate instead of wrapping into a valid date.
         {"M/d/yy", "99999999999999999999999999/1/1", "Invalid month entry."},
         {"M/d/yy", "1/1/99999999999999999999999999", "1999-01-01"}, // low 32 bits: -1
+        {"M/d/yy", "1/1/-99999999999999999999999999", "2000-01-01"}, // low 32 bits: 0
         // Arabic-Indic digits are no digits to the C library.
         {"M/d/yy", QString::fromUtf8("\u0663/4"), "Invalid month entry."},
         {"dd.MM.yy", "3.4", "2026-04-03"}, {"dd.MM.yy", "3.4.26", "2026-04-03"},
@@ -192,4 +213,12 @@ TEST(DateParsing, YearsBeyondStorageAndTheApplicationsRange)
     EXPECT_EQ(f->minimumDate(), WQDate(2026, 1, 1));
     f->setDateRange(WQDate(2027, 6, 1), WQDate(2027, 1, 1));
     EXPECT_EQ(f->maximumDate(), WQDate(2027, 6, 1));
+    // Lifting one limit leaves the other; a limit alone moves nothing.
+    f->setMinimumDate(std::nullopt);
+    f->setMaximumDate(WQDate(2020, 1, 1));
+    EXPECT_EQ(f->minimumDate(), std::nullopt);
+    f->setMinimumDate(WQDate(2019, 1, 1));
+    EXPECT_EQ(f->maximumDate(), WQDate(2020, 1, 1));
+    f->setMaximumDate(std::nullopt);
+    EXPECT_EQ(f->minimumDate(), WQDate(2019, 1, 1));
 }

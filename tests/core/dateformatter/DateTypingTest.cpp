@@ -43,6 +43,7 @@ TEST_F(DateTyping, DigitsAndSeparatorsStand)
     // A digit outside the basic plane is a digit too; a lone surrogate is not.
     EXPECT_TRUE(typeAtEnd(*us, "3/1", QString::fromUcs4(U"\U0001D7D0")).answer);
     EXPECT_FALSE(typeAtEnd(*us, "3/1", QString(QChar(0xD835))).answer);
+    EXPECT_FALSE(typeAtEnd(*us, "3/1", QString(QChar(0xD835)) + u'1').answer);
 }
 
 TEST_F(DateTyping, IncrementKeysStepTheDateInTheField)
@@ -97,6 +98,13 @@ TEST_F(DateTyping, RefusalsAndTheirMessages)
     const auto de = formatterOn("dd.MM.yy");
     EXPECT_EQ(typeAtEnd(*de, "15.03.26", ".").error, "\".\" can't appear more than twice here");
     EXPECT_EQ(typeAtEnd(*de, "15", "/").error, "\"/\" is not valid here");
+
+    // Without a place for the message the refusals stand all the same.
+    for (const auto& [original, typed] : {std::pair<QString, QString>{"3/15", "x"}, {"3/15/26", "/"}}) {
+        QString partial = original + typed;
+        WQRange range{partial.size(), 0};
+        EXPECT_FALSE(us->isPartialStringValid(&partial, &range, original, {original.size(), 0}, nullptr));
+    }
 }
 
 TEST_F(DateTyping, SeparatorThatIsAlsoAKey)
@@ -113,11 +121,16 @@ TEST_F(DateTyping, SeparatorThatIsAlsoAKey)
 TEST_F(DateTyping, PastesAndDeletions)
 {
     EXPECT_EQ(typeInto(*us, "3/15/26", {0, 7}, "1/2"), (Keystroke{true, "1/2", {3, 0}, {}}));
+    EXPECT_EQ(typeInto(*us, "3/15/26", {0, 7}, "12"), (Keystroke{true, "12", {2, 0}, {}}));
 
     // A deletion moves the caret back: it always stands.
     QString partial = "3/1";
     WQRange range{3, 0};
     EXPECT_TRUE(us->isPartialStringValid(&partial, &range, "3/15", {4, 0}, nullptr));
+    // Cleared with no field editor at hand, it stands too.
+    partial.clear();
+    range = {0, 0};
+    EXPECT_TRUE(us->isPartialStringValid(&partial, &range, "3", {1, 0}, nullptr));
 
     // Clearing the field puts the caret into the field editor.
     test::RecordingEditor editor;
@@ -135,4 +148,5 @@ TEST_F(DateTyping, PastesAndDeletions)
     range = {99, 0};
     EXPECT_TRUE(us->isPartialStringValid(&partial, &range, "3/", {50, 0}, nullptr));
     EXPECT_FALSE(us->isPartialStringValid(nullptr, &range, "3/", {2, 0}, nullptr));
+    EXPECT_FALSE(us->isPartialStringValid(&partial, nullptr, "3/", {2, 0}, nullptr));
 }

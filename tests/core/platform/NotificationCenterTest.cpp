@@ -26,6 +26,19 @@ TEST(NotificationCenter, FiltersByNameAndSenderAndCarriesUserInfo)
     center.postNotificationName(u"changed"_s, &a, QVariantMap{{u"k"_s, 1}});
     center.postNotificationName(u"other"_s, &a);
     EXPECT_EQ(seen.join(u' '), u"any:changed a:changed+info any:changed any:other");
+
+    center.addObserver(&token, u"changed"_s, nullptr, {}); // no handler, no observation
+    EXPECT_EQ(center.observationCount(&token), 2);
+    EXPECT_EQ(center.observationCount(&seen), 0);
+    // Removal by name or sender takes only the observations that match both.
+    center.removeObserver(&token, u"changed"_s, &b);
+    center.removeObserver(&token, u"other"_s);
+    center.removeObserver(&token, QString(), &b);
+    EXPECT_EQ(center.observationCount(&token), 2);
+    center.removeObserver(&token, u"changed"_s, &a);
+    EXPECT_EQ(center.observationCount(&token), 1);
+    center.removeObserver(&token, QString());
+    EXPECT_EQ(center.observationCount(), 0);
 }
 
 TEST(NotificationCenter, RemovalDuringPostAndObserversAddedDuringPost)
@@ -66,23 +79,31 @@ TEST(NotificationCenter, ObservationRemovesEverythingWhenDestroyed)
     EXPECT_EQ(center.observationCount(), 0);
 }
 
-TEST(NotificationQueue, CoalescesOnNameUntilTheNextLoopPass)
+TEST(NotificationQueue, CoalescesUntilTheNextLoopPass)
 {
     WQNotificationCenter center;
     WQNotificationQueue queue(center);
     Sender a, b;
-    QList<const WQNotificationSender*> delivered;
+    QStringList delivered;
     WQObservation observation(center);
-    observation.observe(u"changed"_s, nullptr, [&](const WQNotification& n) { delivered << n.object; });
+    observation.observe(QString(), nullptr,
+                        [&](const WQNotification& n) { delivered << n.name + (n.object == &a ? u'a' : u'b'); });
 
-    queue.enqueueASAP({u"changed"_s, &a, std::nullopt});
-    queue.enqueueASAP({u"changed"_s, &b, std::nullopt});
-    EXPECT_TRUE(delivered.isEmpty()) << "nothing is posted synchronously";
-    ASSERT_TRUE(test::spinUntil([&] { return !delivered.isEmpty(); }));
-    test::spinFor(20);
-    EXPECT_EQ(delivered, (QList<const WQNotificationSender*>{&a}));
-
-    queue.enqueueASAP({u"changed"_s, &b, std::nullopt});
-    ASSERT_TRUE(test::spinUntil([&] { return delivered.size() == 2; }));
-    EXPECT_EQ(delivered.back(), &b);
+    // Each mask against the same five notifications: what is left to post
+    // (each pass starts after the last was posted, which coalesces no more).
+    const std::pair<int, QString> rows[] = {
+        {WQNotificationQueue::CoalescingOnName, u"xa ya"_s},
+        {WQNotificationQueue::CoalescingOnSender, u"xa xb"_s},
+        {WQNotificationQueue::CoalescingOnName | WQNotificationQueue::CoalescingOnSender, u"xa xb ya yb"_s},
+        {WQNotificationQueue::NoCoalescing, u"xa xb xa ya yb"_s},
+    };
+    for (const auto& [mask, posted] : rows) {
+        delivered.clear();
+        for (const auto& [name, sender] : {std::pair{u"x"_s, &a}, {u"x"_s, &b}, {u"x"_s, &a}, {u"y"_s, &a}, {u"y"_s, &b}})
+            queue.enqueueASAP({name, sender, std::nullopt}, mask);
+        EXPECT_TRUE(delivered.isEmpty()) << "nothing is posted synchronously";
+        EXPECT_EQ(queue.pendingCount(), posted.count(u' ') + 1);
+        ASSERT_TRUE(test::spinUntil([&] { return queue.pendingCount() == 0; }));
+        EXPECT_EQ(delivered.join(u' '), posted) << mask;
+    }
 }

@@ -24,7 +24,9 @@ TEST(RegionalSettings, ScriptModifiersChooseTheWriting)
     // be_BY@latin: ICU has no Latin Belarusian, the C library's names stand in.
     const std::pair<QString, QString> rows[] = {
         {u"sr_RS"_s, u"јануар"_s},          {u"sr_RS@latin"_s, u"januar"_s}, {u"uz_UZ.UTF-8@cyrillic"_s, u"январ"_s},
-        {u"be_BY.UTF-8@latin"_s, u"studzienia"_s},
+        {u"be_BY.UTF-8@latin"_s, u"studzienia"_s}, {u"be_BY@latin"_s, u"studzienia"_s},
+        // Neither ICU nor the C library knows it: the names of ICU's default locale.
+        {u"xx_YY"_s, u"January"_s},
     };
     for (const auto& [locale, january] : rows) {
         test::ScopedLocale pin(locale);
@@ -41,10 +43,15 @@ TEST(RegionalSettings, EnvironmentOrderIsLcAllThenCategoryThenLang)
     qputenv("LANG", "fr_FR.UTF-8");
     EXPECT_EQ(WQRegionalSettings::localeName(Category::Time), u"de_DE");
     EXPECT_EQ(WQRegionalSettings::localeName(Category::Numeric), u"fr_FR");
+    qputenv("LC_MESSAGES", "sv_SE.UTF-8");
+    EXPECT_EQ(WQRegionalSettings::localeName(Category::Messages), u"sv_SE");
     qputenv("LC_ALL", "ja_JP.UTF-8");
     EXPECT_EQ(WQRegionalSettings::localeName(Category::Time), u"ja_JP");
+    qunsetenv("LC_ALL");
     qunsetenv("LC_TIME");
+    qunsetenv("LC_MESSAGES");
     qunsetenv("LANG");
+    EXPECT_EQ(WQRegionalSettings::localeName(Category::Time), u"en_US") << "nothing set: the C locale";
     qputenv("LC_ALL", savedAll);
 }
 
@@ -64,6 +71,16 @@ TEST(RegionalSettings, ChangesBumpTheGenerationAndAnnounceThemselves)
     WQRegionalSettings::setLocale(Category::Monetary, u"de_DE"_s);
     EXPECT_EQ(numberChanges, 1);
     EXPECT_GT(WQRegionalSettings::generation(), before);
+
+    WQRegionalSettings::noteSystemChange();
+    EXPECT_EQ(numberChanges, 2) << "the system may have changed anything";
+
+    // The time locale's date patterns, by style.
+    const std::pair<WQRegionalSettings::DateStyle, const char16_t*> patterns[] = {
+        {WQRegionalSettings::DateStyle::Short, u"dd/MM/y"}, {WQRegionalSettings::DateStyle::Medium, u"d MMM y"},
+        {WQRegionalSettings::DateStyle::Long, u"d MMMM y"}, {WQRegionalSettings::DateStyle::Full, u"EEEE d MMMM y"}};
+    for (const auto& [style, pattern] : patterns)
+        EXPECT_EQ(WQRegionalSettings::datePattern(style), pattern) << int(style);
 
     WQRegionalSettings::resetToEnvironment();
     EXPECT_EQ(WQRegionalSettings::localeName(Category::Time), u"en_US");

@@ -10,6 +10,8 @@
 
 #include <QEvent>
 
+#include <thread>
+
 using namespace wq;
 using namespace wq::test;
 
@@ -68,6 +70,15 @@ TEST_F(Translations, LanguagesWithoutACatalogueShowEnglish)
         EXPECT_EQ(WQStrings::tr("Invalid number"), c.loaded != u"de" ? u"Invalid number" : u"Ungültige Zahl");
         EXPECT_EQ(WQLocalizedString("Cancel"), c.loaded != u"de" ? u"Cancel" : u"Abbrechen");
     }
+    // Catalogues belong to the application's thread: another one neither loads nor sees one.
+    QString loaded = QStringLiteral("?"), seen = QStringLiteral("?");
+    std::thread([&] {
+        loaded = WQLoadTranslations({QStringLiteral("fr-FR")});
+        seen = WQLoadedTranslationLanguage();
+    }).join();
+    EXPECT_EQ(loaded, u"");
+    EXPECT_EQ(seen, u"");
+    EXPECT_EQ(WQLoadedTranslationLanguage(), u"de");
 }
 
 TEST_F(Translations, FollowsLanguageChangesUnlessTurnedOff)
@@ -79,6 +90,7 @@ TEST_F(Translations, FollowsLanguageChangesUnlessTurnedOff)
 
     // Off: the catalogue loaded on its own goes, and changes are not followed.
     WQSetAutomaticTranslationsEnabled(false);
+    EXPECT_FALSE(WQAutomaticTranslationsEnabled());
     EXPECT_EQ(WQStrings::tr("Don't show again"), u"Don't show again");
     languageChanged();
     EXPECT_EQ(WQLoadedTranslationLanguage(), u"");
