@@ -28,11 +28,6 @@ public slots:
     void cancelled() { calls << QStringLiteral("cancel"); }
 };
 
-QCheckBox* checkBoxOf(const QWidget& panel)
-{
-    return panel.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly);
-}
-
 QPushButton* buttonTitled(const QWidget& panel, const QString& title)
 {
     for (QPushButton* button : panel.findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly))
@@ -58,7 +53,7 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     WQAddDontShowAgainButton(&owner, &panel, QStringLiteral("integer warning"), "boxToggled", "buttonPressed",
                              "cancelled");
 
-    QCheckBox* box = checkBoxOf(panel);
+    QCheckBox* box = panel.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly);
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->text(), u"Don't show again");
     // Left edge from the message (x 72 > 40), top 4 below the last button's
@@ -90,7 +85,7 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     (new QLabel(QStringLiteral("icon"), &plain))->setGeometry(10, 10, 30, 30);
     WQAddDontShowAgainButton(&owner, &plain, QVariant(), "boxToggled", "buttonPressed", "cancelled");
 
-    box = checkBoxOf(plain);
+    box = plain.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly);
     ASSERT_NE(box, nullptr);
     // Nothing past x = 40: the left edge stays 20. The zero frame is the
     // bottom-left corner, so the box lies 4 below the bottom edge.
@@ -104,7 +99,7 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     bare.resize(300, 120);
     WQAddDontShowAgainButton(&owner, &bare, QVariant(), "boxToggled", "buttonPressed");
     EXPECT_EQ(buttonTitled(bare, QStringLiteral("Cancel")), nullptr);
-    ASSERT_NE(checkBoxOf(bare), nullptr);
+    ASSERT_NE(bare.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly), nullptr);
 
     // Nothing to add to.
     WQAddDontShowAgainButton(&owner, nullptr, QVariant(), "boxToggled", "buttonPressed", "cancelled");
