@@ -51,14 +51,6 @@ struct Register {
         test::showActive(table);
     }
 
-    void select(const QList<int>& rows)
-    {
-        table.clearSelection();
-        for (int r : rows)
-            table.selectionModel()->select(model.index(r, 0),
-                                           QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    }
-
     // Right-clicks the row (below the rows for -1) and answers the menu that
     // popped up (closed again).
     QMenu* rightClick(int row)
@@ -154,7 +146,10 @@ TEST(TableView, ContextMenuFollowsTheClickedRowOrComesFromTheDelegate)
     Register reg;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        reg.select(c.selected);
+        reg.table.clearSelection();
+        for (int r : c.selected)
+            reg.table.selectionModel()->select(reg.model.index(r, 0),
+                                               QItemSelectionModel::Select | QItemSelectionModel::Rows);
         QMenu* shown = reg.rightClick(c.clicked);
         ASSERT_NE(shown, nullptr);
         EXPECT_TRUE(reg.table.hasFocus());
