@@ -75,65 +75,20 @@ TEST(QuickField, TypingInEachKindReadingTheValueRefusalUndoRedoAndEscape)
     EXPECT_FALSE(amount.hasPendingEdit());
 }
 
-namespace {
-
-class QuickCalculator : public ::testing::Test {
-protected:
-    QuickWindow window{R"(
+// The calculator pop-up from a calculating money field.
+TEST(QuickCalculator, StrictlyLeftToRightWrittenBackOnEqualsOrReturnAndEscapeLeavesTheField)
+{
+    QuickWindow window(R"(
         Column {
             y: 200
             FormattedTextField { objectName: "amount"; width: 200; formatterKind: FormattedTextField.CalculatingMoney }
-        })"};
+        })");
     QQuickItem* amount = window.focus("amount");
-
-    WQQuickCalculator* waitForCalculator()
-    {
+    const auto waitForCalculator = [] {
         EXPECT_TRUE(test::spinUntil([] { return WQQuickCalculator::openCalculator() != nullptr; }));
         return WQQuickCalculator::openCalculator();
-    }
-    bool closed()
-    {
-        return test::spinUntil([] { return WQQuickCalculator::openCalculator() == nullptr; });
-    }
-};
-
-class QuickSheets : public ::testing::Test {
-protected:
-    void SetUp() override { WQWarningSuppression::showAllAgain(); }
-
-    QuickWindow window{R"(
-        Column {
-            AlertSheets { id: sheets; objectName: "sheets" }
-            FormattedTextField {
-                id: payments; objectName: "payments"; formatterKind: FormattedTextField.WholeNumber
-                onEditRefused: (description) => sheets.presentRefusal(payments, "Payments", description)
-            }
-            FormattedTextField {
-                id: date; objectName: "date"; formatterKind: FormattedTextField.Date
-                onEditRefused: (description) => sheets.presentRefusal(date, "Date", description)
-            }
-        })"};
-    WQQuickAlertSheets* sheets = window.find<WQQuickAlertSheets>("sheets");
-
-    // The dialog's part named name, once the sheet shows.
-    QQuickItem* part(const char* name) const
-    {
-        EXPECT_TRUE(test::spinUntil([this] { return sheets->dialog() && sheets->dialog()->property("opened").toBool(); }));
-        return sheets->dialog() ? sheets->dialog()->findChild<QQuickItem*>(QString::fromLatin1(name)) : nullptr;
-    }
-    void click(QQuickItem* button)
-    {
-        ASSERT_NE(button, nullptr);
-        const QPointF center = button->mapToScene(QPointF(button->width() / 2, button->height() / 2));
-        QTest::mouseClick(&window.view, Qt::LeftButton, {}, center.toPoint());
-    }
-};
-
-} // namespace
-
-// The calculator pop-up from a calculating money field.
-TEST_F(QuickCalculator, StrictlyLeftToRightWrittenBackOnEqualsOrReturnAndEscapeLeavesTheField)
-{
+    };
+    const auto closed = [] { return test::spinUntil([] { return WQQuickCalculator::openCalculator() == nullptr; }); };
     window.type("2+");
     WQQuickCalculator* calculator = waitForCalculator();
     ASSERT_NE(calculator, nullptr);
@@ -180,8 +135,32 @@ TEST_F(QuickCalculator, StrictlyLeftToRightWrittenBackOnEqualsOrReturnAndEscapeL
 
 // The alert sheets of a QML window: "Don't show again" shared with the
 // widgets' settings, and Cancel giving a field its value back.
-TEST_F(QuickSheets, SilencedOnceForEveryToolkitShownAgainAndCancelGivesTheValueBack)
+TEST(QuickSheets, SilencedOnceForEveryToolkitShownAgainAndCancelGivesTheValueBack)
 {
+    WQWarningSuppression::showAllAgain();
+    QuickWindow window(R"(
+        Column {
+            AlertSheets { id: sheets; objectName: "sheets" }
+            FormattedTextField {
+                id: payments; objectName: "payments"; formatterKind: FormattedTextField.WholeNumber
+                onEditRefused: (description) => sheets.presentRefusal(payments, "Payments", description)
+            }
+            FormattedTextField {
+                id: date; objectName: "date"; formatterKind: FormattedTextField.Date
+                onEditRefused: (description) => sheets.presentRefusal(date, "Date", description)
+            }
+        })");
+    WQQuickAlertSheets* sheets = window.find<WQQuickAlertSheets>("sheets");
+    // The dialog's part named name, once the sheet shows.
+    const auto part = [sheets](const char* name) {
+        EXPECT_TRUE(test::spinUntil([&] { return sheets->dialog() && sheets->dialog()->property("opened").toBool(); }));
+        return sheets->dialog() ? sheets->dialog()->findChild<QQuickItem*>(QString::fromLatin1(name)) : nullptr;
+    };
+    const auto click = [&window](QQuickItem* button) {
+        ASSERT_NE(button, nullptr);
+        const QPointF center = button->mapToScene(QPointF(button->width() / 2, button->height() / 2));
+        QTest::mouseClick(&window.view, Qt::LeftButton, {}, center.toPoint());
+    };
     window.focus("payments");
     window.type("x");
     ASSERT_TRUE(sheets->isShowing());

@@ -28,11 +28,6 @@ public slots:
     void cancelled() { calls << QStringLiteral("cancel"); }
 };
 
-QCheckBox* checkBoxOf(const QWidget& panel)
-{
-    return panel.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly);
-}
-
 QPushButton* buttonTitled(const QWidget& panel, const QString& title)
 {
     for (QPushButton* button : panel.findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly))
@@ -41,34 +36,24 @@ QPushButton* buttonTitled(const QWidget& panel, const QString& title)
     return nullptr;
 }
 
-// An alert panel laid out by hand: icon, message, two buttons at the bottom
-// right (in Qt's coordinates, y counting down from the top).
-struct Panel {
-    Panel()
-    {
-        widget.resize(420, 160);
-        (new QLabel(QStringLiteral("!"), &widget))->setGeometry(20, 20, 32, 32);
-        (new QLabel(QStringLiteral("The message."), &widget))->setGeometry(72, 20, 320, 60);
-        ok = new QPushButton(QStringLiteral("OK"), &widget);
-        ok->setGeometry(320, 112, 82, 32);
-        other = new QPushButton(QStringLiteral("Later"), &widget);
-        other->setGeometry(236, 114, 90, 30);
-    }
-    QWidget widget;
-    QPushButton* ok;
-    QPushButton* other;
-};
-
 TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAndCancelSendTheirActions)
 {
-    Panel panel;
+    // An alert panel laid out by hand: icon, message, two buttons at the
+    // bottom right (in Qt's coordinates, y counting down from the top).
+    QWidget panel;
+    panel.resize(420, 160);
+    (new QLabel(QStringLiteral("!"), &panel))->setGeometry(20, 20, 32, 32);
+    (new QLabel(QStringLiteral("The message."), &panel))->setGeometry(72, 20, 320, 60);
+    auto* ok = new QPushButton(QStringLiteral("OK"), &panel);
+    ok->setGeometry(320, 112, 82, 32);
+    (new QPushButton(QStringLiteral("Later"), &panel))->setGeometry(236, 114, 90, 30);
     PanelOwner owner;
     int oldConnectionCalls = 0;
-    QObject::connect(panel.ok, &QPushButton::clicked, [&oldConnectionCalls] { ++oldConnectionCalls; });
-    WQAddDontShowAgainButton(&owner, &panel.widget, QStringLiteral("integer warning"), "boxToggled", "buttonPressed",
+    QObject::connect(ok, &QPushButton::clicked, [&oldConnectionCalls] { ++oldConnectionCalls; });
+    WQAddDontShowAgainButton(&owner, &panel, QStringLiteral("integer warning"), "boxToggled", "buttonPressed",
                              "cancelled");
 
-    QCheckBox* box = checkBoxOf(panel.widget);
+    QCheckBox* box = panel.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly);
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->text(), u"Don't show again");
     // Left edge from the message (x 72 > 40), top 4 below the last button's
@@ -76,13 +61,13 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     EXPECT_EQ(box->geometry(), QRect(QPoint(72, 114 + 4), box->sizeHint()));
 
     // Cancel takes the last button's frame moved left by its width less 4.
-    QPushButton* cancel = buttonTitled(panel.widget, QStringLiteral("Cancel"));
+    QPushButton* cancel = buttonTitled(panel, QStringLiteral("Cancel"));
     ASSERT_NE(cancel, nullptr);
     EXPECT_EQ(cancel->geometry(), QRect(236 - 86, 114, 90, 30));
 
-    test::showActive(panel.widget);
+    test::showActive(panel);
     QTest::mouseClick(box, Qt::LeftButton);
-    QTest::mouseClick(panel.ok, Qt::LeftButton);
+    QTest::mouseClick(ok, Qt::LeftButton);
     QTest::mouseClick(cancel, Qt::LeftButton);
     EXPECT_EQ(owner.calls, QStringList({"box", "button:OK", "cancel"}));
     EXPECT_EQ(owner.attached.toString(), u"integer warning");
@@ -90,7 +75,7 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     EXPECT_EQ(oldConnectionCalls, 0);
 
     // Escape is Cancel's key.
-    QTest::keyClick(&panel.widget, Qt::Key_Escape);
+    QTest::keyClick(&panel, Qt::Key_Escape);
     EXPECT_TRUE(test::spinUntil([&owner] { return owner.calls.size() == 4; }));
     EXPECT_EQ(owner.calls.value(3), u"cancel");
 
@@ -100,7 +85,7 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     (new QLabel(QStringLiteral("icon"), &plain))->setGeometry(10, 10, 30, 30);
     WQAddDontShowAgainButton(&owner, &plain, QVariant(), "boxToggled", "buttonPressed", "cancelled");
 
-    box = checkBoxOf(plain);
+    box = plain.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly);
     ASSERT_NE(box, nullptr);
     // Nothing past x = 40: the left edge stays 20. The zero frame is the
     // bottom-left corner, so the box lies 4 below the bottom edge.
@@ -114,7 +99,7 @@ TEST(DontShowAgainButton, LinesUpOnAPanelSitsInAMessageBoxAndTheButtonsTheBoxAnd
     bare.resize(300, 120);
     WQAddDontShowAgainButton(&owner, &bare, QVariant(), "boxToggled", "buttonPressed");
     EXPECT_EQ(buttonTitled(bare, QStringLiteral("Cancel")), nullptr);
-    ASSERT_NE(checkBoxOf(bare), nullptr);
+    ASSERT_NE(bare.findChild<QCheckBox*>(QString(), Qt::FindDirectChildrenOnly), nullptr);
 
     // Nothing to add to.
     WQAddDontShowAgainButton(&owner, nullptr, QVariant(), "boxToggled", "buttonPressed", "cancelled");

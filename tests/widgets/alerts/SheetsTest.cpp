@@ -55,23 +55,18 @@ protected:
         return shown;
     }
 
-    // Clicks the button of the sheet with that text and lets it end.
-    void click(QMessageBox* box, const QString& text)
+    // Clicks the button of the sheet with that text (without, the first: OK
+    // on a suppressible one) and lets the sheet end.
+    void click(QMessageBox* box, const QString& text = QString())
     {
         ASSERT_NE(box, nullptr);
         for (QAbstractButton* button : box->buttons())
-            if (button->text() == text) {
+            if (text.isEmpty() || button->text() == text) {
                 QTest::mouseClick(button, Qt::LeftButton);
                 ASSERT_TRUE(spinUntil([&] { return controller->attachedSheet() != box; }));
                 return;
             }
         FAIL() << "no button " << text.toStdString();
-    }
-    // Closes the sheet with its first button (OK on a suppressible one).
-    void dismiss(QMessageBox* box)
-    {
-        ASSERT_NE(box, nullptr);
-        click(box, box->buttons().first()->text());
     }
 
     QWidget window;
@@ -91,7 +86,7 @@ const QString kDateMessage = QStringLiteral(
     "entered as a day, month, and year.  The order of the three values depends on the short date format in your "
     "desktop's regional settings.");
 
-TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAnswersNoAndKeepsTheKeyboard)
+TEST_F(Sheets, EachSheetHasItsTextsAndButtonsInEnglishAndGermanAnswersNoAndKeepsTheKeyboard)
 {
     // The decimal separator comes from the numeric locale.
     ScopedLocale locale(QStringLiteral("de_DE"));
@@ -148,7 +143,7 @@ TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAnswersNoAndKeepsTheKeyboard)
             ASSERT_NE(box->checkBox(), nullptr);
             EXPECT_EQ(box->checkBox()->text(), u"Don't show again");
             ASSERT_EQ(box->buttons().size(), 1);
-            dismiss(box);
+            click(box);
         } else {
             EXPECT_EQ(box->checkBox(), nullptr);
             EXPECT_EQ(box->buttons().size(), 2);
@@ -188,6 +183,29 @@ TEST_F(Sheets, EachSheetHasItsTextsAndButtonsAnswersNoAndKeepsTheKeyboard)
     press(u'\r');
     ASSERT_TRUE(spinUntil([&] { return !controller->attachedSheet(); }));
     EXPECT_TRUE(WQWarningSuppression::isSuppressed(kDefaultsKey_IntegerWarning));
+
+    // The framework's own catalogues (which language loads which is core's):
+    // German fills the names in after translating and translates the buttons.
+    ASSERT_EQ(WQLoadTranslations({QStringLiteral("de-DE")}), u"de");
+    QString refusal;
+    formatterOn(QStringLiteral("dd.MM.yy"))->dateForString(QString(), &refusal);
+    controller->sheetForDateField(nullptr, QString(), QStringLiteral("Buchungsdatum"), QStringLiteral("."), refusal);
+    box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), u"Das Datumsfeld darf nicht leer bleiben.");
+    EXPECT_TRUE(box->informativeText().startsWith(
+        u"Das Textfeld „Buchungsdatum“ nimmt die Ziffern „0“ bis „9“ und das Trennzeichen „.“ an.  Mit den Tasten"));
+    ASSERT_NE(box->checkBox(), nullptr);
+    EXPECT_EQ(box->checkBox()->text(), u"Nicht mehr anzeigen");
+    click(box);
+
+    controller->sheetForNegativeOrZeroTextField(field, QStringLiteral("Betrag"));
+    box = sheet();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), u"Das Feld „Betrag“ ist negativ oder null.");
+    EXPECT_EQ(box->defaultButton()->text(), u"Bearbeiten");
+    click(box, QStringLiteral("Abbrechen"));
+    WQLoadTranslations({QStringLiteral("en")});
 }
 
 TEST_F(Sheets, EditKeepsTheRejectedTextCancelBringsBackThePreviousValueAndOneShowsAtATime)
@@ -238,41 +256,13 @@ TEST_F(Sheets, EditKeepsTheRejectedTextCancelBringsBackThePreviousValueAndOneSho
     click(first, QStringLiteral("Edit"));
     ASSERT_NE(sheet(), nullptr);
     EXPECT_EQ(sheet()->text(), u"Second");
-    dismiss(sheet());
+    click(sheet());
 
     // A field that is gone by then is simply not there to restore.
     controller->sheetForBlankTextField(other);
     QMessageBox* box = sheet();
     delete other;
     click(box, QStringLiteral("Cancel"));
-}
-
-// The framework's own catalogues (which language loads which is core's; the
-// English wording is the table's above): German fills the names in after
-// translating and translates the buttons.
-TEST_F(Sheets, ShowTheShippedCatalogues)
-{
-    ScopedLocale locale(QStringLiteral("de_DE"));
-    ASSERT_EQ(WQLoadTranslations({QStringLiteral("de-DE")}), u"de");
-    QString refusal;
-    formatterOn(QStringLiteral("dd.MM.yy"))->dateForString(QString(), &refusal);
-    controller->sheetForDateField(nullptr, QString(), QStringLiteral("Buchungsdatum"), QStringLiteral("."), refusal);
-    QMessageBox* box = sheet();
-    ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->text(), u"Das Datumsfeld darf nicht leer bleiben.");
-    EXPECT_TRUE(box->informativeText().startsWith(
-        u"Das Textfeld „Buchungsdatum“ nimmt die Ziffern „0“ bis „9“ und das Trennzeichen „.“ an.  Mit den Tasten"));
-    ASSERT_NE(box->checkBox(), nullptr);
-    EXPECT_EQ(box->checkBox()->text(), u"Nicht mehr anzeigen");
-    dismiss(box);
-
-    controller->sheetForNegativeOrZeroTextField(field, QStringLiteral("Betrag"));
-    box = sheet();
-    ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->text(), u"Das Feld „Betrag“ ist negativ oder null.");
-    EXPECT_EQ(box->defaultButton()->text(), u"Bearbeiten");
-    click(box, QStringLiteral("Abbrechen"));
-    WQLoadTranslations({QStringLiteral("en")});
 }
 
 // What another process would read: the settings file itself.
@@ -303,7 +293,7 @@ TEST_F(Suppression, TickingTheBoxSilencesThatWarningForGood)
         ASSERT_TRUE(box->checkBox()->isChecked());
         // Ticked but not yet closed: not stored yet.
         EXPECT_FALSE(WQWarningSuppression::isSuppressed(k.key));
-        dismiss(box);
+        click(box);
         EXPECT_TRUE(QSettings().value(k.key).toBool());
         EXPECT_TRUE(storedOnDisk(k.key));
 
@@ -395,7 +385,7 @@ TEST_F(Suppression, TheSettingsPageListsSilencedWarningsTheApplicationsOwnTooAnd
     QMessageBox* box = sheet();
     ASSERT_NE(box, nullptr);
     QTest::mouseClick(box->checkBox(), Qt::LeftButton);
-    dismiss(box);
+    click(box);
     EXPECT_TRUE(WQWarningSuppression::isSuppressed(key));
     controller->sheetForSuppressibleWarning(QStringLiteral("Again"), QString(), key);
     EXPECT_EQ(controller->attachedSheet(), nullptr);

@@ -11,7 +11,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace wq;

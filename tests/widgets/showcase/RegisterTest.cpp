@@ -12,6 +12,7 @@
 #include "ShowcaseText.h"
 #include "SidePanels.h"
 
+#include "FieldTesting.h"
 #include "FileTesting.h"
 #include "KeyTyping.h"
 #include "WQTestSupport.h"
@@ -66,9 +67,7 @@ protected:
             feature->build(*window);
         window->finishEntryRow();
         window->resize(1000, 560);
-        window->show();
-        QApplication::setActiveWindow(window.get());
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        wq::test::showActive(*window);
         if (!file.isEmpty())
             window->keepIn(file);
     }

@@ -16,7 +16,6 @@
 
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QDataStream>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMainWindow>
@@ -215,10 +214,14 @@ TEST_F(ToolbarDictionary, ItemsKeepTheirStateAndViewsGoBackToTheWindow)
 {
     SampleController controller;
     auto* toolbar = new WQToolbar(QStringLiteral("Main"), controller.window());
-    // The application marks an item checkable as it is added.
+    // Without a delegate there is nothing to make items from.
+    toolbar->insertItemWithItemIdentifier(QStringLiteral("new"), 0);
+    EXPECT_EQ(toolbar->itemWithIdentifier(QStringLiteral("new")), nullptr);
+    // The application marks an item checkable as it is added, and caps a view.
     QObject::connect(toolbar, &WQToolbar::willAddItem, toolbar, [](WQToolbarItem* item) {
-        if (item->itemIdentifier() == u"delete")
-            item->setCheckable(true);
+        item->setCheckable(item->itemIdentifier() == u"delete");
+        if (item->view())
+            item->setMaxSize(QSize(240, 30));
     });
     toolbar->setDelegate(&controller);
     WQToolbarItem* remove = toolbar->itemWithIdentifier(QStringLiteral("delete"));
@@ -243,6 +246,8 @@ TEST_F(ToolbarDictionary, ItemsKeepTheirStateAndViewsGoBackToTheWindow)
               QStringList({"search", kWQToolbarSeparatorItemIdentifier, "report", "delete",
                            kWQToolbarSeparatorItemIdentifier}));
     EXPECT_EQ(search->parentWidget(), toolbar);
+    EXPECT_EQ(search->maximumSize(), QSize(240, 30));
+    EXPECT_TRUE(toolbar->items().last()->isStandardItem() && !remove->isStandardItem());
     showActive(*controller.window());
     EXPECT_TRUE(spinUntil([search] { return search->isVisible(); }));
     toolbar->removeItemAtIndex(0);
@@ -277,28 +282,27 @@ void clickRow(QListWidget& list, int row, Qt::KeyboardModifiers modifiers = {})
     QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, rect.center());
 }
 
-// Drops what a drag from one of the lists carries onto a list, where a user
-// aims: in the gap above a row (or below the last one), right of its label.
-// On the way, the toolbar list shows an insertion line in that gap.
-void drop(QListWidget& target, bool fromPalette, const QList<int>& rows, const QStringList& identifiers, int atRow)
+// Drops rows of one list, as a drag from that list carries them, onto a list
+// where a user aims: in the gap above a row (or below the last one), right of
+// its label. On the way, the toolbar list shows an insertion line in that gap.
+void drop(QListWidget& target, const QListWidget& source, const QList<int>& rows, int atRow)
 {
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    out << (fromPalette ? 0 : 1) << rows << identifiers;
-    QMimeData data;
-    data.setData(WQToolbarCustomizationDialog::kItemMimeType, bytes);
+    QModelIndexList indexes;
+    for (int row : rows)
+        indexes << source.model()->index(row, 0);
+    const std::unique_ptr<QMimeData> data(source.model()->mimeData(indexes));
     const int gap = atRow < target.count() ? target.visualItemRect(target.item(atRow)).top() - 1
                                            : target.visualItemRect(target.item(target.count() - 1)).bottom() + 1;
     const QPoint at(target.viewport()->width() - 6, gap);
-    QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, data.get(), Qt::LeftButton, {});
     QApplication::sendEvent(target.viewport(), &enter);
-    QDragMoveEvent move(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QDragMoveEvent move(at, Qt::CopyAction | Qt::MoveAction, data.get(), Qt::LeftButton, {});
     QApplication::sendEvent(target.viewport(), &move);
     if (target.objectName() == u"toolbarItems") {
         EXPECT_EQ(target.viewport()->grab().toImage().pixelColor(target.viewport()->width() / 2, gap),
                   target.palette().color(QPalette::Highlight));
     }
-    QDropEvent dropped(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QDropEvent dropped(at, Qt::CopyAction | Qt::MoveAction, data.get(), Qt::LeftButton, {});
     QApplication::sendEvent(target.viewport(), &dropped);
     EXPECT_TRUE(dropped.isAccepted());
 }
@@ -309,16 +313,26 @@ struct Opened {
     QListWidget* items = nullptr;
 };
 
-// Right-clicks the toolbar and chooses "Customize Toolbar…" from the keyboard.
-Opened openFromContextMenu(WQToolbar& toolbar)
+// Right-clicks the toolbar and picks, from the keyboard, the item that so many
+// Up presses reach if it has that text; answers whether it had.
+bool pickFromContextMenu(WQToolbar& toolbar, int ups, QStringView text)
 {
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(4, 4), toolbar.mapToGlobal(QPoint(4, 4)));
     QApplication::sendEvent(&toolbar, &event);
-    if (auto* menu = toolbar.findChild<QMenu*>(); menu && QTest::qWaitForWindowExposed(menu)) {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (!menu || !QTest::qWaitForWindowExposed(menu))
+        return false;
+    for (int i = 0; i < ups; ++i)
         QTest::keyClick(menu, Qt::Key_Up);
-        EXPECT_EQ(menu->activeAction()->text(), u"Customize Toolbar\u2026");
-        QTest::keyClick(menu, Qt::Key_Return);
-    }
+    const bool found = menu->activeAction() && menu->activeAction()->text() == text;
+    QTest::keyClick(menu, found ? Qt::Key_Return : Qt::Key_Escape);
+    return found;
+}
+
+// Right-clicks the toolbar and chooses "Customize Toolbar…" from the keyboard.
+Opened openFromContextMenu(WQToolbar& toolbar)
+{
+    EXPECT_TRUE(pickFromContextMenu(toolbar, 1, u"Customize Toolbar\u2026"));
     // The caller asserts a dialog; without one the lists stay null.
     Opened opened{toolbar.customizationPalette()};
     if (opened.dialog && QTest::qWaitForWindowExposed(opened.dialog)) {
@@ -363,20 +377,33 @@ TEST_F(ToolbarCustomization, TheUserAddsRemovesAndReordersItemsAndKeepsTheChoice
 
     // Drag and drop: a separator from the palette before "report", "search"
     // within the list to the front, "delete" back out to the palette.
-    drop(*d.items, true, {5}, {kSeparator}, 1);
+    drop(*d.items, *d.palette, {5}, 1);
     EXPECT_EQ(toolbar->itemIdentifiers(), QStringList({"delete", kSeparator, "report", kFlexible, "search"}));
-    drop(*d.items, false, {4}, {"search"}, 0);
+    drop(*d.items, *d.items, {4}, 0);
     EXPECT_EQ(toolbar->itemIdentifiers(), QStringList({"search", "delete", kSeparator, "report", kFlexible}));
-    drop(*d.palette, false, {1}, {"delete"}, 0);
+    drop(*d.palette, *d.items, {1}, 0);
     EXPECT_EQ(toolbar->itemIdentifiers(), QStringList({"search", kSeparator, "report", kFlexible}));
     // An item already there is not added twice, however it arrives.
-    drop(*d.items, true, {2}, {"report"}, 0);
+    drop(*d.items, *d.palette, {2}, 0);
     EXPECT_EQ(toolbar->itemIdentifiers().count(QStringLiteral("report")), 1);
+    // A space below the last row; a drag that ends outside the lists takes
+    // nothing out.
+    drop(*d.items, *d.palette, {6}, d.items->count());
+    const QStringList dropped = {"search", kSeparator, "report", kFlexible, kWQToolbarSpaceItemIdentifier};
+    EXPECT_EQ(toolbar->widgetForAction(toolbar->items().last())->maximumWidth(), 24);
+    const QPoint from = d.items->visualItemRect(d.items->item(0)).center();
+    QTest::mousePress(d.items->viewport(), Qt::LeftButton, {}, from);
+    for (const int down : {5, 40})
+        QTest::mouseMove(d.items->viewport(), from + QPoint(0, down));
+    QTest::mouseRelease(d.items->viewport(), Qt::LeftButton, {}, from + QPoint(0, 40));
+    EXPECT_EQ(toolbar->itemIdentifiers(), dropped);
+    EXPECT_EQ(d.dialog->itemIdentifiers(), dropped);
 
     // The buttons do the same.
     clickRow(*d.items, 2);
     QTest::mouseClick(d.dialog->findChild<QPushButton*>(QStringLiteral("moveDown")), Qt::LeftButton);
-    EXPECT_EQ(toolbar->itemIdentifiers(), QStringList({"search", kSeparator, kFlexible, "report"}));
+    EXPECT_EQ(toolbar->itemIdentifiers(),
+              QStringList({"search", kSeparator, kFlexible, "report", kWQToolbarSpaceItemIdentifier}));
     auto* mode = d.dialog->findChild<QComboBox*>(QStringLiteral("displayMode"));
     mode->setCurrentIndex(mode->findData(int(Qt::ToolButtonIconOnly)));
     EXPECT_EQ(toolbar->toolButtonStyle(), Qt::ToolButtonIconOnly);
@@ -400,6 +427,11 @@ TEST_F(ToolbarCustomization, TheUserAddsRemovesAndReordersItemsAndKeepsTheChoice
     QTest::keyClick(d.dialog, Qt::Key_Escape);
     EXPECT_TRUE(spinUntil([&] { return !toolbar->customizationPalette(); }));
     EXPECT_EQ(toolbar->itemIdentifiers(), chosen);
+
+    // The toolbar's own menu sets the mode at once, and keeps it.
+    ASSERT_TRUE(pickFromContextMenu(*toolbar, 2, u"Text Only"));
+    EXPECT_EQ(toolbar->toolButtonStyle(), Qt::ToolButtonTextOnly);
+    EXPECT_EQ(QSettings().value(QStringLiteral("Toolbars/Main/displayMode")).toInt(), int(Qt::ToolButtonTextOnly));
 }
 
 TEST_F(ToolbarCustomization, ANewDefaultSetJoinsTheUsersChoiceAndGoneItemsAreSkipped)

@@ -16,7 +16,6 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QImage>
 #include <QLineEdit>
 #include <QMenu>
@@ -52,28 +51,15 @@ struct Register {
         test::showActive(table);
     }
 
-    void select(const QList<int>& rows)
-    {
-        table.clearSelection();
-        for (int r : rows)
-            table.selectionModel()->select(model.index(r, 0),
-                                           QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    }
-
-    QPoint rowPoint(int row) const
-    {
-        if (row < 0)
-            return QPoint(20, table.viewport()->height() - 10);
-        return table.visualRect(model.index(row, 1)).center();
-    }
-
-    // Right-clicks and answers the menu that popped up (closed again).
+    // Right-clicks the row (below the rows for -1) and answers the menu that
+    // popped up (closed again).
     QMenu* rightClick(int row)
     {
+        const QPoint at = row < 0 ? QPoint(20, table.viewport()->height() - 10)
+                                  : table.visualRect(model.index(row, 1)).center();
         // Through the window, as the platform sends it, so that the press
         // also brings the context-menu event.
-        QTest::mouseClick(table.windowHandle(), Qt::RightButton, Qt::NoModifier,
-                          table.viewport()->mapTo(&table, rowPoint(row)));
+        QTest::mouseClick(table.windowHandle(), Qt::RightButton, Qt::NoModifier, table.viewport()->mapTo(&table, at));
         QMenu* shown = nullptr;
         test::spinUntil([&] { return (shown = qobject_cast<QMenu*>(QApplication::activePopupWidget())) != nullptr; }, 400);
         if (shown)
@@ -122,55 +108,6 @@ struct Row {
     }
 };
 
-struct Form {
-    QWidget window;
-    QLineEdit* outside = new QLineEdit(&window);
-    WQFocusableScrollView* area = new WQFocusableScrollView(&window);
-    QWidget* content = new QWidget;
-    QLineEdit* inside = new QLineEdit(content);
-    QLineEdit* deeper = nullptr;
-
-    Form()
-    {
-        auto* layout = new QVBoxLayout(&window);
-        layout->addWidget(outside);
-        layout->addWidget(area);
-        auto* inner = new QVBoxLayout(content);
-        inner->addWidget(inside);
-        auto* nested = new QWidget(content);
-        deeper = new QLineEdit(nested);
-        inner->addWidget(nested);
-        area->setWidget(content);
-        area->setWidgetResizable(true);
-        window.resize(240, 200);
-    }
-
-    QImage frame() { return area->grab().toImage(); }
-};
-
-struct LinkView {
-    WQURLTextView view;
-
-    explicit LinkView(const QString& html)
-    {
-        QFont font(QStringLiteral("DejaVu Sans"));
-        font.setPixelSize(14);
-        view.setFont(font);
-        view.setHtml(html);
-        view.resize(300, 120);
-        test::showActive(view);
-    }
-
-    bool handAt(const QPoint& pos)
-    {
-        QTest::mouseMove(view.viewport(), pos);
-        QApplication::processEvents();
-        const QCursor cursor = view.viewport()->cursor();
-        return cursor.shape() == Qt::BitmapCursor && cursor.hotSpot() == QPoint(5, 0)
-               && cursor.pixmap().toImage() == WQURLClickHandImage().toImage();
-    }
-};
-
 // The points the outline passes through at the ends of its lines and arcs.
 QList<QPointF> outlinePoints(const QPainterPath& path)
 {
@@ -209,7 +146,10 @@ TEST(TableView, ContextMenuFollowsTheClickedRowOrComesFromTheDelegate)
     Register reg;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        reg.select(c.selected);
+        reg.table.clearSelection();
+        for (int r : c.selected)
+            reg.table.selectionModel()->select(reg.model.index(r, 0),
+                                               QItemSelectionModel::Select | QItemSelectionModel::Rows);
         QMenu* shown = reg.rightClick(c.clicked);
         ASSERT_NE(shown, nullptr);
         EXPECT_TRUE(reg.table.hasFocus());
@@ -303,7 +243,26 @@ TEST(HideableCells, HiddenCellsKeepTheirPlaceDrawNothingAndStillTakeClicksAndKey
 
 TEST(FocusableScrollView, RingFollowsTheFocusInAndOutAndTheWindowsActivation)
 {
-    Form form;
+    // A line edit above the view; in the view, one line edit and another a
+    // level deeper.
+    struct {
+        QWidget window;
+        QLineEdit* outside = new QLineEdit(&window);
+        WQFocusableScrollView* area = new WQFocusableScrollView(&window);
+        QWidget* content = new QWidget;
+        QLineEdit* inside = new QLineEdit(content);
+        QLineEdit* deeper = new QLineEdit(new QWidget(content));
+        QImage frame() { return area->grab().toImage(); }
+    } form;
+    auto* layout = new QVBoxLayout(&form.window);
+    layout->addWidget(form.outside);
+    layout->addWidget(form.area);
+    auto* inner = new QVBoxLayout(form.content);
+    inner->addWidget(form.inside);
+    inner->addWidget(form.deeper->parentWidget());
+    form.area->setWidget(form.content);
+    form.area->setWidgetResizable(true);
+    form.window.resize(240, 200);
     test::showActive(form.window);
     const QImage plain = form.frame();
     EXPECT_FALSE(form.area->shouldDrawFocusRing());
@@ -356,7 +315,23 @@ TEST(FocusableScrollView, RingFollowsTheFocusInAndOutAndTheWindowsActivation)
 
 TEST(URLTextView, HandOverTheLinkOnlyWithAreasThatFollowLinesRunsScrollingAndNewText)
 {
-    LinkView page(QStringLiteral("Pay the <a href=\"https://example.com/bill\">power bill</a> by Friday."));
+    struct {
+        WQURLTextView view;
+        bool handAt(const QPoint& pos)
+        {
+            QTest::mouseMove(view.viewport(), pos);
+            QApplication::processEvents();
+            const QCursor cursor = view.viewport()->cursor();
+            return cursor.shape() == Qt::BitmapCursor && cursor.hotSpot() == QPoint(5, 0)
+                   && cursor.pixmap().toImage() == WQURLClickHandImage().toImage();
+        }
+    } page;
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(14);
+    page.view.setFont(font);
+    page.view.setHtml(QStringLiteral("Pay the <a href=\"https://example.com/bill\">power bill</a> by Friday."));
+    page.view.resize(300, 120);
+    test::showActive(page.view);
     const QList<QRect> rects = page.view.linkCursorRects();
     ASSERT_EQ(rects.size(), 1);
     const QRect link = rects.first();
