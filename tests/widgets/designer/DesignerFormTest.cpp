@@ -54,24 +54,18 @@ protected:
 // A class the plugin did not offer would load as its base class.
 TEST_F(DesignerForm, WidgetsComeOutOfTheirClassWithTheirContentsAndFieldsTypeThroughTheirKind)
 {
-    struct Widget {
-        QString name;
-        const char* className;
-        const char* base;
+    const std::pair<QString, const char*> widgets[] = {
+        {u"amountField"_s, "wq::WQLineEdit"},
+        {u"datePicker"_s, "wq::WQDatePicker"},
+        {u"dragAndDropView"_s, "wq::WQDragAndDropView"},
+        {u"scrollView"_s, "wq::WQFocusableScrollView"},
+        {u"linkTextView"_s, "wq::WQURLTextView"},
+        {u"tableView"_s, "wq::WQTableView"},
     };
-    const Widget widgets[] = {
-        {u"amountField"_s, "wq::WQLineEdit", "QLineEdit"},
-        {u"datePicker"_s, "wq::WQDatePicker", "QDateEdit"},
-        {u"dragAndDropView"_s, "wq::WQDragAndDropView", "QWidget"},
-        {u"scrollView"_s, "wq::WQFocusableScrollView", "QScrollArea"},
-        {u"linkTextView"_s, "wq::WQURLTextView", "QTextBrowser"},
-        {u"tableView"_s, "wq::WQTableView", "QTableView"},
-    };
-    for (const Widget& row : widgets) {
-        const QWidget* widget = child(row.name);
+    for (const auto& [name, className] : widgets) {
+        const QWidget* widget = child(name);
         ASSERT_TRUE(widget);
-        EXPECT_STREQ(widget->metaObject()->className(), row.className);
-        EXPECT_TRUE(widget->inherits(row.base)) << row.className;
+        EXPECT_STREQ(widget->metaObject()->className(), className);
     }
     // Children laid out inside the containers stay there.
     EXPECT_EQ(child<QScrollArea>(u"scrollView"_s)->widget(), child(u"scrollViewContents"_s));

@@ -68,15 +68,10 @@ TEST(StringDrawing, RepeatsTheFillerWhileThereIsRoomAndDrawsInsideTheRectangle)
     EXPECT_LT(widthIn(fitted.text, fitted.font), row.width());
     EXPECT_GE(widthIn(fitted.text + u'.', fitted.font), row.width());
 
-    // A filler of several characters is repeated whole.
-    const WQFittedText dashed = fitInRect(label, row, attributes, 8, QStringLiteral(" -"));
-    EXPECT_EQ((dashed.text.size() - label.size()) % 2, 0);
-
     // No filler behind a label too wide or a little too tall for the row
-    // (shrinking to fit leaves no room), nor from an empty filler.
+    // (shrinking to fit leaves no room).
     EXPECT_EQ(fitInRect(label, QRectF(0, 0, labelSize.width() / 3, labelSize.height()), attributes, 10, QStringLiteral(".")).text, label);
     EXPECT_EQ(fitInRect(label, QRectF(0, 0, row.width(), labelSize.height() - 1), attributes, 12, QStringLiteral(".")).text, label);
-    EXPECT_EQ(fitInRect(label, row, attributes, 8, QString()).text, label);
 
     // Drawn, it stays inside the rectangle.
     QImage image(300, 60, QImage::Format_ARGB32);

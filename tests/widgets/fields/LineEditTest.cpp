@@ -1,20 +1,25 @@
 // The line edit: edits handed to its formatter with real events, the
 // formatter each kind installs, and its value as Qt's machinery reads and
-// writes it.
+// writes it; beside it, the formatter validator in Qt's own inputs.
 
 #include "FieldTesting.h"
+#include "KeyTyping.h"
+#include "MoneyTestSupport.h"
 #include "ProbeFormatter.h"
 
 #include <WQGeneral/dateformatter/WQDateFormatter.h>
 #include <WQGeneral/datefields/WQDateFields.h>
 #include <WQGeneral/fields/WQLineEdit.h>
 #include <WQGeneral/money/WQMoneyFormatter.h>
+#include <WQGeneral/money/WQMoneyFormatterOwner.h>
 #include <WQGeneral/numbers/WQDecimalFormatter.h>
 #include <WQGeneral/numbers/WQPositiveIntegerFormatter.h>
+#include <WQGeneral/validators/WQFormatterValidator.h>
 
 #include <WQTestSupport.h>
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QDataWidgetMapper>
 #include <QInputMethodEvent>
 #include <QSignalSpy>
@@ -154,13 +159,10 @@ TEST_F(LineEdit, WithoutFormatterItIsAPlainLineEditAndFollowsAFormatterGivenLate
     QTest::keyClicks(other, "any text!");
     EXPECT_EQ(other->text(), "any text!");
 
-    // It undoes like any line edit: Ctrl+Z, and Undo in its context menu.
+    // It undoes and redoes like any line edit.
     QTest::keyClick(other, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(other->text(), "any text");
-    EXPECT_TRUE(test::undoFromContextMenu(*other));
-    EXPECT_EQ(other->text(), "any tex");
     QTest::keyClick(other, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    QTest::keyClick(other, '!');
     EXPECT_EQ(other->text(), "any text!");
     EXPECT_TRUE(other->validateEditing());
     EXPECT_EQ(other->objectValue(), QVariant("any text!"));
@@ -243,22 +245,138 @@ TEST_F(LineEdit, AMapperReadsTheValueAndWritesItBackAndNumbersAndDatesHaveTheirO
 }
 
 // Digits of other scripts, from keys or an input method, and the keypad's
-// decimal key type what the framework's number and date fields read.
-TEST_F(LineEdit, NumberAndDateFieldsReadOtherScriptsDigitsAndTheKeypadDecimalKey)
+// decimal key type what the framework's number, money and date fields read.
+TEST_F(LineEdit, NumberMoneyAndDateFieldsReadOtherScriptsDigitsAndTheKeypadDecimalKey)
 {
     test::ScopedLocale german("de_DE");
+    // Its own owner's: the shared money formatters reread changed settings only a moment later.
+    WQMoneyFormatterOwner owner;
     // After an Arabic-Indic 1, the keypad's decimal key and a Persian 5 committed:
-    for (const auto& [kind, text] : {std::pair{WQLineEdit::Decimal, "1,5"}, std::pair{WQLineEdit::WholeNumber, "15"},
-                                     std::pair{WQLineEdit::Date, "1.5"}}) {
-        edit->setFormatterKind(kind);
+    const std::pair<std::shared_ptr<WQFormatter>, const char*> rows[] = {
+        {WQMakeFormatter(WQLineEdit::Decimal, 2), "1,5"}, {WQMakeFormatter(WQLineEdit::WholeNumber, 2), "15"},
+        {owner.moneyFormatter(), "1,5 €"}, {WQMakeFormatter(WQLineEdit::Date, 2), "1.5"}};
+    for (const auto& [formatter, text] : rows) {
+        edit->setFormatter(formatter);
         edit->clear();
         QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, QString(QChar(0x0661)), Qt::NoModifier);
         QTest::keyClick(edit, Qt::Key_Period, Qt::KeypadModifier);
         QInputMethodEvent commit;
         commit.setCommitString(QString(QChar(0x06F5)));
         QApplication::sendEvent(edit, &commit);
-        EXPECT_EQ(edit->text(), text) << kind;
+        EXPECT_EQ(edit->text(), text);
     }
+}
+
+// The money typing tables of both modes are the formatter's own tests; here
+// real keys go through a field, which shows each rewrite with its caret and
+// reads the value when editing ends. Escape and the context menu's Undo
+// reach the field's own history.
+TEST_F(LineEdit, MoneyInBothTypingModesAndEscapeGivesTheEditUpForUndoToBringBack)
+{
+    test::ScopedLocale locale("en_US");
+    WQMoneyFormatterOwner owner;
+    edit->setFormatter(owner.moneyFormatter());
+    const auto steps = [this](std::initializer_list<std::pair<const char*, const char*>> rows) {
+        for (const auto& [keys, text] : rows) {
+            test::type(QString::fromLatin1(keys));
+            EXPECT_EQ(edit->text(), text) << "after " << keys;
+        }
+    };
+    steps({{"1234", "$1,234"}, {"-", "-$1,234"}, {"-.56", "$1,234.56"}});
+    // Backspace over a group keeps the caret among the digits.
+    edit->setCursorPosition(4); // $1,2|34.56
+    steps({{"\b", "$134.56"}});
+    EXPECT_EQ(edit->cursorPosition(), 2);
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), 134.56);
+
+    // The owner's mode counts from the next key.
+    owner.setUserInputLikeATM(true);
+    edit->selectAll();
+    steps({{"1234", "$12.34"}, {"-5", "-$123.45"}, {"\b", "-$12.34"}});
+    EXPECT_EQ(edit->cursorPosition(), 7);
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), -12.34);
+
+    edit->selectAll();
+    steps({{"9x12", "-$9.12"}}); // over everything, the sign is kept
+    QTest::keyClick(edit, Qt::Key_Escape);
+    EXPECT_EQ(edit->text(), "-$12.34");
+    EXPECT_EQ(edit->selectedText(), "-$12.34");
+    EXPECT_FALSE(edit->hasPendingEdit());
+    EXPECT_TRUE(edit->hasFocus());
+    EXPECT_TRUE(test::undoFromContextMenu(*edit));
+    EXPECT_EQ(edit->text(), "-$9.12");
+    EXPECT_TRUE(edit->validateEditing());
+    EXPECT_DOUBLE_EQ(edit->objectValue().toDouble(), -9.12);
+}
+
+// The formatter validator in Qt's own inputs beside the field.
+TEST_F(LineEdit, AValidatorJudgesEachEditOfAPlainLineEditOrAComboBox)
+{
+    WQMoneyFormatterOwner owner{test::dollarDict()};
+    WQFormatterValidator money{owner.moneyFormatter(2)};
+    QSignalSpy refused(&money, &WQFormatterValidator::editRefused);
+    const auto input = std::make_unique<QLineEdit>(&window);
+    const auto combo = std::make_unique<QComboBox>(&window);
+    combo->setEditable(true);
+    for (QWidget* added : {static_cast<QWidget*>(input.get()), static_cast<QWidget*>(combo.get())}) {
+        window.layout()->addWidget(added);
+        added->show();
+    }
+    QSignalSpy finished(input.get(), &QLineEdit::editingFinished);
+    input->setValidator(&money);
+    input->setFocus();
+    const struct {
+        QString keys, text;
+    } steps[] = {{"1", "$1"}, {"234", "$1,234"}, {"a", "$1,234"}, {"\b", "$123"}, {"-", "-$123"}, {".5", "-$123.5"}};
+    for (const auto& step : steps) {
+        test::type(step.keys);
+        EXPECT_EQ(input->text(), step.text) << step.keys.toStdString();
+    }
+    EXPECT_EQ(input->cursorPosition(), input->text().size());
+    ASSERT_EQ(refused.size(), 1);
+    EXPECT_EQ(refused[0][0].toString(), "\"a\" is not valid here");
+    EXPECT_FALSE(input->hasAcceptableInput()) << "not yet in its display form";
+    test::type("\r");
+    EXPECT_EQ(input->text(), "-$123.50") << "finished into the display form";
+    EXPECT_EQ(finished.size(), 1);
+
+    // In the middle of the text the caret stays behind what was typed.
+    input->setCursorPosition(2);
+    test::type("9");
+    EXPECT_EQ(input->text(), "-$9,123.50");
+    EXPECT_EQ(input->cursorPosition(), 3);
+
+    // ATM typing needs the selection before the edit (over everything, the
+    // sign is kept) and the delete key, which only the difference shows.
+    owner.setUserInputLikeATM(true);
+    input->selectAll();
+    test::type("123\b");
+    EXPECT_EQ(input->text(), "-$0.12");
+
+    // Another input's text set by the program is read, never rewritten.
+    QLineEdit unfocused;
+    unfocused.setValidator(&money);
+    unfocused.setText("12");
+    EXPECT_EQ(unfocused.text(), "12");
+    EXPECT_FALSE(unfocused.hasAcceptableInput());
+
+    // In an editable combo box, and with dates.
+    owner.setUserInputLikeATM(false);
+    combo->setValidator(&money);
+    combo->setFocus();
+    test::type("1200\r");
+    EXPECT_EQ(combo->currentText(), "$1,200.00");
+    EXPECT_EQ(combo->count(), 1) << "the finished amount was added";
+
+    WQFormatterValidator dates(WQMakeFormatter(WQLineEdit::Date, 2));
+    input->setValidator(&dates);
+    input->clear();
+    input->setFocus();
+    test::type("3/5/24+");
+    EXPECT_EQ(input->text(), "3/6/24") << "the date field's increment keys";
+    EXPECT_TRUE(input->hasAcceptableInput());
 }
 
 TEST(LineEditKind, EachKindInstallsItsFormatterPlacesFollowMoneyAndCodeMayChooseItsOwn)
