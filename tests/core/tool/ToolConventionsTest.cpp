@@ -87,7 +87,6 @@ TEST_F(ToolConventions, HelpVersionStatusesTheEndOfOptionsAndTheSmallCommands)
         {{"round", "2", "-0.125"}, {}, 0, equals("-0.12\n"), empty},
         // A missing input file and an unwritable output file are both usage errors.
         {{"base64", "encode", missing}, {}, 2, empty, oneLineWith("cannot read")},
-        {{"inspect", missing}, {}, 2, empty, oneLineWith("cannot read")},
         {{"encrypt", "--password-stdin", missing, path("x.enc")}, "pw\n", 2, empty, oneLineWith("cannot read")},
         {{"decrypt", "--password-stdin", missing, path("x.xml")}, "pw\n", 2, empty, oneLineWith("cannot read")},
         {{"base64", "encode", in, unwritable}, {}, 2, empty, oneLineWith("cannot write")},
