@@ -3,7 +3,7 @@
 // scripted text field: each edit is proposed the way a field editor would
 // propose it, judged through the formatter contract, and applied as a field
 // applies the answer. RecordingEditor only holds a selection that a
-// formatter may set.
+// formatter may set. readWith asks a formatter for the value of a text.
 
 #include <WQGeneral/formatters/WQFormatter.h>
 #include <WQGeneral/formatters/WQToolkit.h>
@@ -145,5 +145,20 @@ inline void checkTyping(WQFormatter& formatter, std::initializer_list<TypingRow>
 
 // The message of a key no formatter takes at that place.
 inline QString notValid(const QString& key) { return QStringLiteral("\"%1\" is not valid here").arg(key); }
+
+// A formatter's answer for a text: whether it read, what, and its message.
+struct Reading {
+    bool ok = false;
+    QVariant value;
+    QString error;
+};
+
+// The message place starts as errorBefore, to show whether reading touches it.
+inline Reading readWith(const WQFormatter& formatter, const QString& text, const QString& errorBefore = QString())
+{
+    Reading reading{false, QVariant(), errorBefore};
+    reading.ok = formatter.getObjectValue(&reading.value, text, &reading.error);
+    return reading;
+}
 
 } // namespace wq::test

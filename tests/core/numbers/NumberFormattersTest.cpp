@@ -35,21 +35,17 @@ TEST(DecimalFormatter, DisplayAndReading)
     const struct { QString text; double value; } read[] = {
         {u"--1.5"_s, 1.5}, {u"-1.5"_s, -1.5}, {u"1.5-"_s, -1.5}, {u"a1.5b"_s, 1.5}, {u"1,234.5"_s, 1234.5}, {u"42"_s, 42},
     };
-    QVariant value;
-    QString error;
     for (const auto& row : read) {
-        error = u"stale"_s;
-        EXPECT_TRUE(f.getObjectValue(&value, row.text, &error)) << row.text.toStdString();
-        EXPECT_DOUBLE_EQ(value.toDouble(), row.value) << row.text.toStdString();
-        EXPECT_TRUE(error.isNull());
+        const test::Reading reading = test::readWith(f, row.text, u"stale"_s);
+        EXPECT_TRUE(reading.ok && reading.error.isNull()) << row.text.toStdString();
+        EXPECT_DOUBLE_EQ(reading.value.toDouble(), row.value) << row.text.toStdString();
     }
-    EXPECT_FALSE(f.getObjectValue(&value, u"1.2.3"_s, &error));
-    EXPECT_FALSE(error.isEmpty());
+    const test::Reading twoPoints = test::readWith(f, u"1.2.3"_s);
+    EXPECT_TRUE(!twoPoints.ok && !twoPoints.error.isEmpty());
 
     test::ScopedLocale german(u"de_DE"_s);
     EXPECT_EQ(WQDecimalFormatter().stringForObjectValue(-0.25), u"-0,25");
-    EXPECT_TRUE(WQDecimalFormatter().getObjectValue(&value, u"-2,75 %"_s, &error));
-    EXPECT_DOUBLE_EQ(value.toDouble(), -2.75);
+    EXPECT_DOUBLE_EQ(test::readWith(WQDecimalFormatter(), u"-2,75 %"_s).value.toDouble(), -2.75);
 }
 
 TEST(DecimalFormatter, TypingOnlyFilters)
@@ -107,12 +103,9 @@ TEST(PositiveIntegerFormatter, LocaleGroupingDisplayAndParse)
     EXPECT_EQ(f.stringForObjectValue(1234567), u"1.234.567");
     EXPECT_EQ(f.stringForObjectValue(QString()), u"");
     EXPECT_FALSE(f.stringForObjectValue(u"12"_s).has_value());
-    QVariant value;
-    QString error;
-    EXPECT_TRUE(f.getObjectValue(&value, u"1.234"_s, &error));
-    EXPECT_EQ(value.toDouble(), 1234);
-    EXPECT_FALSE(f.getObjectValue(&value, u"12x"_s, &error));
-    EXPECT_FALSE(error.isEmpty());
+    EXPECT_EQ(test::readWith(f, u"1.234"_s).value.toDouble(), 1234);
+    const test::Reading letter = test::readWith(f, u"12x"_s);
+    EXPECT_TRUE(!letter.ok && !letter.error.isEmpty());
 }
 
 TEST(NumberSettings, SeparatorsAndCurrencyPerLocale)

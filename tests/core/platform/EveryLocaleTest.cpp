@@ -64,18 +64,16 @@ QString numberFault()
         return QStringLiteral("typing 1234567 gives \"%1\", shown as \"%2\"").arg(field.text(), shown);
     WQDecimalFormatter decimal;
     const QString rate = decimal.stringForObjectValue(4.25).value_or(QString());
-    QVariant value;
-    if (!decimal.getObjectValue(&value, rate, nullptr) || value.toDouble() != 4.25)
-        return QStringLiteral("decimal \"%1\" reads %2").arg(rate, value.toString());
+    const test::Reading read = test::readWith(decimal, rate);
+    if (!read.ok || read.value.toDouble() != 4.25)
+        return QStringLiteral("decimal \"%1\" reads %2").arg(rate, read.value.toString());
     return {};
 }
 
 double amountOf(const WQMoneyFormatter& formatter, const QString& text)
 {
-    QVariant value;
-    QString error;
-    formatter.getObjectValue(&value, text, &error);
-    return error.isEmpty() ? value.toDouble() : std::nan("");
+    const test::Reading read = test::readWith(formatter, text);
+    return read.error.isEmpty() ? read.value.toDouble() : std::nan("");
 }
 
 // What goes wrong with amounts under the system settings in force.
