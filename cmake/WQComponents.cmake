@@ -39,25 +39,15 @@ function(wq_add_export_header layer export_name)
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/WQGeneral COMPONENT development)
 endfunction()
 
-# wq_add_component(<layer> <name> SOURCES ... [DEPS other components or targets])
-# makes target wq_<layer>_<name>, exported as WQGeneral::<layer>_<name>.
-function(wq_add_component layer name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
-  set(target wq_${layer}_${name})
-  add_library(${target} STATIC ${ARG_SOURCES})
-  add_library(WQGeneral::${layer}_${name} ALIAS ${target})
-  set_target_properties(${target} PROPERTIES
-    OUTPUT_NAME WQGeneral_${layer}_${name}
-    EXPORT_NAME ${layer}_${name})
-  # moc runs only for components that declare QObject classes (most of core
-  # declares none): for the rest it would be a scan and a compile for nothing.
-  # It reads the listed sources and the headers beside them, as moc would;
-  # they are configure inputs, so that a class added later is seen.
-  file(GLOB beside CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+# wq_moc_if_declared(<target> <sources>...) turns moc on for target only when
+# one of the sources declares a QObject class or gadget: for the rest it would
+# be a scan and a compile for nothing. The sources become configure inputs, so
+# that a class added later is seen. Generated sources (compiled resources) are
+# made after configuring and declare none.
+function(wq_moc_if_declared target)
   set(declares_objects OFF)
-  foreach(source IN LISTS ARG_SOURCES beside)
+  foreach(source IN LISTS ARGN)
     get_filename_component(source ${source} ABSOLUTE BASE_DIR ${CMAKE_CURRENT_SOURCE_DIR})
-    # Generated sources (compiled resources) are made later and declare none.
     string(FIND ${source} ${PROJECT_BINARY_DIR}/ generated)
     if(generated EQUAL 0 OR NOT EXISTS ${source})
       continue()
@@ -69,6 +59,21 @@ function(wq_add_component layer name)
     endif()
   endforeach()
   set_target_properties(${target} PROPERTIES AUTOMOC ${declares_objects})
+endfunction()
+
+# wq_add_component(<layer> <name> SOURCES ... [DEPS other components or targets])
+# makes target wq_<layer>_<name>, exported as WQGeneral::<layer>_<name>.
+function(wq_add_component layer name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+  set(target wq_${layer}_${name})
+  add_library(${target} STATIC ${ARG_SOURCES})
+  add_library(WQGeneral::${layer}_${name} ALIAS ${target})
+  set_target_properties(${target} PROPERTIES
+    OUTPUT_NAME WQGeneral_${layer}_${name}
+    EXPORT_NAME ${layer}_${name})
+  # The headers beside the sources are moc's too.
+  file(GLOB beside CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  wq_moc_if_declared(${target} ${ARG_SOURCES} ${beside})
   target_compile_options(${target} PRIVATE ${WQ_WARNINGS})
   # The public headers need C++20: so does whatever includes them.
   target_compile_features(${target} PUBLIC cxx_std_20)
