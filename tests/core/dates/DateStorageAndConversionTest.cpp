@@ -200,6 +200,7 @@ TEST(SystemDateSettings, FixedFormatsInLocalTime)
     EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat(format, moment), "2024-03-05 13:00:00");
     EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat(format, moment.addMSecs(999)), "2024-03-05 13:00:00");
     EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat(QString(300, u'x'), moment), "");
+    EXPECT_EQ(WQSystemDateSettings::stringWithFixedFormat(format, QDateTime()), "");
 
     EXPECT_EQ(WQSystemDateSettings::nsdateWithFixedFormat(format, "2024-03-05 13:00:00"), moment);
     EXPECT_FALSE(WQSystemDateSettings::nsdateWithFixedFormat("%Y-%m-%d", "March"));
@@ -216,4 +217,5 @@ TEST(SystemDateSettings, ShortDateTime)
     const QString text = WQSystemDateSettings::shortDateTimeStringWithNSDate(QDateTime::fromSecsSinceEpoch(1709640000));
     EXPECT_TRUE(text.startsWith("3/5/24, 7:00") && text.endsWith("AM")) << qPrintable(text);
     EXPECT_FALSE(WQSystemDateSettings::shortDateTimeStringWithNSDate().isEmpty()) << "nothing given means now";
+    EXPECT_FALSE(WQSystemDateSettings::shortDateTimeStringWithNSDate(QDateTime()).isEmpty()) << "so does an invalid one";
 }
