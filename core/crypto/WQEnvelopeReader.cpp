@@ -17,10 +17,6 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 #include <utility>
 
 namespace wq {
@@ -139,6 +135,10 @@ std::pair<const Unit*, qsizetype> trimmedValue(const Unit* text, qsizetype n)
 
 enum class Outcome { Opened, NotCanonical, Refused };
 
+// Where the plain text's UTF-8 is checked: here, or by the caller as it
+// converts the text (to UTF-16), which then refuses it alike.
+enum class Utf8Check { Here, ByCaller };
+
 // Decodes the cipher value and decrypts it in one pass over its slices,
 // each decoded into a buffer that stays in the cache and decrypted from
 // there; the value must be canonical Base64 without white space (the answer
@@ -146,7 +146,8 @@ enum class Outcome { Opened, NotCanonical, Refused };
 // space taken out). The plain text is checked once it is whole: a classic
 // envelope must hold a well-formed document, an authenticated one UTF-8.
 template <typename Unit>
-Outcome open(const Unit* text, qsizetype n, bool authenticated, const std::uint8_t* key, QByteArray& plain)
+Outcome open(const Unit* text, qsizetype n, bool authenticated, const std::uint8_t* key, QByteArray& plain,
+             Utf8Check utf8)
 {
     const qsizetype headCharacters = authenticated ? kGCMIVCharacters : kCBCIVCharacters;
     const qsizetype ivLength = authenticated ? kGCMIVLength : kAESBlock;
@@ -202,15 +203,17 @@ Outcome open(const Unit* text, qsizetype n, bool authenticated, const std::uint8
     OPENSSL_cleanse(slice.get(), size_t(kSliceBytes));
 
     bool ok = cipherOK && (!authenticated || cipher.setTag(tag.data())) && cipher.finish(out, written);
+    const bool checkUtf8 = utf8 == Utf8Check::Here;
     if (ok && authenticated) {
-        ok = QByteArrayView(plain.constData(), written).isValidUtf8();
+        ok = !checkUtf8 || QByteArrayView(plain.constData(), written).isValidUtf8();
     } else if (ok) {
         // Whatever fails from here on fails alike, and the document is
         // checked whether or not the padding was good, so that neither the
         // answer nor the work done tells a padding error from the rest.
         std::uint32_t paddingValid = 0;
         written = _wq_unpadCBC(out, written, paddingValid);
-        const bool wellFormed = xml::isWellFormedDocument(QByteArrayView(plain.constData(), written));
+        const QByteArrayView document(plain.constData(), written);
+        const bool wellFormed = checkUtf8 ? xml::isWellFormedDocument(document) : xml::isWellFormedMarkup(document);
         ok = (paddingValid & std::uint32_t(wellFormed)) != 0;
     }
     if (!ok) {
@@ -256,7 +259,22 @@ WQEnvelopeError errorOf(Outcome outcome)
     return WQEnvelopeError::WrongPasswordOrDamaged;
 }
 
-WQDecryptedDocumentUTF8 decrypt(QByteArrayView envelope, const QString& password, const WQEnvelopeLimits& limits)
+// The value in canonical Base64 or, failing that, with its line breaks and
+// indentation taken out (the slow way).
+Outcome openValue(QByteArrayView value, const WQEnvelopeInfo& info, const EnvelopeKey& key, QByteArray& plain,
+                  Utf8Check utf8)
+{
+    const Outcome outcome = open(value.data(), value.size(), info.authenticated, key.data(), plain, utf8);
+    if (outcome != Outcome::NotCanonical)
+        return outcome;
+    const std::optional<QByteArray> compact = compactBase64(value);
+    return compact && compact->size() != value.size()
+        ? open(compact->constData(), compact->size(), info.authenticated, key.data(), plain, utf8)
+        : Outcome::NotCanonical;
+}
+
+WQDecryptedDocumentUTF8 decrypt(QByteArrayView envelope, const QString& password, const WQEnvelopeLimits& limits,
+                                Utf8Check utf8)
 {
     WQDecryptedDocumentUTF8 result;
     const ParsedEnvelope parsed = parseEnvelope(envelope, limits);
@@ -266,64 +284,66 @@ WQDecryptedDocumentUTF8 decrypt(QByteArrayView envelope, const QString& password
         return result;
     }
     const EnvelopeKey key(info, password);
-    Outcome outcome = Outcome::Refused;
-    if (key.derived()) {
-        const QByteArrayView value = parsed.cipherValue.trimmed();
-        outcome = open(value.data(), value.size(), info.authenticated, key.data(), result.document);
-        if (outcome == Outcome::NotCanonical) {
-            // Line breaks or indentation inside the value: the slow way.
-            const std::optional<QByteArray> compact = compactBase64(value);
-            outcome = compact && compact->size() != value.size()
-                ? open(compact->constData(), compact->size(), info.authenticated, key.data(), result.document)
-                : Outcome::NotCanonical;
-        }
-    }
-    result.error = errorOf(outcome);
+    result.error = errorOf(key.derived() ? openValue(parsed.cipherValue.trimmed(), info, key, result.document, utf8)
+                                         : Outcome::Refused);
     return result;
 }
 
-// The first "<" or "&" from p on, or end: one pass over the value's text.
-const char16_t* markupOrReference(const char16_t* p, const char16_t* end)
+QByteArray bytesOf(QStringView text)
 {
-#if defined(__SSE2__)
-    const __m128i lt = _mm_set1_epi16('<');
-    const __m128i amp = _mm_set1_epi16('&');
-    for (; end - p >= 8; p += 8) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        const int mask = _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi16(v, lt), _mm_cmpeq_epi16(v, amp)));
-        if (mask)
-            return p + __builtin_ctz(unsigned(mask)) / 2;
-    }
-#endif
-    while (p < end && *p != u'<' && *p != u'&')
-        ++p;
-    return p;
+    return _wq_toUTF8(text);
 }
 
-// The text interface without a UTF-8 copy of the cipher value, which is
-// nearly all of an envelope: the structure around it is parsed from a
-// copy in which a placeholder stands for the value, and the value itself
-// is decoded straight from the text. Nothing when the envelope is not laid
-// out plainly enough for that (the value not one run of characters, or not
-// canonical Base64): the caller then reads it the ordinary way.
-std::optional<WQDecryptedDocumentUTF8> decryptInPlace(const QString& envelope, const QString& password,
-                                                      const WQEnvelopeLimits& limits)
+QByteArray bytesOf(QByteArrayView bytes)
 {
-    const QStringView text(envelope);
-    constexpr QStringView openTag = u"<CipherValue>";
-    const qsizetype tag = text.indexOf(openTag);
+    return bytes.toByteArray();
+}
+
+const char16_t* unitsOf(QStringView text)
+{
+    return text.utf16();
+}
+
+const char* unitsOf(QByteArrayView bytes)
+{
+    return bytes.data();
+}
+
+// An ASCII literal to look for in text or in bytes.
+QLatin1StringView literalFor(QStringView, const char* ascii)
+{
+    return QLatin1StringView(ascii);
+}
+
+QByteArrayView literalFor(QByteArrayView, const char* ascii)
+{
+    return QByteArrayView(ascii);
+}
+
+// An envelope read without a pass over its cipher value, which is nearly
+// all of it: the structure around the value is parsed from a copy in which
+// a placeholder stands for it, and the value itself is decoded straight
+// from the envelope (text or bytes). Nothing when the envelope is not laid
+// out plainly enough for that: the caller then reads it the ordinary way.
+template <typename View>
+std::optional<WQDecryptedDocumentUTF8> decryptInPlace(View text, const QString& password, const WQEnvelopeLimits& limits,
+                                                      Utf8Check utf8)
+{
+    const qsizetype tag = text.indexOf(literalFor(text, "<CipherValue>"));
     if (tag < 0)
         return std::nullopt;
-    const qsizetype start = tag + openTag.size();
-    const qsizetype end = markupOrReference(text.utf16() + start, text.utf16() + text.size()) - text.utf16();
-    // References or markup inside the value: read it the ordinary way.
-    if (end == text.size() || text[end] != u'<')
+    const qsizetype start = tag + 13;
+    // The value's end tag, found from the envelope's end rather than by a
+    // pass over the value: markup or a reference inside what lies between
+    // is no Base64, and is then read the ordinary way below.
+    const qsizetype end = text.lastIndexOf(literalFor(text, "</CipherValue>"));
+    if (end < start)
         return std::nullopt;
     constexpr char kPlaceholder = 'A';
-    QByteArray structure = _wq_toUTF8(text.first(start));
+    QByteArray structure = bytesOf(text.first(start));
     const qsizetype placeholder = structure.size();
     structure += kPlaceholder;
-    structure += _wq_toUTF8(text.sliced(end));
+    structure += bytesOf(text.sliced(end));
     WQDecryptedDocumentUTF8 result;
     // The limit counts the whole envelope's UTF-8, and an ASCII value has
     // as many bytes as characters (anything else is read the ordinary way).
@@ -339,15 +359,23 @@ std::optional<WQDecryptedDocumentUTF8> decryptInPlace(const QString& envelope, c
     // The value the parser found must be the one the placeholder stands for.
     if (parsed.cipherValue.data() != structure.constData() + placeholder || parsed.cipherValue.size() != 1)
         return std::nullopt;
-    const auto [value, length] = trimmedValue(text.utf16() + start, end - start);
+    const auto [value, length] = trimmedValue(unitsOf(text) + start, end - start);
     const EnvelopeKey key(parsed.info, password);
     if (!key.derived()) {
         result.error = WQEnvelopeError::WrongPasswordOrDamaged;
         return result;
     }
-    const Outcome outcome = open(value, length, parsed.info.authenticated, key.data(), result.document);
-    if (outcome == Outcome::NotCanonical)
-        return std::nullopt;
+    Outcome outcome = open(value, length, parsed.info.authenticated, key.data(), result.document, utf8);
+    if (outcome == Outcome::NotCanonical) {
+        // Markup or a reference in the value means the structure parsed was
+        // not the envelope's: read it the ordinary way. Anything else is
+        // read as the ordinary way would, with the key already made.
+        const View raw = text.sliced(start, end - start);
+        const auto* units = unitsOf(raw);
+        if (std::any_of(units, units + raw.size(), [](auto c) { return c == '<' || c == '&'; }))
+            return std::nullopt;
+        outcome = openValue(bytesOf(raw).trimmed(), parsed.info, key, result.document, utf8);
+    }
     result.error = errorOf(outcome);
     return result;
 }
@@ -416,7 +444,8 @@ WQEnvelopeInfo xml_inspectEnvelope(const QString& envelope, const WQEnvelopeLimi
 WQDecryptedDocumentUTF8 xml_decryptDocumentUTF8WithPassword(QByteArrayView envelope, const QString& password,
                                                             const WQEnvelopeLimits& limits)
 {
-    return decrypt(envelope, password, limits);
+    std::optional<WQDecryptedDocumentUTF8> inPlace = decryptInPlace(envelope, password, limits, Utf8Check::Here);
+    return inPlace ? std::move(*inPlace) : decrypt(envelope, password, limits, Utf8Check::Here);
 }
 
 WQDecryptedDocument xml_decryptDocumentWithPassword(const QString& envelope, const QString& password,
@@ -427,15 +456,25 @@ WQDecryptedDocument xml_decryptDocumentWithPassword(const QString& envelope, con
         result.error = WQEnvelopeError::TooLarge;
         return result;
     }
-    std::optional<WQDecryptedDocumentUTF8> inPlace = decryptInPlace(envelope, password, limits);
-    const WQDecryptedDocumentUTF8 opened = inPlace ? std::move(*inPlace) : decrypt(_wq_toUTF8(envelope), password, limits);
+    std::optional<WQDecryptedDocumentUTF8> inPlace
+        = decryptInPlace(QStringView(envelope), password, limits, Utf8Check::ByCaller);
+    WQDecryptedDocumentUTF8 opened
+        = inPlace ? std::move(*inPlace) : decrypt(_wq_toUTF8(envelope), password, limits, Utf8Check::ByCaller);
     result.error = opened.error;
     if (opened.ok()) {
-        // Checked UTF-8: decoded straight into text of its final size at most.
+        // Decoded straight into text of its final size at most; the decoder
+        // is the UTF-8 check, and text that is not UTF-8 is refused as a
+        // document that is not well-formed is.
         QString document(opened.document.size(), Qt::Uninitialized);
         _wq_prepareForWriting(document.data(), document.size() * qsizetype(sizeof(QChar)), false);
         QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
         const QChar* end = decoder.appendToBuffer(document.data(), opened.document);
+        if (decoder.hasError()) {
+            OPENSSL_cleanse(opened.document.data(), size_t(opened.document.size()));
+            OPENSSL_cleanse(document.data(), size_t(document.size()) * sizeof(QChar));
+            result.error = WQEnvelopeError::WrongPasswordOrDamaged;
+            return result;
+        }
         document.truncate(end - document.constData());
         result.document = std::move(document);
     }

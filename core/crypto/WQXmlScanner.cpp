@@ -137,6 +137,17 @@ inline const char* spaceEnd(const char* p, const char* end)
     return p;
 }
 
+// A literal of up to eight bytes as a little-endian word, for one-load comparisons.
+template <std::size_t N>
+constexpr std::uint64_t word(const char (&literal)[N])
+{
+    static_assert(N <= 9);
+    std::uint64_t w = 0;
+    for (std::size_t i = 0; i + 1 < N; ++i)
+        w |= std::uint64_t(std::uint8_t(literal[i])) << (8 * i);
+    return w;
+}
+
 // Whether the n bytes at a and b are the same; n is a name's length, short.
 inline bool sameBytes(const char* a, const char* b, qsizetype n)
 {
@@ -357,6 +368,25 @@ bool Scanner::skipDocumentType()
 
 [[gnu::always_inline]] inline bool Scanner::reference(const char*& p) const
 {
+    // The predefined entities, read as one word where eight bytes remain.
+    if (_end - p >= 8) {
+        std::uint64_t w;
+        std::memcpy(&w, p, 8);
+        if ((w & 0xFFFFFFFFFFull) == word("&amp;")) {
+            p += 5;
+            return true;
+        }
+        const std::uint64_t four = w & 0xFFFFFFFFull;
+        if (four == word("&lt;") || four == word("&gt;")) {
+            p += 4;
+            return true;
+        }
+        const std::uint64_t six = w & 0xFFFFFFFFFFFFull;
+        if (six == word("&quot;") || six == word("&apos;")) {
+            p += 6;
+            return true;
+        }
+    }
     const Reference ref = readReference(p, _end);
     // Entities a document type may declare are taken on trust.
     return ref.wellFormed && (!ref.named || ref.codePoint != 0 || _sawDocumentType);
@@ -464,7 +494,9 @@ bool Scanner::distinctAttributes()
     // The stack only grows; entries above the depth are left as they are.
     if (_depth == qsizetype(_open.size()))
         _open.resize(_open.size() * 2 + 16);
-    _open[size_t(_depth++)] = QByteArrayView(name, nameSize);
+    OpenName& top = _open[size_t(_depth++)];
+    top.data = name;
+    top.size = nameSize;
     _pendingEnd = empty;
     return Token::StartElement;
 }
@@ -473,11 +505,13 @@ bool Scanner::distinctAttributes()
 {
     const char* p = at + 2;
     // The name must be the open element's, and end there.
-    const QByteArrayView& open = _open[size_t(_depth - 1)];
-    if (_end - p <= open.size() || !sameBytes(p, open.data(), open.size()) || (classOf(p[open.size()]) & kName))
+    const OpenName& top = _open[size_t(_depth - 1)];
+    const char* const openData = top.data;
+    const qsizetype openSize = top.size;
+    if (_end - p <= openSize || !sameBytes(p, openData, openSize) || (classOf(p[openSize]) & kName))
         return fail(Failure::Malformed);
-    setName(open.data(), open.size());
-    p += open.size();
+    setName(openData, openSize);
+    p += openSize;
     if (*p != '>') {
         p = spaceEnd(p, _end);
         if (p >= _end || *p != '>')
@@ -632,7 +666,7 @@ bool Scanner::wellFormedToTheEnd(Follower& follower)
     if (_pendingEnd) {
         _pendingEnd = false;
         --_depth;
-        setName(_open[size_t(_depth)].data(), _open[size_t(_depth)].size());
+        setName(_open[size_t(_depth)].data, _open[size_t(_depth)].size);
         return Token::EndElement;
     }
     for (;;) {
@@ -745,6 +779,11 @@ bool isWellFormedDocument(QByteArrayView utf8)
 {
     if (!utf8.isValidUtf8())
         return false;
+    return documentScanner(utf8).wellFormedToTheEnd();
+}
+
+bool isWellFormedMarkup(QByteArrayView utf8)
+{
     return documentScanner(utf8).wellFormedToTheEnd();
 }
 

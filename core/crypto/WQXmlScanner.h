@@ -103,7 +103,13 @@ private:
     const char* _p;
     const char* _end;
     ScannerLimits _limits;
-    std::vector<QByteArrayView> _open;   // the open elements' names, _depth of them
+    // The open elements' names, _depth of them; kept as two plain fields
+    // for the same reason as the views below.
+    struct OpenName {
+        const char* data;
+        qsizetype size;
+    };
+    std::vector<OpenName> _open;
     qsizetype _depth = 0;
     std::vector<Attribute> _attributes;   // _attributeCount of them are the element's
     qsizetype _attributeCount = 0;
@@ -137,7 +143,10 @@ std::optional<QByteArray> decodedText(QByteArrayView raw, bool attributeValue);
 // to the entities it may declare are taken on trust. Namespaces are not
 // checked. Nesting deeper than 100,000 elements is refused.
 bool isWellFormedDocument(QByteArrayView utf8);
-// The same, with follower told how far the check has read; on success it
+// The same without the UTF-8 check, for a caller whose conversion of the
+// text checks it anyway.
+bool isWellFormedMarkup(QByteArrayView utf8);
+// The same as isWellFormedDocument, with follower told how far the check has read; on success it
 // last hears the document's end.
 bool isWellFormedDocument(QByteArrayView utf8, Follower& follower);
 
