@@ -179,9 +179,17 @@ TEST(EncryptedDocument, ClassicEnvelopeHoldsOnlyAWellFormedDocument)
     }
     EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<?xml version='1.0'?><a b='1'>\xc3\xa9</a>"));
     // Valid UTF-8 only, wherever a byte above 127 stands.
+    // Sealed some other way, such a text opens neither as bytes nor as text
+    // (whose conversion is its UTF-8 check).
     for (const char* bad : {"<a>\xff</a>", "<a>\xc0\x80</a>", "<a>\xed\xa0\x80</a>", "<a b='\xe2\x82'/>", "<a><!-- \xff --></a>",
-                            "<a><![CDATA[\x01]]></a>", "<a><![CDATA[x</a>", "<a><![CDATA[x"})
+                            "<a>\xf4\x90\x80\x80</a>", "<a>\xe2\x82</a>", "<a><![CDATA[\x01]]></a>", "<a><![CDATA[x</a>",
+                            "<a><![CDATA[x"}) {
         EXPECT_FALSE(xml_isWellFormedDocumentUTF8(bad)) << bad;
+        const QString sealed = kHead + QString::fromLatin1(kSalt.toBase64()) + kMiddle + QString::fromLatin1(kIV.toBase64())
+            + QString::fromLatin1(AES128EncryptWithDerivedKey(bad, kPwKey.bytes(), kIV)->toBase64()) + kTail;
+        EXPECT_EQ(xml_decryptDocumentWithPassword(sealed, password).error, WQEnvelopeError::WrongPasswordOrDamaged) << bad;
+        EXPECT_EQ(xml_decryptDocumentUTF8WithPassword(sealed.toUtf8(), password).error, WQEnvelopeError::WrongPasswordOrDamaged);
+    }
     EXPECT_TRUE(xml_isWellFormedDocumentUTF8("<\xc3\xa9 \xc3\xa9='\xe2\x82\xac'>\xf0\x9f\x98\x80<!--\xc3\xa9--></\xc3\xa9>"));
 }
 
