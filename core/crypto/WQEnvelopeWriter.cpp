@@ -373,10 +373,26 @@ QString xml_encryptDocumentWithKey(const QString& document, QByteArrayView key, 
 
 bool xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password, QIODevice& device)
 {
-    if (!xml_isWellFormedDocumentUTF8(document))
-        return false;
     ClassicSecrets secrets;
     secrets.key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, secrets.salt);
+    if (secrets.key.isValid() && _wq_canSealChecked()) {
+        // The check and the cipher in one walk; what is written goes out
+        // in pieces as it is made, so a document found malformed far in
+        // leaves part of an envelope behind (one the writer's buffer still
+        // holds never reaches the device).
+        DeviceWriter writer(device);
+        return writeClassic(writer, secrets.salt, secrets.iv,
+                            [&](DeviceWriter& to) {
+                                return _wq_sealChecked(document, secrets.key.data(),
+                                                       reinterpret_cast<const std::uint8_t*>(secrets.iv.constData()),
+                                                       [&to](const std::uint8_t* cipherText, qsizetype n) {
+                                                           to.putBase64(QByteArrayView(cipherText, n));
+                                                       });
+                            })
+            && writer.finish();
+    }
+    if (!xml_isWellFormedDocumentUTF8(document))
+        return false;
     WQCipherStream cipher;
     if (!secrets.key.isValid() || !cipher.start(WQCipherStream::Mode::CBCEncrypt, secrets.key.data(), secrets.iv))
         return false;

@@ -146,6 +146,8 @@ TEST(EncryptedDocument, EveryWriterAndReaderAgreeForEveryScript)
     refused.open(QIODevice::WriteOnly);
     EXPECT_FALSE(xml_encryptDocumentUTF8WithPassword("not XML", QStringLiteral("pw"), refused));
     EXPECT_TRUE(refused.data().isEmpty());
+    // Found malformed only after megabytes have been sealed and written.
+    EXPECT_FALSE(xml_encryptDocumentUTF8WithPassword("<a>" + QByteArray(3 << 20, 'x') + "</b>", QStringLiteral("pw"), refused));
     // A device that takes nothing fails the write.
     QBuffer readOnly;
     readOnly.open(QIODevice::ReadOnly);

@@ -87,9 +87,9 @@ WQ_CORE_EXPORT QByteArray xml_encryptDocumentUTF8AuthenticatedWithPassword(QByte
 
 /// The classic envelope of the document's UTF-8 bytes written to device as
 /// it is made, never held whole (a large document's envelope costs no
-/// memory of its own). False when the document is not well-formed XML
-/// (nothing is written then), or the cipher or the device failed (the
-/// device may then hold part of an envelope: write to a QSaveFile and
+/// memory of its own). False when the document is not well-formed XML,
+/// which is found as it is sealed, or the cipher or the device failed: the
+/// device may then hold part of an envelope (write to a QSaveFile and
 /// commit only on success).
 WQ_CORE_EXPORT bool xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString& password,
                                                        QIODevice& device);
