@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstring>
 #include <memory>
 
@@ -139,10 +140,33 @@ private:
 
 } // namespace
 
-bool _wq_canSealChecked()
+namespace {
+
+bool processorCanSeal()
 {
     static const bool aes = __builtin_cpu_supports("aes") && __builtin_cpu_supports("sse2");
     return aes;
+}
+
+std::atomic<bool>& sealingOn()
+{
+    static std::atomic<bool> on{processorCanSeal()};
+    return on;
+}
+
+} // namespace
+
+bool _wq_canSealChecked()
+{
+    return sealingOn().load(std::memory_order_relaxed);
+}
+
+bool _wq_setSealChecked(bool on)
+{
+    if (on && !processorCanSeal())
+        return false;
+    sealingOn().store(on, std::memory_order_relaxed);
+    return processorCanSeal();
 }
 
 bool _wq_sealChecked(QByteArrayView document, const std::uint8_t* key, const std::uint8_t* iv,
@@ -158,6 +182,11 @@ bool _wq_sealChecked(QByteArrayView document, const std::uint8_t* key, const std
 #else
 
 bool _wq_canSealChecked()
+{
+    return false;
+}
+
+bool _wq_setSealChecked(bool)
 {
     return false;
 }

@@ -13,8 +13,12 @@
 
 namespace wq {
 
-// Whether sealChecked can run here.
+// Whether sealChecked can run here, and is to be used.
 bool _wq_canSealChecked();
+// Turns the one walk off (or on again, where it can run), for tests that
+// compare it with checking and encrypting one after the other; false when
+// it cannot run here.
+bool _wq_setSealChecked(bool on);
 
 // The cipher text of document (PKCS #7 padded) under the 16-byte key and
 // IV, handed to handOn in pieces of whole kAESBlock blocks as it is made,
