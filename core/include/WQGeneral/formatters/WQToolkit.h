@@ -63,7 +63,9 @@ public:
 
     /// The edit being judged. Outside one: an event of Type::None and no editor.
     virtual const WQEditEvent& currentEvent() const = 0;
-    /// The editor of the field being edited, or nullptr outside an edit.
+    /// The editor of the field being edited: during a keystroke's judgement
+    /// the one judged, otherwise the focused field, as a key window's field
+    /// editor outlives each keystroke; nullptr when no field is edited.
     virtual WQFieldEditor* keyFieldEditor() const = 0;
     /// The formatter's verdict that it stored a rewrite, which may read the
     /// same as the proposal (see WQFormatter::rewriteProposal).
