@@ -329,10 +329,11 @@ template <typename View>
 std::optional<WQDecryptedDocumentUTF8> decryptInPlace(View text, const QString& password, const WQEnvelopeLimits& limits,
                                                       Utf8Check utf8)
 {
-    const qsizetype tag = text.indexOf(literalFor(text, "<CipherValue>"));
+    constexpr char kOpenTag[] = "<CipherValue>";
+    const qsizetype tag = text.indexOf(literalFor(text, kOpenTag));
     if (tag < 0)
         return std::nullopt;
-    const qsizetype start = tag + 13;
+    const qsizetype start = tag + qsizetype(sizeof kOpenTag) - 1;
     // The value's end tag, found from the envelope's end rather than by a
     // pass over the value: markup or a reference inside what lies between
     // is no Base64, and is then read the ordinary way below.
