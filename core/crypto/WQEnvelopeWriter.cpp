@@ -254,6 +254,17 @@ Result classicEnvelope(QByteArrayView document, const std::uint8_t* key, QByteAr
     return out;
 }
 
+// The cipher value of a document not yet checked, written as it is made by
+// the one walk that checks and encrypts it; false when it is not well-formed.
+template <typename Out>
+bool sealCheckedInto(Out& out, QByteArrayView document, const WQAESKey& key, QByteArrayView iv)
+{
+    return _wq_sealChecked(document, key.data(), reinterpret_cast<const std::uint8_t*>(iv.data()),
+                           [&out](const std::uint8_t* cipherText, qsizetype n) {
+                               out.putBase64(QByteArrayView(cipherText, n));
+                           });
+}
+
 // The classic envelope of a document not yet checked: the check and the
 // cipher walk the document together where the processor allows, one after
 // the other otherwise. Empty when the document is not well-formed.
@@ -269,12 +280,8 @@ Result checkedClassicEnvelope(QByteArrayView document, const WQAESKey& key, QByt
     const qsizetype length = classicLength(salt.size(), iv.size(), base64Length(cbcLength(document)));
     Result out = allocate<Result>(length);
     Writer writer(dataOf(out));
-    const bool sealed = writeClassic(writer, salt, iv, [&](auto& to) {
-        return _wq_sealChecked(document, key.data(), reinterpret_cast<const std::uint8_t*>(iv.data()),
-                               [&to](const std::uint8_t* cipherText, qsizetype n) {
-                                   to.putBase64(QByteArrayView(cipherText, n));
-                               });
-    });
+    const bool sealed
+        = writeClassic(writer, salt, iv, [&](auto& to) { return sealCheckedInto(to, document, key, iv); });
     if (!sealed)
         return Result();
     Q_ASSERT(writer.position() == dataOf(out) + length);
@@ -375,28 +382,20 @@ bool xml_encryptDocumentUTF8WithPassword(QByteArrayView document, const QString&
 {
     ClassicSecrets secrets;
     secrets.key = pkcs_pbkdf2_derive_aes128_key_with_salt(password, secrets.salt);
-    if (secrets.key.isValid() && _wq_canSealChecked()) {
-        // The check and the cipher in one walk; what is written goes out
-        // in pieces as it is made, so a document found malformed far in
-        // leaves part of an envelope behind (one the writer's buffer still
-        // holds never reaches the device).
-        DeviceWriter writer(device);
-        return writeClassic(writer, secrets.salt, secrets.iv,
-                            [&](DeviceWriter& to) {
-                                return _wq_sealChecked(document, secrets.key.data(),
-                                                       reinterpret_cast<const std::uint8_t*>(secrets.iv.constData()),
-                                                       [&to](const std::uint8_t* cipherText, qsizetype n) {
-                                                           to.putBase64(QByteArrayView(cipherText, n));
-                                                       });
-                            })
-            && writer.finish();
-    }
-    if (!xml_isWellFormedDocumentUTF8(document))
+    if (!secrets.key.isValid())
         return false;
-    WQCipherStream cipher;
-    if (!secrets.key.isValid() || !cipher.start(WQCipherStream::Mode::CBCEncrypt, secrets.key.data(), secrets.iv))
-        return false;
+    // Nothing reaches the device before the writer's buffer fills: a
+    // document found malformed far in (as the one walk finds it) leaves
+    // part of an envelope behind.
     DeviceWriter writer(device);
+    if (_wq_canSealChecked())
+        return writeClassic(writer, secrets.salt, secrets.iv,
+                            [&](DeviceWriter& to) { return sealCheckedInto(to, document, secrets.key, secrets.iv); })
+            && writer.finish();
+    WQCipherStream cipher;
+    if (!xml_isWellFormedDocumentUTF8(document)
+        || !cipher.start(WQCipherStream::Mode::CBCEncrypt, secrets.key.data(), secrets.iv))
+        return false;
     return writeClassic(writer, secrets.salt, secrets.iv,
                         [&](DeviceWriter& to) { return sealInto(to, document, cipher, false); })
         && writer.finish();
