@@ -775,16 +775,14 @@ Scanner documentScanner(QByteArrayView utf8)
 
 } // namespace
 
-bool isWellFormedDocument(QByteArrayView utf8)
-{
-    if (!utf8.isValidUtf8())
-        return false;
-    return documentScanner(utf8).wellFormedToTheEnd();
-}
-
 bool isWellFormedMarkup(QByteArrayView utf8)
 {
     return documentScanner(utf8).wellFormedToTheEnd();
+}
+
+bool isWellFormedDocument(QByteArrayView utf8)
+{
+    return utf8.isValidUtf8() && isWellFormedMarkup(utf8);
 }
 
 bool isWellFormedDocument(QByteArrayView utf8, Follower& follower)
