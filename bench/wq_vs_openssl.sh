@@ -3,11 +3,11 @@
 # command-line user compares them: Base64 of 64 MiB both ways, and the
 # classic envelope of a 10 MiB document both ways.
 #
-# Each figure is the least CPU time (user and system) of a few runs: on a
-# shared machine wall time mostly measures the neighbours, and wq makes its
-# output durable (fdatasync before the rename) where openssl does not, a
-# wait for the disk that is no work of either tool. Wall times are shown
-# beside. Each tool's start-up (wq --version, openssl version) is measured
+# Each figure is the least CPU time (user and system) of a few runs, the
+# two tools' runs taking turns: on a shared machine wall time mostly
+# measures the neighbours, and wq makes its output durable (fdatasync
+# before the rename) where openssl does not, a wait for the disk that is no
+# work of either tool. Wall times are shown beside. Each tool's start-up (wq --version, openssl version) is measured
 # apart, so that what the command itself costs is visible too.
 #
 # The rows go into the benchmark table (wq_bench_report add) when
@@ -35,10 +35,32 @@ key=$(openssl rand -hex 16); iv=$(openssl rand -hex 16)
 "$wq" encrypt --classic --password-file "$work/pw" "$work/doc.xml" "$work/doc.enc" 2>/dev/null
 openssl enc -aes-128-cbc -a -A -K "$key" -iv "$iv" -in "$work/doc.xml" -out "$work/doc.ossl"
 
-# "<cpu ms> <wall ms> <peak KiB>" of a command, the best of $runs runs
-measure() { "$report" time "$runs" "$@"; }
-read -r wq_start _ _ < <(measure "$wq" --version)
-read -r ossl_start _ _ < <(measure openssl version)
+# "<cpu ms> <wall ms> <peak KiB>" of each of two commands (given as
+# "command... -- command..."), the best of $runs runs each (the most memory).
+# The runs take turns, so that a machine whose speed drifts (a busy
+# neighbour on the same core) weighs on both commands alike.
+measure_both() {
+  local first=() second=() side=1 a r c w k
+  for a in "$@"; do
+    if [ "$a" = "--" ]; then side=2; continue; fi
+    if [ $side = 1 ]; then first+=("$a"); else second+=("$a"); fi
+  done
+  local best1="" best2=""
+  for ((r = 0; r < runs; r++)); do
+    read -r c w k < <("$report" time 1 "${first[@]}")
+    best1=$(better "$best1" "$c" "$w" "$k")
+    read -r c w k < <("$report" time 1 "${second[@]}")
+    best2=$(better "$best2" "$c" "$w" "$k")
+  done
+  echo "$best1 $best2"
+}
+better() {   # the best so far ("" or "cpu wall peak") and one more run
+  awk -v so="$1" -v c="$2" -v w="$3" -v k="$4" 'BEGIN {
+    if (so == "") { print c, w, k; exit }
+    split(so, b, " ")
+    printf "%s %s %s\n", (c < b[1] ? c : b[1]), (w < b[2] ? w : b[2]), (k > b[3] ? k : b[3]) }'
+}
+read -r wq_start _ _ ossl_start _ _ < <(measure_both "$wq" --version -- openssl version)
 
 row() {   # program's target row: name value unit bound limit detail
   printf '  %-44s %10s %2s %-8s %s\n' "$1" "$2$3" "$4" "$5$3" "$(awk -v v="$2" -v b="$4" -v l="$5" \
@@ -51,14 +73,8 @@ row() {   # program's target row: name value unit bound limit detail
 echo "wq start-up ${wq_start} ms CPU, openssl start-up ${ossl_start} ms CPU (best of $runs)"
 compare() {   # name, wanted speed-up, memory cap in MiB (0: 3x the input), input file, wq command..., -- openssl command...
   local name=$1 want=$2 cap=$3 input=$4; shift 4
-  local wqcmd=() osslcmd=() side=wq
-  for a in "$@"; do
-    if [ "$a" = "--" ]; then side=ossl; continue; fi
-    if [ $side = wq ]; then wqcmd+=("$a"); else osslcmd+=("$a"); fi
-  done
   local wc ww wk oc ow ok
-  read -r wc ww wk < <(measure "${wqcmd[@]}")
-  read -r oc ow ok < <(measure "${osslcmd[@]}")
+  read -r wc ww wk oc ow ok < <(measure_both "$@")
   local limit=$cap
   [ "$cap" -eq 0 ] && limit=$(( 3 * $(stat -c %s "$input") / 1024 / 1024 ))
   local ratio detail

@@ -21,6 +21,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (data[0] % 2 == 0) {
         const wq::WQEnvelopeInfo inspected = wq::xml_inspectEnvelopeUTF8(bytes);
         const wq::WQDecryptedDocumentUTF8 opened = wq::xml_decryptDocumentUTF8WithPassword(bytes, password);
+        // The structure alone: sound whenever the whole is, and what is
+        // wrong with it is what decrypting says.
+        const wq::WQEnvelopeInfo structure
+            = wq::xml_inspectEnvelopeUTF8(bytes, {}, wq::WQEnvelopeDetail::Structure);
+        using E = wq::WQEnvelopeError;
+        if (inspected.error == E::None
+            && (structure.error != E::None || structure.salt != inspected.salt
+                || structure.iterationCount != inspected.iterationCount
+                || structure.authenticated != inspected.authenticated))
+            std::abort();
+        if (structure.error != E::None && structure.error != opened.error)
+            std::abort();
         if (bytes.isValidUtf8()) {
             const QString text = QString::fromUtf8(bytes);
             if (wq::xml_inspectEnvelope(text).error != inspected.error

@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace wq {
@@ -169,8 +170,7 @@ Outcome open(const Unit* text, qsizetype n, bool authenticated, const std::uint8
     if (!cipher.start(authenticated ? WQCipherStream::Mode::GCMDecrypt : WQCipherStream::Mode::CBCDecryptBlocks, key,
                       QByteArrayView(iv.data(), ivLength)))
         return Outcome::Refused;
-    plain = QByteArray(cipherLength + kAESBlock, Qt::Uninitialized);
-    _wq_prepareForWriting(plain.data(), plain.size());
+    plain = _wq_largeBuffer<QByteArray>(cipherLength + kAESBlock);
     auto* out = reinterpret_cast<std::uint8_t*>(plain.data());
     const auto wipe = [&plain] {
         OPENSSL_cleanse(plain.data(), size_t(plain.size()));
@@ -320,53 +320,74 @@ QByteArrayView literalFor(QByteArrayView, const char* ascii)
     return QByteArrayView(ascii);
 }
 
-// An envelope read without a pass over its cipher value, which is nearly
-// all of it: the structure around the value is parsed from a copy in which
-// a placeholder stands for it, and the value itself is decoded straight
-// from the envelope (text or bytes). Nothing when the envelope is not laid
-// out plainly enough for that: the caller then reads it the ordinary way.
+// The envelope's structure read without a pass over its cipher value,
+// which is nearly all of it: parsed from a copy in which a placeholder
+// stands for the value. The value's end tag is found from the envelope's
+// end: markup or a reference inside what lies between is no Base64, so
+// whoever decodes the value finds it and reads the envelope the ordinary
+// way. Nothing when the envelope is not laid out plainly enough for that.
+struct AroundValue {
+    QByteArray structure;
+    ParsedEnvelope parsed;      // views into structure
+    qsizetype start = 0;        // where the value lies in the envelope
+    qsizetype end = 0;
+};
+
 template <typename View>
-std::optional<WQDecryptedDocumentUTF8> decryptInPlace(View text, const QString& password, const WQEnvelopeLimits& limits,
-                                                      Utf8Check utf8)
+std::optional<AroundValue> parseAroundValue(View text, const WQEnvelopeLimits& limits)
 {
     constexpr char kOpenTag[] = "<CipherValue>";
     const qsizetype tag = text.indexOf(literalFor(text, kOpenTag));
     if (tag < 0)
         return std::nullopt;
-    const qsizetype start = tag + qsizetype(sizeof kOpenTag) - 1;
-    // The value's end tag, found from the envelope's end rather than by a
-    // pass over the value: markup or a reference inside what lies between
-    // is no Base64, and is then read the ordinary way below.
-    const qsizetype end = text.lastIndexOf(literalFor(text, "</CipherValue>"));
-    if (end < start)
+    std::optional<AroundValue> around(std::in_place);
+    around->start = tag + qsizetype(sizeof kOpenTag) - 1;
+    around->end = text.lastIndexOf(literalFor(text, "</CipherValue>"));
+    if (around->end < around->start)
         return std::nullopt;
     constexpr char kPlaceholder = 'A';
-    QByteArray structure = bytesOf(text.first(start));
+    QByteArray& structure = around->structure;
+    structure = bytesOf(text.first(around->start));
     const qsizetype placeholder = structure.size();
     structure += kPlaceholder;
-    structure += bytesOf(text.sliced(end));
-    WQDecryptedDocumentUTF8 result;
+    structure += bytesOf(text.sliced(around->end));
     // The limit counts the whole envelope's UTF-8, and an ASCII value has
     // as many bytes as characters (anything else is read the ordinary way).
-    if (structure.size() - 1 + (end - start) > limits.maximumSize) {
-        result.error = WQEnvelopeError::TooLarge;
-        return result;
+    if (structure.size() - 1 + (around->end - around->start) > limits.maximumSize) {
+        around->parsed.info.error = WQEnvelopeError::TooLarge;
+        return around;
     }
-    const ParsedEnvelope parsed = parseEnvelope(structure, limits);
-    if (parsed.info.error != WQEnvelopeError::None) {
-        result.error = parsed.info.error;
-        return result;
-    }
+    around->parsed = parseEnvelope(structure, limits);
     // The value the parser found must be the one the placeholder stands for.
-    if (parsed.cipherValue.data() != structure.constData() + placeholder || parsed.cipherValue.size() != 1)
+    const QByteArrayView value = around->parsed.cipherValue;
+    if (around->parsed.info.error == WQEnvelopeError::None
+        && (value.data() != structure.constData() + placeholder || value.size() != 1))
         return std::nullopt;
+    return around;
+}
+
+template <typename View>
+std::optional<WQDecryptedDocumentUTF8> decryptInPlace(View text, const QString& password, const WQEnvelopeLimits& limits,
+                                                      Utf8Check utf8)
+{
+    const std::optional<AroundValue> around = parseAroundValue(text, limits);
+    if (!around)
+        return std::nullopt;
+    WQDecryptedDocumentUTF8 result;
+    const WQEnvelopeInfo& info = around->parsed.info;
+    if (info.error != WQEnvelopeError::None) {
+        result.error = info.error;
+        return result;
+    }
+    const qsizetype start = around->start;
+    const qsizetype end = around->end;
     const auto [value, length] = trimmedValue(unitsOf(text) + start, end - start);
-    const EnvelopeKey key(parsed.info, password);
+    const EnvelopeKey key(info, password);
     if (!key.derived()) {
         result.error = WQEnvelopeError::WrongPasswordOrDamaged;
         return result;
     }
-    Outcome outcome = open(value, length, parsed.info.authenticated, key.data(), result.document, utf8);
+    Outcome outcome = open(value, length, info.authenticated, key.data(), result.document, utf8);
     if (outcome == Outcome::NotCanonical) {
         // Markup or a reference in the value means the structure parsed was
         // not the envelope's: read it the ordinary way. Anything else is
@@ -375,7 +396,7 @@ std::optional<WQDecryptedDocumentUTF8> decryptInPlace(View text, const QString& 
         const auto* units = unitsOf(raw);
         if (std::any_of(units, units + raw.size(), [](auto c) { return c == '<' || c == '&'; }))
             return std::nullopt;
-        outcome = openValue(bytesOf(raw).trimmed(), parsed.info, key, result.document, utf8);
+        outcome = openValue(bytesOf(raw).trimmed(), info, key, result.document, utf8);
     }
     result.error = errorOf(outcome);
     return result;
@@ -383,6 +404,12 @@ std::optional<WQDecryptedDocumentUTF8> decryptInPlace(View text, const QString& 
 
 WQEnvelopeInfo inspect(QByteArrayView envelope, const WQEnvelopeLimits& limits, WQEnvelopeDetail detail)
 {
+    // The structure alone does not need the value read; whatever is wrong
+    // inside the value is found when it is decrypted.
+    if (detail == WQEnvelopeDetail::Structure) {
+        if (std::optional<AroundValue> around = parseAroundValue(envelope, limits))
+            return std::move(around->parsed.info);
+    }
     ParsedEnvelope parsed = parseEnvelope(envelope, limits);
     WQEnvelopeInfo& info = parsed.info;
     if (info.error != WQEnvelopeError::None || detail == WQEnvelopeDetail::Structure)
@@ -466,8 +493,7 @@ WQDecryptedDocument xml_decryptDocumentWithPassword(const QString& envelope, con
         // Decoded straight into text of its final size at most; the decoder
         // is the UTF-8 check, and text that is not UTF-8 is refused as a
         // document that is not well-formed is.
-        QString document(opened.document.size(), Qt::Uninitialized);
-        _wq_prepareForWriting(document.data(), document.size() * qsizetype(sizeof(QChar)), false);
+        QString document = _wq_largeBuffer<QString>(opened.document.size(), false);
         QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
         const QChar* end = decoder.appendToBuffer(document.data(), opened.document);
         if (decoder.hasError()) {

@@ -189,14 +189,6 @@ template <typename Result>
 using CharOf = std::conditional_t<std::is_same_v<Result, QString>, char16_t, char>;
 
 template <typename Result>
-Result allocate(qsizetype length)
-{
-    Result out(length, Qt::Uninitialized);
-    _wq_prepareForWriting(out.data(), length * qsizetype(sizeof(CharOf<Result>)));
-    return out;
-}
-
-template <typename Result>
 CharOf<Result>* dataOf(Result& result)
 {
     return reinterpret_cast<CharOf<Result>*>(result.data());
@@ -239,7 +231,7 @@ Result classicEnvelope(QByteArrayView document, const std::uint8_t* key, QByteAr
     const bool sealing = key && cipher.start(WQCipherStream::Mode::CBCEncrypt, key, iv);
     const qsizetype length
         = classicLength(salt.size(), iv.size(), sealing ? base64Length(cbcLength(document)) : missing.size());
-    Result out = allocate<Result>(length);
+    Result out = _wq_largeBuffer<Result>(length);
     Writer writer(dataOf(out));
     const bool written = writeClassic(writer, salt, iv, [&](auto& to) {
         if (!sealing) {
@@ -278,7 +270,7 @@ Result checkedClassicEnvelope(QByteArrayView document, const WQAESKey& key, QByt
         return classicEnvelope<Result>(document, key.isValid() ? key.data() : nullptr, salt, iv, missing);
     }
     const qsizetype length = classicLength(salt.size(), iv.size(), base64Length(cbcLength(document)));
-    Result out = allocate<Result>(length);
+    Result out = _wq_largeBuffer<Result>(length);
     Writer writer(dataOf(out));
     const bool sealed
         = writeClassic(writer, salt, iv, [&](auto& to) { return sealCheckedInto(to, document, key, iv); });
@@ -347,7 +339,7 @@ Result authenticatedEnvelope(QByteArrayView document, const QString& password, s
         return Result();
     const qsizetype length = head(start.shape).size() + base64Length(start.salt.size()) + middle(start.shape).size()
         + base64Length(start.iv.size()) + base64Length(document.size() + kGCMTagLength) + kTail.size();
-    Result out = allocate<Result>(length);
+    Result out = _wq_largeBuffer<Result>(length);
     Writer writer(dataOf(out));
     if (!writeAuthenticated(writer, document, start))
         return Result();

@@ -15,8 +15,7 @@ QByteArray _wq_toUTF8(QStringView text)
     const char16_t* in = text.utf16();
     const char16_t* const end = in + text.size();
     // Three bytes a unit at most; only what is written is ever touched.
-    QByteArray out(text.size() * 3, Qt::Uninitialized);
-    _wq_prepareForWriting(out.data(), out.size(), false);
+    QByteArray out = _wq_largeBuffer<QByteArray>(text.size() * 3, false);
     auto* to = reinterpret_cast<unsigned char*>(out.data());
     while (in < end) {
 #if defined(__SSE2__)

@@ -141,8 +141,7 @@ std::optional<QByteArray> readAll(const QString& path, qsizetype limit)
     if (input.size() > limit)
         return tooLarge();
     // A regular file in one piece of its own size; anything else grows.
-    QByteArray bytes(input.size() >= 0 ? qsizetype(input.size()) : 0, Qt::Uninitialized);
-    _wq_prepareForWriting(bytes.data(), bytes.size());
+    QByteArray bytes = _wq_largeBuffer<QByteArray>(input.size() >= 0 ? qsizetype(input.size()) : 0);
     qsizetype have = 0;
     // One byte past the limit shows that it was passed; without a limit
     // there is no byte past it.

@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 
+#include "WQLargeBuffers.h"
 #include "WQStitchedCBC.h"
 #include "WQTextBytes.h"
 
@@ -258,14 +259,19 @@ TEST(EncryptedDocument, ReaderNamesWhatIsWrong)
         // The same salt spelled out, and an empty one: both sound, neither the key's.
         {"c2FsdHNhbHQ=", "c2Fs\n dHNhbHQ=", E::WrongPasswordOrDamaged}, {"c2FsdHNhbHQ=", " \n ", E::WrongPasswordOrDamaged},
     };
+    const qsizetype valueStart = good.indexOf(u"<CipherValue>"), valueEnd = good.indexOf(u"</CipherValue>");
     for (const auto& [from, to, error] : changes) {
         QString changed = good;
         const qsizetype at = changed.indexOf(QLatin1StringView(from));
         ASSERT_GE(at, 0) << from;
         changed.replace(at, qsizetype(strlen(from)), QLatin1StringView(to));
         EXPECT_EQ(errorOf(changed), error) << from << " to " << to;
-        // Inspection stops short of the cipher.
-        EXPECT_EQ(xml_inspectEnvelope(changed).error, error == E::WrongPasswordOrDamaged ? E::None : error) << from << " to " << to;
+        // Inspection stops short of the cipher; of the structure, short of the value.
+        const E sound = error == E::WrongPasswordOrDamaged ? E::None : error;
+        EXPECT_EQ(xml_inspectEnvelope(changed).error, sound) << from << " to " << to;
+        EXPECT_EQ(xml_inspectEnvelopeUTF8(changed.toUtf8(), {}, WQEnvelopeDetail::Structure).error,
+                  at > valueStart && at < valueEnd ? E::None : sound)
+            << from << " to " << to;
     }
 
     // The size limit is the application's to raise. (Floods, entities and
@@ -374,8 +380,14 @@ TEST(EncryptedDocument, ReaderTakesAnyXMLSpellingOfTheValue)
 
     // Markup inside the value is damage; so is a value cut off by the end of the file.
     QString marked = envelope;
-    EXPECT_EQ(xml_decryptDocumentWithPassword(marked.insert(value + 150000, QStringLiteral("<b/>")), password).error,
-              WQEnvelopeError::DamagedValue);
+    marked.insert(value + 150000, QStringLiteral("<b/>"));
+    EXPECT_EQ(xml_decryptDocumentWithPassword(marked, password).error, WQEnvelopeError::DamagedValue);
+    EXPECT_EQ(xml_decryptDocumentUTF8WithPassword(marked.toUtf8(), password).error, WQEnvelopeError::DamagedValue);
+    // The structure alone is sound, and says what the value will be read with.
+    const WQEnvelopeInfo structure = xml_inspectEnvelopeUTF8(marked.toUtf8(), {}, WQEnvelopeDetail::Structure);
+    EXPECT_EQ(structure.error, WQEnvelopeError::None);
+    EXPECT_EQ(structure.salt, xml_inspectEnvelope(envelope).salt);
+    EXPECT_TRUE(structure.cipherText.isEmpty());
     EXPECT_EQ(xml_decryptDocumentWithPassword(envelope.left(value + 100003), password).error, WQEnvelopeError::DamagedValue);
 }
 
@@ -417,4 +429,29 @@ TEST(EncryptedDocument, TextBecomesTheSameUTF8AsQtMakesIt)
         }
         ASSERT_EQ(_wq_toUTF8(text), text.toUtf8()) << round;
     }
+}
+
+TEST(EncryptedDocument, LargeOutputsStartOnAHugePage)
+{
+    // Sizes below the threshold, past it, and ending on a boundary.
+    for (const qsizetype size : {qsizetype(1000), qsizetype(3) << 20, (qsizetype(4) << 20) - 1, qsizetype(4) << 20}) {
+        QByteArray bytes = _wq_largeBuffer<QByteArray>(size);
+        QString text = _wq_largeBuffer<QString>(size, false);
+        ASSERT_EQ(bytes.size(), size);
+        ASSERT_EQ(text.size(), size);
+        EXPECT_EQ(bytes.constData()[size], '\0');
+        EXPECT_EQ(text.constData()[size], u'\0');
+        std::fill(bytes.begin(), bytes.end(), 'x');
+        std::fill(text.begin(), text.end(), u'x');
+        bytes += 'y';
+        text += u'y';
+        EXPECT_TRUE(bytes.endsWith("xxy") && text.endsWith(u"xxy"));
+        if (size >= kLargeBufferBytes) {
+            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(bytes.constData()) % kHugePage, 0u) << size;
+            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(text.constData()) % kHugePage, 0u) << size;
+        }
+    }
+    // Text of megabytes becomes the same UTF-8 through such a buffer.
+    const QString big = QStringLiteral("Gr\u00fc\u00dfe \u65e5\u672c ").repeated(200000);
+    EXPECT_TRUE(_wq_toUTF8(big) == big.toUtf8());
 }
