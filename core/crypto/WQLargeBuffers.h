@@ -21,6 +21,10 @@ namespace wq {
 
 inline constexpr qsizetype kLargeBufferBytes = qsizetype(1) << 20;
 inline constexpr std::uintptr_t kHugePage = std::uintptr_t(2) << 20;
+// glibc maps an allocation of 32 MiB or more afresh every time, and serves a
+// smaller one from memory freed before, already mapped: spare room must not
+// push a buffer over that line.
+inline constexpr qsizetype kFreshMappingBytes = qsizetype(32) << 20;
 
 inline void _wq_prepareForWriting(void* data, qsizetype size, bool populate = true)
 {
@@ -46,7 +50,8 @@ inline void _wq_prepareForWriting(void* data, qsizetype size, bool populate = tr
 }
 
 // A QByteArray or QString of size elements, uninitialised, about to be
-// written front to back. A large one starts on a huge-page boundary and its
+// written front to back. A large one (unless the spare room would take it
+// over the line above) starts on a huge-page boundary and its
 // pages up to the next boundary past its end (and its terminator) are hinted
 // huge; populate maps them all at once, for a buffer that will be written
 // whole. The spare room before and after is address space, never touched.
@@ -55,10 +60,13 @@ Array _wq_largeBuffer(qsizetype size, bool populate = true)
 {
     using Unit = std::remove_reference_t<decltype(*std::declval<Array&>().data())>;
     const qsizetype bytes = (size + 1) * qsizetype(sizeof(Unit));
-    if (bytes < kLargeBufferBytes)
-        return Array(size, Qt::Uninitialized);
-    const qsizetype spare = qsizetype(2 * kHugePage / sizeof(Unit));
-    Array out(size + spare, Qt::Uninitialized);
+    const qsizetype spareBytes = 2 * qsizetype(kHugePage);
+    if (bytes < kLargeBufferBytes || (bytes < kFreshMappingBytes && bytes + spareBytes >= kFreshMappingBytes)) {
+        Array out(size, Qt::Uninitialized);
+        _wq_prepareForWriting(out.data(), bytes, populate);
+        return out;
+    }
+    Array out(size + spareBytes / qsizetype(sizeof(Unit)), Qt::Uninitialized);
     const auto address = reinterpret_cast<std::uintptr_t>(out.data());
     const std::uintptr_t aligned = (address + kHugePage - 1) & ~(kHugePage - 1);
     out.remove(0, qsizetype((aligned - address) / sizeof(Unit)));
