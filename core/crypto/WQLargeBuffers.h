@@ -51,10 +51,10 @@ inline void _wq_prepareForWriting(void* data, qsizetype size, bool populate = tr
 
 // A QByteArray or QString of size elements, uninitialised, about to be
 // written front to back. A large one (unless the spare room would take it
-// over the line above) starts on a huge-page boundary and its
-// pages up to the next boundary past its end (and its terminator) are hinted
-// huge; populate maps them all at once, for a buffer that will be written
-// whole. The spare room before and after is address space, never touched.
+// over the line above) starts on a huge-page boundary, and its pages up to
+// the next boundary past its end (and its terminator) are hinted huge;
+// populate maps them all at once, for a buffer that will be written whole.
+// The spare room before and after is address space, never touched.
 template <typename Array>
 Array _wq_largeBuffer(qsizetype size, bool populate = true)
 {
