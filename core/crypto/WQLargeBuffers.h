@@ -26,7 +26,7 @@ inline constexpr std::uintptr_t kHugePage = std::uintptr_t(2) << 20;
 // push a buffer over that line.
 inline constexpr qsizetype kFreshMappingBytes = qsizetype(32) << 20;
 
-inline void _wq_prepareForWriting(void* data, qsizetype size, bool populate = true)
+inline void _wq_prepareForWriting(void* data, qsizetype size, bool populate)
 {
     if (size < kLargeBufferBytes)
         return;
